@@ -1,0 +1,37 @@
+#pragma once
+
+/// What gen asks of the file system.
+
+#include "fio_path.h"
+#include "korvane_export.h"
+#include "mem_alloc_sys.h"
+
+/// One match of a directory search.
+struct _finddata_t {
+    char name[260]; ///< bare file name; a longer one is never delivered
+    long size;      ///< bytes; sticks at the largest long
+};
+
+class FIO_FILE_SYSTEM {
+  public:
+    /// A file or directory of that name exists. False for null and "".
+    KORVANE_API static bool exists(char const* path);
+    KORVANE_API static bool exists(FIO_PATH const& path);
+    /// Creates the directory and its missing parents; true when it is there afterwards.
+    KORVANE_API static bool create(STR const& directory);
+    /// Creates an empty file, exclusively: false when the name exists in whatever form (a dangling
+    /// link included) or cannot be created.
+    KORVANE_API static bool touch(STR const& path);
+    /// The current directory, "" when it cannot be told.
+    KORVANE_API static STR get_current_directory();
+
+    /// Begins the enumeration of the names that match @p pattern ("dir/*.dll"), sorted by byte
+    /// value;
+    /// "." and ".." are never among them. Fills @p data with the first and gives a handle for
+    /// findnext and findclose; -1 when nothing matches or an argument is null.
+    KORVANE_API static long findfirst(char const* pattern, _finddata_t* data);
+    /// 0 and the next match in @p data, or -1 when there is none, or the handle is not open.
+    KORVANE_API static int findnext(long handle, _finddata_t* data);
+    /// Releases the handle; one that is not open is ignored.
+    KORVANE_API static void findclose(long handle);
+};

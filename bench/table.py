@@ -1,0 +1,117 @@
+#!/usr/bin/env python3
+"""Prints what Google Benchmark measured as one table: a row a work, gen against the best peer and
+against the limit, on each width.
+
+    table.py TARGETS LABEL=RESULT.json...
+
+A cell is the median over the repetitions. A ratio that misses its target is marked "!".
+"""
+
+import json
+import statistics
+import sys
+
+SUFFIXES = ("/real_time", "/manual_time", "/process_time")
+NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
+
+
+def read_targets(path):
+    """{work: [gen/peer on 64 bit, gen/peer on 32 bit, gen/limit]}, None where there is none."""
+    targets = {}
+    with open(path, encoding="utf-8") as lines:
+        for line in lines:
+            if line.startswith("#") or not line.strip():
+                continue
+            work, *figures = [cell.strip() for cell in line.split(" | ")]
+            targets[work] = [None if figure == "-" else float(figure) for figure in figures]
+    return targets
+
+
+def case_name(name):
+    """The name without what Google Benchmark appends, and whether the wall clock counts."""
+    wall = False
+    changed = True
+    while changed:
+        changed = False
+        for suffix in SUFFIXES:
+            if name.endswith(suffix):
+                name, wall, changed = name[: -len(suffix)], True, True
+    return name, wall
+
+
+def read_medians(path):
+    """{work: {contestant: median nanoseconds of one item}}, in the order of entry."""
+    with open(path, encoding="utf-8") as result:
+        runs = json.load(result)["benchmarks"]
+    samples = {}
+    order = {}
+    for run in runs:
+        if run.get("run_type") != "iteration" or run.get("error_occurred"):
+            continue
+        name, wall = case_name(run["run_name"])
+        work, contestant = name.rsplit("/", 1)
+        time = run["real_time" if wall else "cpu_time"]
+        time *= NANOSECONDS[run["time_unit"]] / run.get("items", 1)
+        samples.setdefault(work, {}).setdefault(contestant, []).append(time)
+        order.setdefault(work, run["family_index"])
+        order[work] = min(order[work], run["family_index"])
+    return {
+        work: {name: statistics.median(times) for name, times in samples[work].items()}
+        for work in sorted(samples, key=order.get)
+    }
+
+
+def time_text(nanoseconds):
+    for unit, factor in (("ms", 1e6), ("us", 1e4)):
+        if nanoseconds >= factor:
+            return f"{nanoseconds / NANOSECONDS[unit]:.3g} {unit}"
+    return f"{nanoseconds:.3g}"
+
+
+def ratio_text(ratio, target):
+    if target is None:
+        return f"{ratio:.2f}"
+    return f"{ratio:.2f} of {target:g}" + (" !" if ratio > target else "")
+
+
+def cells(contestants, peer_target, limit_target):
+    """What one work shows on one width: gen, best peer, their ratio, the limit's ratio."""
+    times = dict(contestants)
+    own = times.pop("gen", None)
+    limit = times.pop("limit", None)
+    if own is None:
+        return ["-"] * 4
+    row = [time_text(own), "-", "-", "-"]
+    if times:
+        peer = min(times, key=times.get)
+        row[1] = f"{time_text(times[peer])} ({peer})"
+        row[2] = ratio_text(own / times[peer], peer_target)
+    if limit is not None:
+        row[3] = ratio_text(own / limit, limit_target)
+    return row
+
+
+def main(arguments):
+    if len(arguments) < 2:
+        sys.exit(__doc__)
+    targets = read_targets(arguments[0])
+    widths = [argument.split("=", 1) for argument in arguments[1:]]
+    results = [(label, read_medians(path)) for label, path in widths]
+
+    header = ["work (ns)"]
+    for label, _ in results:
+        header += [f"gen, {label}", f"best peer, {label}", "gen/peer", "gen/limit"]
+    print("| " + " | ".join(header) + " |")
+    print("|---" * len(header) + "|")
+    works = list(dict.fromkeys(work for _, medians in results for work in medians))
+    for work in works:
+        row = [work]
+        peer64, peer32, limit = targets.get(work, [None, None, None])
+        for label, medians in results:
+            target = peer32 if label.startswith("32") else peer64
+            row += cells(medians.get(work, {}), target, limit)
+        print("| " + " | ".join(row) + " |")
+
+
+if __name__ == "__main__":
+    main(sys.argv[1:])

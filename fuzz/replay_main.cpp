@@ -1,0 +1,44 @@
+// Feeds files, or all files of directories, to a fuzz target once each.
+
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size);
+
+namespace {
+
+int replayed = 0;
+
+void replay(std::filesystem::path const& file) {
+    std::printf("%s\n", file.c_str());
+    std::fflush(stdout);
+    std::ifstream stream(file, std::ios::binary);
+    std::string const content(std::istreambuf_iterator<char>(stream), {});
+    // An exact copy, so that a sanitizer sees a step over either end.
+    std::vector<std::uint8_t> const bytes(content.begin(), content.end());
+    LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
+    ++replayed;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        if (!std::filesystem::is_directory(argv[i])) {
+            replay(argv[i]);
+            continue;
+        }
+        for (auto const& entry : std::filesystem::directory_iterator(argv[i]))
+            replay(entry.path());
+    }
+    if (replayed == 0) {
+        std::fprintf(stderr, "%s: nothing to replay\n", argv[0]);
+        return 1;
+    }
+    return 0;
+}

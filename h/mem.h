@@ -19,16 +19,21 @@ class KORVANE_API MEM_INITIALIZER {
     MEM_INITIALIZER& operator=(MEM_INITIALIZER const&) = delete;
 
   private:
+    friend KORVANE_API bool mem_is_registered_owner(char const* owner);
+
+    static MEM_INITIALIZER* s_newest;
+
     char const* m_owner;
-    MEM_INITIALIZER* m_next;
+    MEM_INITIALIZER* m_next; // the next older one
 };
 
 /// True while a MEM_INITIALIZER of that owner lives; false for null.
 KORVANE_API bool mem_is_registered_owner(char const* owner);
 
 /// A configuration switch: what mem_cfg_set said last, else what the environment variable
-/// "KORVANE_CFG" says (comma-separated, `name` or `name=on` or `name=off`, the last mention
-/// counts), else @p by_default. A null or empty name gives @p by_default.
+/// "KORVANE_CFG" says (comma-separated, `name` or `name=on` or `name=off`, blanks around a mention
+/// ignored, the last mention counts), else @p by_default. A mention with any other value says
+/// nothing. The variable is read anew by every call. A null or empty name gives @p by_default.
 KORVANE_API bool mem_cfg_is_on(char const* name, bool by_default);
 /// Sets a switch for this process, whatever the environment says. A null or empty name is ignored.
 KORVANE_API void mem_cfg_set(char const* name, bool on);

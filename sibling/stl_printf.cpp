@@ -24,6 +24,8 @@ int stl_sprintf(STR* out, char const* format, ...) {
 }
 
 int stl_vsprintf(STR* out, char const* format, char* args) {
+    if (format == nullptr)
+        format = "";
     char buffer[512];
     va_list copy;
     copy_arguments(copy, args);

@@ -1,0 +1,76 @@
+#include "mem.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <string_view>
+
+namespace {
+
+struct SWITCH {
+    STR name;
+    bool on;
+};
+
+// What mem_cfg_set said. A host sets a handful at most, so a list is searched from end to end.
+MEM_LIST<SWITCH> set_switches;
+
+MEM_LIST<SWITCH>::iterator find_set_switch(std::string_view name) {
+    return std::find_if(set_switches.begin(), set_switches.end(),
+                        [name](SWITCH const& entry) { return entry.name == name; });
+}
+
+std::string_view without_blanks(std::string_view text) {
+    std::size_t const first = text.find_first_not_of(" \t");
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(" \t") + 1 - first);
+}
+
+bool switch_in_list(std::string_view list, std::string_view name, bool by_default) {
+    bool on = by_default;
+    while (!list.empty()) {
+        std::size_t const end = std::min(list.find(','), list.size());
+        std::string_view const mention = without_blanks(list.substr(0, end));
+        if (mention.starts_with(name)) {
+            std::string_view const value = mention.substr(name.size());
+            if (value.empty() || value == "=on")
+                on = true;
+            else if (value == "=off")
+                on = false;
+        }
+        list.remove_prefix(std::min(end + 1, list.size()));
+    }
+    return on;
+}
+
+bool is_name(char const* name) {
+    return name != nullptr && *name != '\0';
+}
+
+} // namespace
+
+bool mem_cfg_is_on(char const* name, bool by_default) {
+    if (!is_name(name))
+        return by_default;
+    if (!set_switches.empty())
+        if (auto const found = find_set_switch(name); found != set_switches.end())
+            return found->on;
+    char const* const list = std::getenv("KORVANE_CFG");
+    return list != nullptr ? switch_in_list(list, name, by_default) : by_default;
+}
+
+void mem_cfg_set(char const* name, bool on) {
+    if (!is_name(name))
+        return;
+    if (auto const found = find_set_switch(name); found != set_switches.end())
+        found->on = on;
+    else
+        set_switches.push_back({name, on});
+}
+
+void mem_cfg_unset(char const* name) {
+    if (!is_name(name))
+        return;
+    if (auto const found = find_set_switch(name); found != set_switches.end())
+        set_switches.erase(found);
+}

@@ -1,0 +1,6 @@
+#pragma once
+
+/// Everything that gen offers.
+
+#include "gen_legal.h"
+#include "gen_string_compare.h"

@@ -4,5 +4,6 @@
 
 #include "fio_file_system.h"
 #include "fio_find.h"
+#include "fio_observer.h"
 #include "fio_path.h"
 #include "fio_type.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-/// What gen asks of the file system.
+/// What gen asks of the file system. Every text with an embedded NUL names nothing.
 
 #include "fio_path.h"
 #include "korvane_export.h"
@@ -8,16 +8,18 @@
 
 /// One match of a directory search.
 struct _finddata_t {
-    char name[260]; ///< bare file name; a longer one is never delivered
+    char name[260]; ///< bare file name
     long size;      ///< bytes; sticks at the largest long
 };
 
 class FIO_FILE_SYSTEM {
   public:
-    /// A file or directory of that name exists. False for null and "".
+    /// A file or directory of that name exists, for this process to reach; a dangling link does
+    /// not. False for null and "".
     KORVANE_API static bool exists(char const* path);
     KORVANE_API static bool exists(FIO_PATH const& path);
-    /// Creates the directory and its missing parents; true when it is there afterwards.
+    /// Creates the directory and its missing parents; true when it is there afterwards, and a
+    /// directory.
     KORVANE_API static bool create(STR const& directory);
     /// Creates an empty file, exclusively: false when the name exists in whatever form (a dangling
     /// link included) or cannot be created.
@@ -25,10 +27,10 @@ class FIO_FILE_SYSTEM {
     /// The current directory, "" when it cannot be told.
     KORVANE_API static STR get_current_directory();
 
-    /// Begins the enumeration of the names that match @p pattern ("dir/*.dll"), sorted by byte
-    /// value;
-    /// "." and ".." are never among them. Fills @p data with the first and gives a handle for
-    /// findnext and findclose; -1 when nothing matches or an argument is null.
+    /// Begins the enumeration of the names that match @p pattern ("dir/*.dll"), where "*" stands
+    /// for any run of bytes and "?" for one byte, in the last step only. The names come sorted by
+    /// byte value; "." and ".." are never among them. Fills @p data with the first and gives a
+    /// handle for findnext and findclose; -1 when nothing matches or an argument is null.
     KORVANE_API static long findfirst(char const* pattern, _finddata_t* data);
     /// 0 and the next match in @p data, or -1 when there is none, or the handle is not open.
     KORVANE_API static int findnext(long handle, _finddata_t* data);

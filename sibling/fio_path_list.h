@@ -1,0 +1,10 @@
+#pragma once
+
+/// Path-list texts. Private to the file-I/O library.
+
+#include <string_view>
+
+#include "mem_alloc_sys.h"
+
+/// The entries of a path-list text, as FIO_FIND describes it, as views into it.
+MEM_VECTOR<std::string_view> fio_split_path_list(STR const& text);

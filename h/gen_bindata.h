@@ -3,6 +3,9 @@
 /// Histogram bins: counting real-valued items into bins of equal width over a closed range.
 
 #include <cstdint>
+#if defined(__SSE2_MATH__)
+#include <emmintrin.h>
+#endif
 
 #include "korvane_export.h"
 
@@ -44,7 +47,7 @@ class KORVANE_API GEN_BINDATA {
 
     /// Counts one item in bin(item), with the same report for one out of range, and in size(). An
     /// item whose bin does not exist counts in size() alone.
-    void add_item(double item);
+    inline void add_item(double item);
 
     /// The index of the bin that @p item falls in. Reports "item >= m_low && item <= m_high" for
     /// any other item, NaN included, and answers with the same computation: the distance from the
@@ -71,4 +74,28 @@ class KORVANE_API GEN_BINDATA {
     double m_low;
     double m_high;
     double m_bin_width;
+
+    /// The whole of add_item.
+    void add_any_item(double item);
 };
+
+inline void GEN_BINDATA::add_item(double item) {
+#if defined(__SSE2_MATH__)
+    // The usual item is counted in the caller, which is several times cheaper than a call. Only
+    // where doubles round as they do in the library, though: the wider arithmetic of the old
+    // floating-point unit would count some items in another bin than bin() tells.
+    if (item >= m_low && item <= m_high) [[likely]] {
+        // The intrinsic is defined for every quotient; what fits no integer gives 2^31, which is
+        // not the index of a bin.
+        double const quotient = (item - m_low) / m_bin_width;
+        auto index = static_cast<std::uint32_t>(_mm_cvttsd_si32(_mm_set_sd(quotient)));
+        index -= static_cast<std::uint32_t>(index == m_num_bins);
+        if (index < m_num_bins) [[likely]] {
+            ++m_counts[index];
+            ++m_num_items;
+            return;
+        }
+    }
+#endif
+    add_any_item(item);
+}

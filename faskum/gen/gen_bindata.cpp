@@ -4,7 +4,6 @@
 #include "mem_alloc_sys.h"
 
 #include <algorithm>
-#include <emmintrin.h>
 
 namespace {
 
@@ -12,19 +11,16 @@ void report(char const* condition, int line) {
     err_report_internal_error(condition, "GEN", "gen_bindata", line);
 }
 
-// Kept out of line: counting is as fast as its call, and this never happens in a healthy tool.
-[[gnu::noinline, gnu::cold]] void report_item_out_of_range() {
-    constexpr int line = 164;
-    report("item >= m_low && item <= m_high", line);
-}
-
-// The processor's own truncation gives 0x80000000 for all that fits no 32-bit integer, NaN
-// included, where a cast would be undefined; so both widths agree on every item whatever.
+// Truncates toward zero. What fits no 32-bit integer, NaN included, gives the value that the
+// processor gives for it, where a cast would be undefined.
 std::uint32_t truncate(double value) {
-    return static_cast<std::uint32_t>(_mm_cvttsd_si32(_mm_set_sd(value)));
+    constexpr std::uint32_t no_integer = 0x80000000U;
+    if (value > -2147483649.0 && value < 2147483648.0)
+        return static_cast<std::uint32_t>(static_cast<std::int32_t>(value));
+    return no_integer;
 }
 
-// Divides by the width instead of multiplying by its reciprocal: the two differ at bin edges.
+// Divides by the width and does not multiply by its reciprocal: the two differ at bin edges.
 std::uint32_t bin_index(double distance, double bin_width, std::uint32_t num_bins) {
     std::uint32_t const index = truncate(distance / bin_width);
     return index - static_cast<std::uint32_t>(index == num_bins);
@@ -54,18 +50,17 @@ GEN_BINDATA::~GEN_BINDATA() {
         report("total == m_num_items", total_line);
 }
 
-void GEN_BINDATA::add_item(double item) {
-    if (!(item >= m_low && item <= m_high)) [[unlikely]]
-        report_item_out_of_range();
-    std::uint32_t const index = bin_index(item - m_low, m_bin_width, m_num_bins);
-    if (index < m_num_bins) [[likely]]
+void GEN_BINDATA::add_any_item(double item) {
+    std::uint32_t const index = bin(item);
+    if (index < m_num_bins)
         ++m_counts[index];
     ++m_num_items;
 }
 
 unsigned GEN_BINDATA::bin(double item) const {
-    if (!(item >= m_low && item <= m_high)) [[unlikely]]
-        report_item_out_of_range();
+    constexpr int line = 164;
+    if (!(item >= m_low && item <= m_high))
+        report("item >= m_low && item <= m_high", line);
     return bin_index(item - m_low, m_bin_width, m_num_bins);
 }
 

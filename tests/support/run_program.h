@@ -14,11 +14,11 @@ struct ProgramResult {
 /// How to start a child process.
 struct ProgramStart {
     std::vector<std::string> arguments; ///< argv, its first entry included
-    std::string file;                   ///< what to execute; arguments[0] when empty
-    std::string input;                  ///< standard input
-    std::string directory;              ///< current directory; this process's when empty
-    std::vector<std::pair<std::string, std::string>> set;
-    std::vector<std::string> unset;
+    std::string file = {};              ///< what to execute; arguments[0] when empty
+    std::string input = {};             ///< standard input
+    std::string directory = {};         ///< current directory; this process's when empty
+    std::vector<std::pair<std::string, std::string>> set = {};
+    std::vector<std::string> unset = {};
     bool clear_environment = false; ///< start from no environment at all
     bool no_argv = false;           ///< argc is 0 and argv[0] is null
 };

@@ -1,0 +1,21 @@
+// What is built when the library is loaded and destroyed, in reverse, when it is unloaded. It is
+// one source so that the order is the one written here: the owner outlives the texts that are
+// charged to it, and the path state goes before the texts.
+
+#include "gen_path_library.h"
+#include "gen_path_project.h"
+#include "mem.h"
+
+namespace {
+MEM_INITIALIZER const owner("GEN");
+} // namespace
+
+STR gen_project_dir_path;
+STR gen_korvane_library_paths;
+STR gen_project_library_paths;
+STR gen_user_library_paths;
+STR gen_project_output_directory;
+
+namespace {
+GEN_PATH_INITIALIZER const path_state;
+} // namespace

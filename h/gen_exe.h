@@ -1,0 +1,93 @@
+#pragma once
+
+/// Start-up of an executable of the suite, where it lies, and a few services for its process.
+///
+/// Every executable begins with GEN_DEFINE_MAIN. Whatever depends on the executable's location ends
+/// a process that did not: two lines on standard error, then exit status 255.
+
+#include "korvane_export.h"
+#include "mem_alloc_sys.h"
+
+/// Defines main of an executable: start-up, the body that follows, shut-down.
+///
+///     GEN_DEFINE_MAIN(argc, argv) {
+///         return run(argc, argv);
+///     }
+///
+/// The body sees `int argc` and `char const** argv` under the names given, and returns the exit
+/// status. A body that calls exit leaves out the shut-down.
+#define GEN_DEFINE_MAIN(argc, argv)                                                                \
+    static int gen_defined_main(int argc, char const** argv);                                      \
+    int main(int gen_argc, char** gen_argv) {                                                      \
+        char const** const gen_arguments = const_cast<char const**>(gen_argv);                     \
+        gen_exe_init(gen_argc, gen_arguments);                                                     \
+        int const gen_status = gen_defined_main(gen_argc, gen_arguments);                          \
+        gen_exe_fini();                                                                            \
+        return gen_status;                                                                         \
+    }                                                                                              \
+    static int gen_defined_main([[maybe_unused]] int argc, [[maybe_unused]] char const** argv)
+
+/// The executable's absolute path; null until gen_exe_init has found it, constant and never freed
+/// afterwards.
+KORVANE_API extern char* gen_module_fullpath;
+
+/// Start-up: finds the executable, sets the environment variable "KORVANE_ROOTDIR" to the
+/// installation root where it is missing, starts module loading and version information, and leaves
+/// gen's query functions with the memory library.
+///
+/// `argv[0]` is taken as it is when it has a "/" and names a file; else the file of its last name
+/// is looked for as find_executable_in_path does. A null counts as "". Where that finds nothing,
+/// "Failed to find '" and argv[0] go to standard error and the process ends with exit status 255.
+/// A second call keeps the first location and does the rest again. A root of more than a kilobyte
+/// leaves the variable unset.
+KORVANE_API void gen_exe_init(int argc, char const** argv);
+/// Ends version information and module loading. The executable's location stays known.
+KORVANE_API void gen_exe_fini();
+
+/// A regular file of that name exists, behind symbolic links too. Directories and devices are
+/// not files; a socket counts as one.
+KORVANE_API bool gen_file_exists(STR const& path);
+
+/// Looks the executable @p name up and gives its path, which may be relative:
+///
+/// 1. "$KORVANE_ROOTDIR/$KORVANE_PLATFORM/name" where both variables are set,
+/// 2. "$KORVANE_DIR/bin/name" where that one is set,
+/// 3. "entry/name" for each entry of "PATH"; an empty entry stands for the root directory, one that
+///    makes a path of more than 1023 bytes is passed over.
+///
+/// Where no file is found it gives the last candidate of the first two steps, which does not exist,
+/// or "" when neither variable was set.
+KORVANE_API STR find_executable_in_path(STR const& name);
+
+// Of the executable /opt/k/linux/tool.exe:
+
+/// "/opt/k/linux/tool.exe".
+KORVANE_API STR gen_get_module_fullpath();
+/// "/opt/k/linux/".
+KORVANE_API STR gen_get_module_path();
+/// "tool.exe".
+KORVANE_API STR gen_get_module_filename();
+/// "/opt/k/", the installation root: the parent of the executable's directory.
+KORVANE_API STR gen_get_korvane_path();
+/// The executable's name without extension is that of the suite's graphical shell, letter for
+/// letter.
+KORVANE_API bool gen_is_in_ui_process();
+
+/// Milliseconds from an arbitrary fixed point, as the kernel's clock ticks. The ticks are turned
+/// into milliseconds in 32 bits: the value jumps each time their product with 1000 passes 2^31,
+/// every six hours or so at 100 ticks a second. Meant for differences of less than that.
+KORVANE_API int gen_get_tick_count();
+
+/// Adds 10 to the process's nice value; a refusal is ignored.
+KORVANE_API void gen_lower_process_priority();
+
+/// Stops in the debugger, but only with the configuration switch "dont_catch_all_exceptions" on.
+/// @param guarded whatever exception the stop raises is caught and dropped
+KORVANE_API void gen_debug_break(bool guarded);
+
+/// Does nothing on this platform.
+KORVANE_API void gen_debug_output_string(char const* text);
+
+/// Writes a printf-style message to the memory library's debug channel under the owner "GEN", and
+/// gives the channel's answer. A null format counts as an empty one.
+KORVANE_API int gen_mem_msg_debug(char const* format, ...) KORVANE_PRINTF(1, 2);

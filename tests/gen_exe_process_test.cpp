@@ -1,0 +1,98 @@
+#include "gen_exe.h"
+
+#include "mem.h"
+#include "run_program.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::IsEmpty;
+
+namespace {
+
+std::string process_probe(std::vector<std::string> arguments, std::string const& switches = "") {
+    arguments.insert(arguments.begin(), TEST_BINARY_DIR "/process_probe");
+    ProgramResult const result =
+        run_program({.arguments = arguments, .set = {{"KORVANE_CFG", switches}}});
+    EXPECT_EQ(result.status, 0) << result.errors;
+    return result.output;
+}
+
+} // namespace
+
+TEST(GenGetTickCount, WrapsAsSigned32BitArithmetic) {
+    // 100 ticks a second, as on every Linux of these widths.
+    struct {
+        char const* ticks;
+        char const* milliseconds;
+    } const cases[] = {
+        {"0", "0"},
+        {"1", "10"},
+        {"100", "1000"},
+        {"2147483", "21474830"},
+        {"2147484", "-21474832"}, // 2147484000 - 2^32
+        {"4294967", "-2"},        // -296, divided towards zero
+        {"4294968", "7"},
+        {"2147483647", "-10"}, // the largest 32-bit tick: 1000 * (2^31 - 1) = -1000
+        {"-1", "-10"},         // what times() gives for an error
+    };
+    for (auto const& [ticks, milliseconds] : cases)
+        EXPECT_EQ(process_probe({"ticks", ticks}), std::string(milliseconds) + "\n") << ticks;
+}
+
+TEST(GenGetTickCount, AdvancesWithTheClock) {
+    int const before = gen_get_tick_count();
+    timespec const pause = {0, 30'000'000};
+    nanosleep(&pause, nullptr);
+    // By wrapping arithmetic: the test may run while the count jumps back.
+    EXPECT_NE(gen_get_tick_count(), before);
+}
+
+TEST(GenLowerProcessPriority, AsksForTenMoreAndIgnoresARefusal) {
+    EXPECT_EQ(process_probe({"nice"}), "nice 10\n");
+}
+
+TEST(GenDebugBreak, NeedsItsSwitch) {
+    for (char const* const guard : {"guarded", "bare"}) {
+        EXPECT_EQ(process_probe({"break", guard}), "breaks 0, returned\n");
+        EXPECT_EQ(process_probe({"break", guard}, "dont_catch_all_exceptions=off"),
+                  "breaks 0, returned\n");
+    }
+}
+
+TEST(GenDebugBreak, DropsWhatIsRaisedOnlyWhenGuarded) {
+    EXPECT_EQ(process_probe({"break", "guarded"}, "dont_catch_all_exceptions"),
+              "breaks 1, returned\n");
+    EXPECT_EQ(process_probe({"break", "bare"}, "dont_catch_all_exceptions"), "breaks 1, raised\n");
+}
+
+TEST(GenDebugOutputString, DoesNothing) {
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    gen_debug_output_string("text");
+    gen_debug_output_string(nullptr);
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), IsEmpty());
+    EXPECT_THAT(testing::internal::GetCapturedStdout(), IsEmpty());
+}
+
+namespace {
+
+std::string last_message;
+
+int keep_message(char const* owner, char const* text) {
+    last_message = std::string(owner) + ": " + text;
+    return 77;
+}
+
+} // namespace
+
+TEST(GenMemMsgDebug, GoesOutUnderTheOwnerAndGivesTheChannelsAnswer) {
+    MEM_MSG_SINK const previous = mem_msg_set_sink(keep_message);
+    EXPECT_EQ(gen_mem_msg_debug("%s has %d of %ld, %.2f", "top", 3, 5L, 0.5), 77);
+    EXPECT_EQ(last_message, "GEN: top has 3 of 5, 0.50");
+    EXPECT_EQ(gen_mem_msg_debug("plain"), 77);
+    EXPECT_EQ(last_message, "GEN: plain");
+    EXPECT_EQ(gen_mem_msg_debug(nullptr), 77);
+    EXPECT_EQ(last_message, "GEN: ");
+    mem_msg_set_sink(previous);
+}

@@ -1,0 +1,96 @@
+#pragma once
+
+/// What a subcommand has to say, described once and shown as text for people or as JSON for
+/// scripts.
+
+#include <concepts>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+/// One value of an answer: nothing, a truth, a number, a text, a list or a record of values.
+class Value {
+  public:
+    using List = std::vector<Value>;
+    /// Keys in the order in which they are shown.
+    using Record = std::vector<std::pair<std::string, Value>>;
+    /// Texts that somebody else holds until the answer has been shown.
+    using Lines = std::vector<std::string_view>;
+    using Content = std::variant<std::monostate, bool, std::int64_t, std::uint64_t, double,
+                                 std::string, List, Record, Lines>;
+
+    /// Not known: "-" as text, null in JSON.
+    Value() = default;
+    Value(std::same_as<bool> auto truth) : m_content(truth) {}
+    Value(std::signed_integral auto number) : m_content(std::int64_t{number}) {}
+    template <std::unsigned_integral NUMBER>
+    requires(!std::same_as<NUMBER, bool>) Value(NUMBER number) : m_content(std::uint64_t{number}) {}
+    Value(double number) : m_content(number) {}
+    Value(std::string_view text) : m_content(std::string(text)) {}
+    Value(char const* text) : m_content(std::string(text)) {}
+    /// STR and std::string alike.
+    template <typename ALLOCATOR>
+    Value(std::basic_string<char, std::char_traits<char>, ALLOCATOR> const& text)
+        : m_content(std::string(text.data(), text.size())) {}
+    Value(List list) : m_content(std::move(list)) {}
+    Value(Record record) : m_content(std::move(record)) {}
+    Value(Lines lines) : m_content(std::move(lines)) {}
+
+    Content const& content() const { return m_content; }
+
+  private:
+    Content m_content;
+};
+
+/// The answer of one subcommand: named values in order, each with the way in which people see it.
+/// JSON is one object of all of them, whatever their way.
+class Answer {
+  public:
+    enum class Shown {
+        labelled, ///< "key   value", values aligned; lists and records below each other
+        plain,    ///< the value alone, a list as one line an item
+        table,    ///< a list of records as columns under their keys
+        hidden,   ///< in JSON only
+    };
+    struct Entry {
+        std::string key;
+        Value value;
+        Shown shown;
+    };
+
+    void field(std::string key, Value value) {
+        add(std::move(key), std::move(value), Shown::labelled);
+    }
+    void plain(std::string key, Value value) {
+        add(std::move(key), std::move(value), Shown::plain);
+    }
+    void table(std::string key, Value::List rows) {
+        add(std::move(key), std::move(rows), Shown::table);
+    }
+    void detail(std::string key, Value value) {
+        add(std::move(key), std::move(value), Shown::hidden);
+    }
+    /// A line for people alone, written to standard error: why nothing was found, for example.
+    void remark(std::string text) { m_remarks.push_back(std::move(text)); }
+
+    std::vector<Entry> const& entries() const { return m_entries; }
+    std::vector<std::string> const& remarks() const { return m_remarks; }
+
+  private:
+    void add(std::string key, Value value, Shown shown) {
+        m_entries.push_back({std::move(key), std::move(value), shown});
+    }
+
+    std::vector<Entry> m_entries;
+    std::vector<std::string> m_remarks;
+};
+
+/// Writes the answer for people; a key's "_" are shown as blanks.
+void print_text(Answer const& answer, std::FILE* stream);
+/// Writes the answer as one JSON object. Bytes that are not UTF-8 become U+FFFD, since JSON has no
+/// way to say them.
+void print_json(Answer const& answer, std::FILE* stream);

@@ -1,0 +1,182 @@
+#include "answer.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace {
+
+void write_line(std::string_view text, std::FILE* stream) {
+    std::fwrite(text.data(), 1, text.size(), stream);
+    std::fputc('\n', stream);
+}
+
+std::string label_of(std::string_view key) {
+    std::string label(key);
+    std::replace(label.begin(), label.end(), '_', ' ');
+    return label;
+}
+
+std::string number_text(auto number) {
+    char digits[64];
+    return {digits, std::to_chars(digits, digits + sizeof digits, number).ptr};
+}
+
+/// A value on one line.
+struct InlineText {
+    std::string operator()(std::monostate) const { return "-"; }
+    std::string operator()(bool truth) const { return truth ? "yes" : "no"; }
+    std::string operator()(std::int64_t number) const { return number_text(number); }
+    std::string operator()(std::uint64_t number) const { return number_text(number); }
+    std::string operator()(double number) const { return number_text(number); }
+    std::string operator()(std::string const& text) const { return text; }
+    std::string operator()(Value::List const& list) const {
+        return joined(list,
+                      [this](Value const& item) { return std::visit(*this, item.content()); });
+    }
+    std::string operator()(Value::Lines const& lines) const {
+        return joined(lines, [](std::string_view line) { return std::string(line); });
+    }
+    std::string operator()(Value::Record const& record) const {
+        return joined(record, [this](auto const& member) {
+            return label_of(member.first) + " " + std::visit(*this, member.second.content());
+        });
+    }
+
+    static std::string joined(auto const& items, auto const& text_of) {
+        std::string all;
+        for (auto const& item : items)
+            all += (all.empty() ? "" : ", ") + text_of(item);
+        return all;
+    }
+};
+
+std::string inline_text(Value const& value) {
+    return std::visit(InlineText{}, value.content());
+}
+
+/// The same beside a label or in a column, where an empty text would look like a mistake.
+std::string visible_text(Value const& value) {
+    std::string text = inline_text(value);
+    return text.empty() ? "-" : text;
+}
+
+/// "label   value" lines. A record goes below its label, two columns further in; the items of a
+/// list go below each other.
+class LabelledText {
+  public:
+    LabelledText(std::FILE* stream, std::size_t indent, std::size_t width)
+        : m_stream(stream), m_indent(indent), m_width(width) {}
+
+    void show(std::string_view key, Value const& value) const {
+        if (auto const* const record = std::get_if<Value::Record>(&value.content())) {
+            write_line(std::string(m_indent, ' ') + label_of(key), m_stream);
+            show_record(*record);
+            return;
+        }
+        std::string start = std::string(m_indent, ' ') + label_of(key);
+        start.resize(std::max(start.size(), m_indent + m_width), ' ');
+        auto const* const list = std::get_if<Value::List>(&value.content());
+        if (list == nullptr || list->empty()) {
+            write_line(start + "  " + visible_text(value), m_stream);
+            return;
+        }
+        for (Value const& item : *list) {
+            write_line(start + "  " + visible_text(item), m_stream);
+            start.assign(start.size(), ' ');
+        }
+    }
+
+    static std::size_t width_of(auto const& keyed, auto const& key_of) {
+        std::size_t width = 0;
+        for (auto const& one : keyed)
+            width = std::max(width, key_of(one));
+        return width;
+    }
+
+  private:
+    void show_record(Value::Record const& record) const {
+        std::size_t const width =
+            width_of(record, [](auto const& member) { return member.first.size(); });
+        std::size_t const inner = std::max(width, m_width > 2 ? m_width - 2 : 0);
+        for (auto const& [key, value] : record)
+            LabelledText(m_stream, m_indent + 2, inner).show(key, value);
+    }
+
+    std::FILE* m_stream;
+    std::size_t m_indent;
+    std::size_t m_width;
+};
+
+void show_plain(Value const& value, std::FILE* stream) {
+    if (auto const* const lines = std::get_if<Value::Lines>(&value.content())) {
+        for (std::string_view const line : *lines)
+            write_line(line, stream);
+    } else if (auto const* const list = std::get_if<Value::List>(&value.content())) {
+        for (Value const& item : *list)
+            write_line(inline_text(item), stream);
+    } else {
+        write_line(inline_text(value), stream);
+    }
+}
+
+using Row = std::vector<std::string>;
+
+std::vector<Row> cells_of(Value::List const& rows) {
+    std::vector<Row> cells;
+    for (Value const& value : rows) {
+        auto const& record = std::get<Value::Record>(value.content());
+        if (cells.empty()) {
+            Row& heads = cells.emplace_back();
+            for (auto const& member : record)
+                heads.push_back(label_of(member.first));
+        }
+        Row& row = cells.emplace_back();
+        for (auto const& member : record)
+            row.push_back(visible_text(member.second));
+    }
+    return cells;
+}
+
+void show_table(Value::List const& rows, std::FILE* stream) {
+    std::vector<Row> const cells = cells_of(rows);
+    std::vector<std::size_t> widths;
+    for (Row const& row : cells) {
+        widths.resize(std::max(widths.size(), row.size()));
+        for (std::size_t column = 0; column < row.size(); ++column)
+            widths[column] = std::max(widths[column], row[column].size());
+    }
+    for (Row const& row : cells) {
+        std::string line;
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            line += row[column];
+            if (column + 1 < row.size())
+                line.append(widths[column] - row[column].size() + 2, ' ');
+        }
+        write_line(line, stream);
+    }
+}
+
+} // namespace
+
+void print_text(Answer const& answer, std::FILE* stream) {
+    auto const labelled_width = [](Answer::Entry const& entry) {
+        return entry.shown == Answer::Shown::labelled ? entry.key.size() : 0;
+    };
+    LabelledText const labelled(stream, 0,
+                                LabelledText::width_of(answer.entries(), labelled_width));
+    for (Answer::Entry const& entry : answer.entries()) {
+        switch (entry.shown) {
+        case Answer::Shown::labelled:
+            labelled.show(entry.key, entry.value);
+            break;
+        case Answer::Shown::plain:
+            show_plain(entry.value, stream);
+            break;
+        case Answer::Shown::table:
+            show_table(std::get<Value::List>(entry.value.content()), stream);
+            break;
+        case Answer::Shown::hidden:
+            break;
+        }
+    }
+}

@@ -8,3 +8,4 @@
 #include "gen_path_library.h"
 #include "gen_path_project.h"
 #include "gen_string_compare.h"
+#include "gen_time.h"

@@ -73,11 +73,6 @@ KORVANE_API STR gen_get_korvane_path();
 /// letter.
 KORVANE_API bool gen_is_in_ui_process();
 
-/// Milliseconds from an arbitrary fixed point, as the kernel's clock ticks. The ticks are turned
-/// into milliseconds in 32 bits: the value jumps each time their product with 1000 passes 2^31,
-/// every six hours or so at 100 ticks a second. Meant for differences of less than that.
-KORVANE_API int gen_get_tick_count();
-
 /// Adds 10 to the process's nice value; a refusal is ignored.
 KORVANE_API void gen_lower_process_priority();
 

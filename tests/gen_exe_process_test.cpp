@@ -20,34 +20,6 @@ std::string process_probe(std::vector<std::string> arguments, std::string const&
 
 } // namespace
 
-TEST(GenGetTickCount, WrapsAsSigned32BitArithmetic) {
-    // 100 ticks a second, as on every Linux of these widths.
-    struct {
-        char const* ticks;
-        char const* milliseconds;
-    } const cases[] = {
-        {"0", "0"},
-        {"1", "10"},
-        {"100", "1000"},
-        {"2147483", "21474830"},
-        {"2147484", "-21474832"}, // 2147484000 - 2^32
-        {"4294967", "-2"},        // -296, divided towards zero
-        {"4294968", "7"},
-        {"2147483647", "-10"}, // the largest 32-bit tick: 1000 * (2^31 - 1) = -1000
-        {"-1", "-10"},         // what times() gives for an error
-    };
-    for (auto const& [ticks, milliseconds] : cases)
-        EXPECT_EQ(process_probe({"ticks", ticks}), std::string(milliseconds) + "\n") << ticks;
-}
-
-TEST(GenGetTickCount, AdvancesWithTheClock) {
-    int const before = gen_get_tick_count();
-    timespec const pause = {0, 30'000'000};
-    nanosleep(&pause, nullptr);
-    // By wrapping arithmetic: the test may run while the count jumps back.
-    EXPECT_NE(gen_get_tick_count(), before);
-}
-
 TEST(GenLowerProcessPriority, AsksForTenMoreAndIgnoresARefusal) {
     EXPECT_EQ(process_probe({"nice"}), "nice 10\n");
 }

@@ -4,24 +4,7 @@
 #include "stl.h"
 #include "thr.h"
 
-#include <cstdint>
-#include <sys/times.h>
 #include <unistd.h>
-
-namespace {
-
-/// The product wraps at 2^32 and is then taken as signed, as the suite has always counted.
-int milliseconds_of(clock_t ticks, long ticks_a_second) {
-    std::uint32_t const product = static_cast<std::uint32_t>(ticks) * 1000U;
-    return static_cast<std::int32_t>(product) / static_cast<std::int32_t>(ticks_a_second);
-}
-
-} // namespace
-
-int gen_get_tick_count() {
-    struct tms unused;
-    return milliseconds_of(times(&unused), sysconf(_SC_CLK_TCK));
-}
 
 void gen_lower_process_priority() {
     [[maybe_unused]] int const refused = nice(10);

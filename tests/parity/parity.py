@@ -1,0 +1,137 @@
+#!/usr/bin/env python3
+"""Asks gen_query of both widths the same questions and wants the same answers, byte for byte.
+
+    parity.py BUILD OTHER_BUILD EXAMPLES
+
+The questions are in cases/*.txt, one file a family of subcommands:
+
+    # A comment.
+    $ gen_query text sort -i        a question; each is asked as it is and again with --json
+    < file10                        lines for its standard input
+    < file9
+    ? 1                             the exit status it must have, 0 where none is given
+    ~ [0-9]+ seconds                what a run may differ in: masked before the comparison
+
+Questions are asked in a copy of the example suite, with its project as the current directory. Both
+widths see the same paths, since both run from the same place, one after the other.
+"""
+
+import dataclasses
+import json
+import os
+import pathlib
+import re
+import shlex
+import shutil
+import subprocess
+import sys
+import tempfile
+
+SKIPPED = 77
+
+
+@dataclasses.dataclass
+class Question:
+    place: str
+    arguments: list
+    text: str = ""
+    status: int = 0
+    masks: list = dataclasses.field(default_factory=list)
+
+    def forms(self):
+        yield self.arguments
+        if not {"--json", "--help"} & set(self.arguments):
+            yield self.arguments[:1] + self.json_arguments()
+
+    def json_arguments(self):
+        rest = self.arguments[1:]
+        at = rest.index("--") if "--" in rest else len(rest)
+        return rest[:at] + ["--json"] + rest[at:]
+
+
+def read_questions(path):
+    questions = []
+    for number, line in enumerate(path.read_text().splitlines(), 1):
+        mark, rest = line[:2], line[2:]
+        if mark == "$ ":
+            questions.append(Question(f"{path.name}:{number}", shlex.split(rest)))
+        elif mark.rstrip() == "<":
+            questions[-1].text += rest + "\n"
+        elif mark == "? ":
+            questions[-1].status = int(rest)
+        elif mark == "~ ":
+            questions[-1].masks.append(rest)
+        elif line.strip() and not line.startswith("#"):
+            sys.exit(f"{path.name}:{number}: not understood: {line}")
+    return questions
+
+
+def stage(root, binary, examples):
+    """An installation with the executable of one width in it."""
+    shutil.rmtree(root, ignore_errors=True)
+    if examples.is_dir():
+        shutil.copytree(examples, root)
+    for directory in ("linux", "project", "home"):
+        (root / directory).mkdir(parents=True, exist_ok=True)
+    (root / "linux" / "gen_query").symlink_to(binary)
+
+
+def ask(root, question, arguments):
+    environment = {"PATH": f"{root}/linux:/usr/bin:/bin", "HOME": f"{root}/home", "LC_ALL": "C",
+                   "TZ": "UTC"}
+    done = subprocess.run(arguments, input=question.text.encode(), capture_output=True,
+                          cwd=root / "project", env=environment,
+                          executable=root / "linux" / "gen_query", timeout=60, check=False)
+    answer = [done.stdout, done.stderr]
+    for mask in question.masks:
+        answer = [re.sub(mask.encode(), b"<masked>", text) for text in answer]
+    return done.returncode, *answer
+
+
+def answers_of(root, binary, examples, questions):
+    stage(root, binary, examples)
+    return [ask(root, question, arguments)
+            for question in questions for arguments in question.forms()]
+
+
+def faults_of(question, arguments, one, other):
+    status, output, errors = one
+    if one != other:
+        yield f"the widths differ:\n{one}\n{other}"
+    if status != question.status:
+        yield f"exit status {status}, not {question.status}: {errors.decode(errors='replace')}"
+    if "--json" in arguments and output:
+        try:
+            json.loads(output)
+        except ValueError as error:
+            yield f"no JSON: {error}"
+
+
+def main(build, other_build, examples):
+    if not (other_build / "CMakeCache.txt").exists():
+        print(f"skipped: the other width is not configured in {other_build}")
+        return SKIPPED
+    # Never compare with what an older state of the sources left there.
+    subprocess.run(["cmake", "--build", other_build, "--target", "gen_query"],
+                   stdout=subprocess.DEVNULL, check=True)
+
+    cases = pathlib.Path(__file__).parent / "cases"
+    questions = [question for path in sorted(cases.glob("*.txt"))
+                 for question in read_questions(path)]
+    with tempfile.TemporaryDirectory() as directory:
+        root = pathlib.Path(os.path.realpath(directory)) / "korvane"
+        ours, theirs = (answers_of(root, path / "bin" / "gen_query", examples, questions)
+                        for path in (build, other_build))
+
+    asked = [(question, arguments) for question in questions for arguments in question.forms()]
+    failed = False
+    for (question, arguments), one, other in zip(asked, ours, theirs):
+        for fault in faults_of(question, arguments, one, other):
+            failed = True
+            print(f"{question.place}: {shlex.join(arguments)}\n  {fault}")
+    print(f"{len(asked)} questions asked of both widths")
+    return 1 if failed or not asked else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(*(pathlib.Path(argument) for argument in sys.argv[1:])))

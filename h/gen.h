@@ -5,6 +5,7 @@
 #include "gen_bindata.h"
 #include "gen_exe.h"
 #include "gen_legal.h"
+#include "gen_os_info.h"
 #include "gen_path_library.h"
 #include "gen_path_project.h"
 #include "gen_string_compare.h"

@@ -1,6 +1,7 @@
 // Asks the library the questions named on the command line, one after the other, and prints the
 // answers, a line each: what the tests start where the system is to answer otherwise than it does.
 
+#include "gen_os_info.h"
 #include "gen_time.h"
 
 #include "temp_directory.h"
@@ -35,7 +36,8 @@ std::string printed_time() {
     gen_print_local_time(&stream);
     stream.close();
     std::string const text = read_file(directory / "now");
-    return text.empty() || text.back() != '\n' ? text + "|" : text.substr(0, text.size() - 1) + "\\n";
+    return text.empty() || text.back() != '\n' ? text + "|"
+                                               : text.substr(0, text.size() - 1) + "\\n";
 }
 
 std::string formatted_time() {
@@ -44,9 +46,23 @@ std::string formatted_time() {
     return (done ? "true " : "false ") + std::string(text);
 }
 
+std::string system_names() {
+    using QUESTION = bool (*)(STR*);
+    STR text = "untouched";
+    int answered = 0;
+    for (QUESTION const question :
+         {GEN_MACHINE_INFO::get_os_name, GEN_MACHINE_INFO::get_os_version,
+          GEN_MACHINE_INFO::get_kernel_version, GEN_MACHINE_INFO::get_hw_name})
+        answered += question(&text) ? 1 : 0;
+    return std::to_string(answered) + " answered, " + std::string(text);
+}
+
 using ANSWER = std::function<std::string()>;
 
 std::map<std::string, ANSWER> const answers{
+    {"host_name", [] { return std::string(gen_get_host_name()); }},
+    {"address", [] { return std::string(gen_get_ip_addr("somewhere")); }},
+    {"system_names", system_names},
     {"ticks", [] { return std::to_string(gen_get_tick_count()); }},
     {"seconds", [] { return std::to_string(gen_get_current_time_seconds()); }},
     {"time", [] { return std::string(gen_get_current_time()); }},

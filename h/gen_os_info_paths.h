@@ -1,0 +1,36 @@
+#pragma once
+
+/// The search paths of child processes: an installation may hold, beside its platform directory, a
+/// 64-bit twin of it. A host puts the twin's directory in front before it starts a tool that lies
+/// there, and takes it away again afterwards:
+///
+///     STR path, library_path;
+///     bool const changed = gen_is_system_64bit() &&
+///                          gen_set_paths_for_64bit("fitter", path, library_path);
+///     start_tool("fitter");
+///     if (changed)
+///         gen_restore_paths(path, library_path);
+///
+/// All of it works on the process's environment and is for the main thread.
+
+#include "korvane_export.h"
+#include "mem_alloc_sys.h"
+
+/// Whether the environment variable "KORVANE_BIT_TYPE" begins with "64". The first answer holds for
+/// the life of the process.
+KORVANE_API bool gen_is_system_64bit();
+
+/// Puts the 64-bit directory, "<root>//<KORVANE_PLATFORM>64/", in front of "PATH" and
+/// "LD_LIBRARY_PATH", provided that @p exe_name exists in it.
+/// @param old_path, old_ld_library_path receive what the variables were, "" for one that was unset
+/// @return whether the environment was changed. If not, because "KORVANE_PLATFORM" is unset or the
+///         executable is not there, everything stays as it was.
+/// A second call puts the directory in front once more.
+KORVANE_API bool gen_set_paths_for_64bit(STR const& exe_name, STR& old_path,
+                                         STR& old_ld_library_path);
+
+/// Sets "PATH" and "LD_LIBRARY_PATH".
+KORVANE_API void gen_restore_paths(STR const& path, STR const& ld_library_path);
+
+/// True: every web browser will do on this platform.
+KORVANE_API bool gen_is_valid_web_browser();

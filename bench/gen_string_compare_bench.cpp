@@ -83,6 +83,13 @@ void enter_equal_texts(std::size_t length) {
     enter_pairs("gen_stricmp" + size, "gen", pairs, gen_stricmp);
     enter_pairs("gen_stricmp" + size, "glibc strcasecmp", pairs, strcasecmp);
     enter_pairs("gen_stricmp" + size, "limit", pairs, limit_compare<true>);
+
+    enter_pairs("gen_strnicmp" + size, "gen", pairs, [pairs](char const* a, char const* b) {
+        return gen_strnicmp(a, b, static_cast<unsigned>(pairs->size));
+    });
+    enter_pairs("gen_strnicmp" + size, "glibc strncasecmp", pairs,
+                [pairs](char const* a, char const* b) { return strncasecmp(a, b, pairs->size); });
+    enter_pairs("gen_strnicmp" + size, "limit", pairs, limit_compare<true>);
 }
 
 Family const equal_texts{[] {

@@ -8,5 +8,5 @@
 #include "gen_os_info.h"
 #include "gen_path_library.h"
 #include "gen_path_project.h"
-#include "gen_string_compare.h"
+#include "gen_string.h"
 #include "gen_time.h"

@@ -1,16 +1,22 @@
 #include "gen_string_compare.h"
 
+#include <bit>
+#include <climits>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "gen_cpu.h"
+#include "gen_string_ascii.h"
+#include "gen_string_block.h"
+#include "gen_string_compare_block.h"
+
 namespace {
 
-unsigned fold(unsigned char byte) {
-    return byte - 65U <= 25U ? byte + 32U : byte;
-}
+using COMPARE_EXACT = int (*)(char const*, char const*);
+using COMPARE_FOLDED = int (*)(char const*, char const*, std::size_t);
 
-} // namespace
-
-int gen_strcmp(char const* a, char const* b) {
-    if (a == nullptr || b == nullptr)
-        return static_cast<int>(a != nullptr) - static_cast<int>(b != nullptr);
+int compare_exact_bytes(char const* a, char const* b) {
     while (*b != '\0' && *a == *b) {
         ++a;
         ++b;
@@ -18,14 +24,119 @@ int gen_strcmp(char const* a, char const* b) {
     return static_cast<unsigned char>(*a) - static_cast<unsigned char>(*b);
 }
 
-int gen_stricmp(char const* a, char const* b) {
-    if (a == nullptr || b == nullptr)
-        return static_cast<int>(a != nullptr) - static_cast<int>(b != nullptr);
-    unsigned first = 0;
-    unsigned second = 0;
-    do {
-        first = fold(static_cast<unsigned char>(*a++));
-        second = fold(static_cast<unsigned char>(*b++));
-    } while (first != 0 && first == second);
-    return static_cast<int>(first) - static_cast<int>(second);
+int compare_folded_bytes(char const* a, char const* b, std::size_t limit) {
+    for (;; ++a, ++b) {
+        int const difference = ascii_folded(*a) - ascii_folded(*b);
+        if (difference != 0 || *a == '\0' || --limit == 0)
+            return difference;
+    }
+}
+
+// Most names are shorter than two blocks of 16 bytes, so these are compared on the spot and only
+// the rest goes through a pointer.
+constexpr std::size_t head_size = 32;
+
+/// The last offset in a page at which a head may be loaded; below 0 where none may be.
+int last_head_offset = block_page_size - head_size;
+COMPARE_EXACT compare_exact_rest = compare_exact_sse2;
+COMPARE_FOLDED compare_folded_rest = compare_folded_sse2;
+
+__attribute__((constructor)) void choose_comparisons() {
+    if (cpu_is_valgrind()) {
+        last_head_offset = -1;
+        compare_exact_rest = compare_exact_bytes;
+        compare_folded_rest = compare_folded_bytes;
+    } else if (cpu_has_avx2()) {
+        compare_exact_rest = compare_exact_avx2;
+        compare_folded_rest = compare_folded_avx2;
+    }
+}
+
+BLOCK_INLINE bool head_fits(char const* text) {
+    auto const offset = reinterpret_cast<std::uintptr_t>(text) & (block_page_size - 1);
+    return static_cast<int>(offset) <= last_head_offset;
+}
+
+/// Where in the heads of two texts these differ or end first; head_size where they go on.
+template <bool FOLD>
+BLOCK_INLINE unsigned head_stop(char const* a, char const* b) {
+    for (unsigned at = 0; at < head_size; at += 16) {
+        __m128i const first = block_load16(a + at);
+        __m128i const second = block_load16(b + at);
+        unsigned const stop =
+            block_zeros(FOLD ? block_same_folded(first, second) : block_same(first, second));
+        if (stop != 0)
+            return at + static_cast<unsigned>(std::countr_zero(stop));
+    }
+    return head_size;
+}
+
+BLOCK_INLINE int compare_folded(char const* a, char const* b, std::size_t limit) {
+    if (head_fits(a) && head_fits(b)) [[likely]] {
+        unsigned const stop = head_stop<true>(a, b);
+        if (stop < head_size)
+            return stop < limit ? ascii_folded(a[stop]) - ascii_folded(b[stop]) : 0;
+        if (limit <= head_size)
+            return 0;
+        return compare_folded_rest(a + head_size, b + head_size, limit - head_size);
+    }
+    return compare_folded_rest(a, b, limit);
+}
+
+bool any_null(char const* a, char const* b) {
+    return a == nullptr || b == nullptr;
+}
+
+int compare_nulls(char const* a, char const* b) {
+    return static_cast<int>(a != nullptr) - static_cast<int>(b != nullptr);
+}
+
+} // namespace
+
+BLOCK_READS_PAGE int gen_strcmp(char const* a, char const* b) {
+    if (any_null(a, b)) [[unlikely]]
+        return compare_nulls(a, b);
+    if (head_fits(a) && head_fits(b)) [[likely]] {
+        unsigned const stop = head_stop<false>(a, b);
+        if (stop < head_size)
+            return static_cast<unsigned char>(a[stop]) - static_cast<unsigned char>(b[stop]);
+        a += head_size;
+        b += head_size;
+    }
+    return compare_exact_rest(a, b);
+}
+
+BLOCK_READS_PAGE int gen_stricmp(char const* a, char const* b) {
+    if (any_null(a, b)) [[unlikely]]
+        return compare_nulls(a, b);
+    return compare_folded(a, b, SIZE_MAX);
+}
+
+int gen_ascii_stricmp(char const* a, char const* b) {
+    return gen_stricmp(a, b);
+}
+
+int gen_stricmp_mt(char const* a, char const* b) {
+    return gen_stricmp(a, b);
+}
+
+BLOCK_READS_PAGE int gen_strnicmp(char const* a, char const* b, unsigned n) {
+    if (any_null(a, b)) [[unlikely]]
+        return compare_nulls(a, b);
+    return compare_folded(a, b, n != 0 ? n : SIZE_MAX);
+}
+
+int gen_ascii_strnicmp(char const* a, char const* b, unsigned n) {
+    return gen_strnicmp(a, b, n);
+}
+
+int gen_strlen(char const* s) {
+    if (s == nullptr)
+        return 0;
+    std::size_t const length = std::strlen(s);
+    return length < INT_MAX ? static_cast<int>(length) : INT_MAX;
+}
+
+int gen_has_wildcard_chars(char const* s) {
+    return static_cast<int>(s != nullptr && std::strpbrk(s, "*?") != nullptr);
 }

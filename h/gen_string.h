@@ -1,0 +1,7 @@
+#pragma once
+
+/// Strings and text.
+
+#include "gen_string_compare.h"
+#include "gen_string_fold.h"
+#include "gen_string_lex.h"

@@ -5,7 +5,14 @@
 /// one.
 
 #include <cstdint>
+
+#if defined(__clang__) // which lacks C's name in C++, where the C library's header uses it
+#define _Bool bool
+#endif
 #include <sys/platform/x86.h>
+#if defined(__clang__)
+#undef _Bool
+#endif
 
 inline bool cpu_has_avx2() {
     return CPU_FEATURE_ACTIVE(AVX2);

@@ -1,0 +1,53 @@
+#pragma once
+
+/// Iteration over the values of an enumeration.
+
+#include <iterator>
+#include <type_traits>
+
+#include "err.h"
+
+/// Walks the closed range from one enumerator to another, every value between them included.
+///
+///     for (GEN_ENUM_ITERATOR<COLOUR> colour(FIRST, LAST); !colour.at_end(); ++colour)
+///         paint(*colour);
+///
+/// The end is a flag, not a value past the last one: a range may run up to the largest value of the
+/// underlying type. A range whose first value is greater than its last one is empty.
+template <typename ENUM>
+class GEN_ENUM_ITERATOR {
+    static_assert(std::is_enum_v<ENUM>);
+    using NUMBER = std::underlying_type_t<ENUM>;
+
+  public:
+    GEN_ENUM_ITERATOR(ENUM first, ENUM last)
+        : m_current(first), m_last(last), m_at_end(number(first) > number(last)) {}
+
+    bool at_end() const { return m_at_end; }
+    bool operator==(std::default_sentinel_t) const { return m_at_end; }
+
+    /// The current value. At the end it reports "Cannot dereference an end enum iterator" and gives
+    /// the last value of the range.
+    ENUM operator*() const {
+        if (m_at_end) {
+            err_report_internal_error("Cannot dereference an end enum iterator", "GEN",
+                                      "../../h/gen_iterator_sys", __LINE__);
+            return m_last;
+        }
+        return m_current;
+    }
+
+    /// Goes to the next value; at the end it stays there.
+    GEN_ENUM_ITERATOR& operator++() {
+        if (!m_at_end && !(m_at_end = m_current == m_last))
+            m_current = static_cast<ENUM>(number(m_current) + 1);
+        return *this;
+    }
+
+  private:
+    static NUMBER number(ENUM value) { return static_cast<NUMBER>(value); }
+
+    ENUM m_current;
+    ENUM m_last;
+    bool m_at_end;
+};

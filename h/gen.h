@@ -4,9 +4,9 @@
 
 #include "gen_bindata.h"
 #include "gen_exe.h"
+#include "gen_iterator_sys.h"
 #include "gen_legal.h"
 #include "gen_os_info.h"
-#include "gen_path_library.h"
-#include "gen_path_project.h"
+#include "gen_path.h"
 #include "gen_string.h"
 #include "gen_time.h"

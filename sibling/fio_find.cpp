@@ -130,9 +130,9 @@ void FIO_FIND::find_all(STR const& base_name, MEM_VECTOR<STR> const& extensions,
         longest_extension = std::max(longest_extension, extension.size());
     reserve_question(base_name.size() + 1 + longest_extension);
     for (STR const& prefix : m_prefixes) {
-        bool const found = append_found(
-            absolute && !is_absolute(prefix) ? fio_absolute_directory(prefix) : prefix, base_name,
-            extensions, *results);
+        bool const found =
+            append_found(absolute && !is_absolute(prefix) ? fio_absolute_directory(prefix) : prefix,
+                         base_name, extensions, *results);
         if (found && !all_directories)
             return;
     }

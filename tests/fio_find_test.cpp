@@ -129,9 +129,8 @@ TEST(FioFindList, LivesInTrackedMemory) {
 class FioFindFirst : public testing::Test {
   protected:
     TempDirectory m_directory;
-    FIO_FIND m_find{
-        library_string(m_directory / "one" + ";" + (m_directory / "missing/") + ";" +
-                       (m_directory / "two/"))};
+    FIO_FIND m_find{library_string(m_directory / "one" + ";" + (m_directory / "missing/") + ";" +
+                                   (m_directory / "two/"))};
 };
 
 TEST_F(FioFindFirst, IsTheOneOfTheEarliestDirectory) {

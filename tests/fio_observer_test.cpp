@@ -39,26 +39,26 @@ class FioObserver : public testing::Test {
     TempDirectory m_directory;
     std::string m_one = m_directory.write("one/top.v");
     std::string m_two = m_directory.write("two/top.v");
-    FIO_FIND m_find{STR((m_directory / "none" + ";" + (m_directory / "one") + ";" +
-                         (m_directory / "two"))
-                            .c_str())};
+    FIO_FIND m_find{
+        STR((m_directory / "none" + ";" + (m_directory / "one") + ";" + (m_directory / "two"))
+                .c_str())};
 };
 
 TEST_F(FioObserver, IsToldOfEachQuestion) {
     fio_set_observer(record);
     EXPECT_EQ(std::string(m_find.find_first_relative_path("top.v").fullpath()), m_one);
     EXPECT_TRUE(FIO_FILE_SYSTEM::exists(m_two.c_str()));
-    EXPECT_THAT(questions, ElementsAre(Question{&m_find, m_directory / "none/top.v", false},
-                                       Question{&m_find, m_one, true},
-                                       Question{nullptr, m_two, true}));
+    EXPECT_THAT(questions,
+                ElementsAre(Question{&m_find, m_directory / "none/top.v", false},
+                            Question{&m_find, m_one, true}, Question{nullptr, m_two, true}));
 }
 
 TEST_F(FioObserver, ItsAnswerIsBelieved) {
     fio_set_observer(record_and_deny);
     EXPECT_EQ(m_find.find_first_relative_path("top.v").fullpath(), "");
-    EXPECT_THAT(questions, ElementsAre(Question{&m_find, m_directory / "none/top.v", false},
-                                       Question{&m_find, m_one, true},
-                                       Question{&m_find, m_two, true}));
+    EXPECT_THAT(questions,
+                ElementsAre(Question{&m_find, m_directory / "none/top.v", false},
+                            Question{&m_find, m_one, true}, Question{&m_find, m_two, true}));
 }
 
 TEST_F(FioObserver, SeesTheQuestionsOfFindAll) {

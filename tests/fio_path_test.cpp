@@ -94,8 +94,8 @@ TEST(FioPath, AbsoluteAndNetworkPathsAreToldByTheirBeginning) {
         char const* text;
         bool absolute;
         bool unc;
-    } const rows[] = {{"", false, false},  {"a", false, false},       {"a//b", false, false},
-                      {"/", true, false},  {"/a//b", true, false},    {"//", true, true},
+    } const rows[] = {{"", false, false},  {"a", false, false},     {"a//b", false, false},
+                      {"/", true, false},  {"/a//b", true, false},  {"//", true, true},
                       {"//h", true, true}, {"///three", true, true}};
     for (auto const& row : rows) {
         EXPECT_EQ(FIO_PATH(row.text).absolute(), row.absolute) << row.text;
@@ -202,8 +202,9 @@ TEST(FioPath, DirectorySetterKeepsTheFileName) {
         char const* directory;
         char const* result;
     } const rows[] = {
-        {"/a/b.v", "/c", "/c/b.v"}, {"/a/b.v", "/c/", "/c/b.v"}, {"/a/b.v", "", "b.v"},
-        {"b.v", "c d", "c d/b.v"},  {"/a/", "/c", "/c/"},        {"", "/c", "/c/"},
+        {"/a/b.v", "/c", "/c/b.v"}, {"/a/b.v", "/c/", "/c/b.v"},
+        {"/a/b.v", "", "b.v"},      {"b.v", "c d", "c d/b.v"},
+        {"/a/", "/c", "/c/"},       {"", "/c", "/c/"},
         {"/a/b.v", "/", "/b.v"},    {"", "", ""},
     };
     for (auto const& row : rows) {
@@ -463,9 +464,15 @@ TEST(FioPath, BecomesAbsoluteAgainstAnAbsoluteBase) {
         char const* base;
         char const* result;
     } const rows[] = {
-        {"a/b.v", "/p", "/p/a/b.v"}, {"a/b.v", "/p/", "/p/a/b.v"}, {"../b.v", "/p/q", "/p/b.v"},
-        {"./b.v", "/p", "/p/b.v"},   {"", "/p", "/p/"},            {"b.v", "/", "/b.v"},
-        {"/a/../b.v", "/p", "/b.v"}, {"sub/", "/p", "/p/sub/"},    {"a", "/p/../q/.", "/q/a"},
+        {"a/b.v", "/p", "/p/a/b.v"},
+        {"a/b.v", "/p/", "/p/a/b.v"},
+        {"../b.v", "/p/q", "/p/b.v"},
+        {"./b.v", "/p", "/p/b.v"},
+        {"", "/p", "/p/"},
+        {"b.v", "/", "/b.v"},
+        {"/a/../b.v", "/p", "/b.v"},
+        {"sub/", "/p", "/p/sub/"},
+        {"a", "/p/../q/.", "/q/a"},
     };
     for (auto const& row : rows) {
         FIO_PATH path(row.text);

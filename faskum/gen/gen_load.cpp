@@ -2,6 +2,7 @@
 // one source so that the order is the one written here: the owner outlives the texts that are
 // charged to it, and the path state goes before the texts.
 
+#include "gen_path_find.h"
 #include "gen_path_library.h"
 #include "gen_path_project.h"
 #include "mem.h"
@@ -17,5 +18,11 @@ STR gen_user_library_paths;
 STR gen_project_output_directory;
 
 namespace {
+/// Nothing else would free the answers that a host left in the cache.
+struct CACHE_RELEASER {
+    CACHE_RELEASER() {}
+    ~CACHE_RELEASER() { gen_destroy_find_file_cache(); }
+};
+CACHE_RELEASER const find_file_cache;
 GEN_PATH_INITIALIZER const path_state;
 } // namespace

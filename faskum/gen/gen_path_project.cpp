@@ -1,13 +1,163 @@
 #include "gen_path_project.h"
 
+#include "err.h"
+#include "gen_owned.h"
+#include "gen_path_find.h"
+#include "gen_path_library.h"
+
+#include <algorithm>
+#include <cstring>
+#include <sys/stat.h>
+
+char const GEN_DB_DIR_NAME[3] = "db";
+char const GEN_PROJECT_PARABLOCKS_DIR_NAME[11] = "parablocks";
+
+FIO_FIND* gen_project_directory_fio_find = nullptr;
+FIO_FIND* gen_project_db_directory_fio_find = nullptr;
+FIO_FIND* gen_project_parablocks_fio_find = nullptr;
+FIO_PATH* gen_project_parablocks_dir_path = nullptr;
 FIO_PATH* db_dir_path = nullptr;
+FIO_PATH* db_dir_full_name = nullptr;
+
+namespace {
+
+/// A path list of this one directory. A directory that is not there yet needs its quotes, or a ";"
+/// in its name would part it in two.
+STR path_list_of(STR const& directory) {
+    bool const needs_quotes = directory.find(';') != STR::npos && directory.find('"') == STR::npos;
+    return needs_quotes ? '"' + directory + '"' : directory;
+}
+
+FIO_PATH path_or_empty(FIO_PATH const* path) {
+    return path != nullptr ? *path : FIO_PATH();
+}
+
+void ensure_ends_with_slash(STR& directory) {
+    if (directory.empty() || directory.back() != '/')
+        directory += '/';
+}
+
+/// Whether the file system calls the text without its last character a directory. The bit is tested
+/// alone, as it always was: block devices and sockets carry it too.
+bool is_directory_without_last_character(STR path) {
+    constexpr unsigned directory_bit = 0x4000;
+    path.pop_back();
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 && (status.st_mode & directory_bit) != 0;
+}
+
+bool is_output_directory_usable() {
+    if (gen_project_output_directory.empty())
+        return false;
+    FIO_PATH const path(gen_project_output_directory);
+    if (!FIO_FILE_SYSTEM::exists(path))
+        FIO_FILE_SYSTEM::create(gen_project_output_directory);
+    return FIO_FILE_SYSTEM::exists(path) &&
+           is_directory_without_last_character(gen_project_output_directory);
+}
+
+} // namespace
+
+void gen_set_project_dir_path(STR dir) {
+    FIO_PATH path;
+    path.cd(std::move(dir));
+    gen_project_dir_path = path.fullpath();
+    gen_init_project_parablocks_path(path);
+    gen_set_fio_find_library_paths_helper(path_list_of(gen_project_dir_path),
+                                          &gen_project_directory_fio_find);
+}
+
+STR gen_get_project_dir_path() {
+    return gen_project_dir_path;
+}
+
+void gen_init_project_parablocks_path(FIO_PATH const& project_dir) {
+    STR directory = project_dir.fullpath();
+    ensure_ends_with_slash(directory);
+    directory += GEN_PROJECT_PARABLOCKS_DIR_NAME;
+    directory += '/';
+    gen_replace_owned(gen_project_parablocks_dir_path, directory);
+    gen_set_fio_find_library_paths_helper(path_list_of(directory),
+                                          &gen_project_parablocks_fio_find);
+}
+
+FIO_PATH gen_get_project_parablocks_dir_path() {
+    return path_or_empty(gen_project_parablocks_dir_path);
+}
+
+FIO_FIND* gen_get_project_parablocks_fio_find() {
+    return gen_project_parablocks_fio_find;
+}
+
+void gen_set_db_dir_path(STR dir) {
+    gen_replace_owned(db_dir_path, dir);
+    gen_set_fio_find_library_paths_helper(path_list_of(dir), &gen_project_db_directory_fio_find);
+}
+
+FIO_PATH gen_get_db_dir_path() {
+    return path_or_empty(db_dir_path);
+}
 
 STR gen_get_db_dir_path_string() {
     return db_dir_path != nullptr ? db_dir_path->fullpath() : STR();
 }
 
+bool gen_check_db_dir_path() {
+    return db_dir_path != nullptr;
+}
+
+void gen_set_db_dir_full_name(FIO_PATH p) {
+    gen_replace_owned(db_dir_full_name, std::move(p));
+}
+
+FIO_PATH gen_get_db_dir_full_name() {
+    return path_or_empty(db_dir_full_name);
+}
+
+void gen_set_project_output_directory(char const* dir) {
+    if (dir == nullptr || *dir == '\0') {
+        gen_project_output_directory.clear();
+        return;
+    }
+    FIO_PATH path;
+    path.cd(dir);
+    if (path.absolute())
+        path.become_simplified();
+    else
+        path.become_absolute("");
+    gen_project_output_directory = path.fullpath();
+}
+
 char const* gen_get_project_output_directory() {
-    STR const& directory =
-        gen_project_output_directory.empty() ? gen_project_dir_path : gen_project_output_directory;
-    return directory.c_str();
+    if (is_output_directory_usable())
+        return gen_project_output_directory.c_str();
+    if (gen_project_directory_fio_find == nullptr)
+        gen_set_project_dir_path(FIO_FILE_SYSTEM::get_current_directory());
+    return gen_project_dir_path.c_str();
+}
+
+STR gen_get_relative_path_if_starts_with_project_dir(char const* path) {
+    if (path == nullptr) {
+        err_report_internal_error("path != NULL", "GEN", "gen_path", __LINE__);
+        return {};
+    }
+    FIO_PATH file(path);
+    if (*path != '\0' && !file.absolute())
+        file = gen_find_file(path);
+    STR directory = gen_get_project_dir_path();
+    if (!file.absolute() || directory.empty())
+        return path;
+    ensure_ends_with_slash(directory);
+    FIO_PATH project(directory);
+    file.path_separator('/');
+    project.path_separator('/');
+    if (std::strncmp(file, project, directory.size()) != 0)
+        return path;
+    return file.fullpath().erase(0, directory.size());
+}
+
+STR gen_sync_path_separators(STR const& s) {
+    STR result = s;
+    std::replace(result.begin(), result.end(), '\\', '/');
+    return result;
 }

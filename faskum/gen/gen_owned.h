@@ -1,0 +1,32 @@
+#pragma once
+
+/// Objects that gen holds by a global pointer. They live in tracked memory like their contents.
+
+#include <memory>
+#include <utility>
+
+#include "mem_alloc_sys.h"
+
+/// A new object; never null.
+template <typename T, typename... ARGS>
+T* gen_make_owned(ARGS&&... args) {
+    return std::construct_at(MEM_STL_ALLOCATOR<T>().allocate(1), std::forward<ARGS>(args)...);
+}
+
+/// Destroys the object and makes its pointer null; nothing happens when it is null already.
+template <typename T>
+void gen_release_owned(T*& object) {
+    if (object == nullptr)
+        return;
+    std::destroy_at(object);
+    MEM_STL_ALLOCATOR<T>().deallocate(object, 1);
+    object = nullptr;
+}
+
+/// Puts a new object in place of the one that may be there. The arguments may refer to the old one.
+template <typename T, typename... ARGS>
+void gen_replace_owned(T*& object, ARGS&&... args) {
+    T* const replacement = gen_make_owned<T>(std::forward<ARGS>(args)...);
+    gen_release_owned(object);
+    object = replacement;
+}

@@ -1,0 +1,113 @@
+#include "gen_path_source.h"
+
+#include "err.h"
+#include "gen_path_find.h"
+#include "gen_path_groups.h"
+#include "gen_string_compare.h"
+
+#include <algorithm>
+
+namespace {
+
+/// The lines under which one search reports what it misses.
+struct REPORT_LINES {
+    int libraries;
+    int order;
+};
+constexpr REPORT_LINES all_groups_lines{2932, 2933};
+constexpr REPORT_LINES shipped_libraries_lines{3042, 3043};
+
+/// @p name as it lies beside @p file.
+FIO_PATH beside(char const* file, STR const& name) {
+    FIO_PATH path(FIO_PATH(file).full_directory() + name);
+    path.become_simplified();
+    return path;
+}
+
+/// The extensions that are still wanted in one search: at first all of the shared order.
+MEM_VECTOR<STR> copy_file_type_order(REPORT_LINES const& lines) {
+    if (gen_korvane_libraries == nullptr)
+        err_report_internal_error("korvane_libs != 0", "GEN", "gen_path", lines.libraries);
+    MEM_VECTOR<STR> const* const order = gen_get_file_type_order_helper();
+    if (order == nullptr) {
+        err_report_internal_error("file_type_order != 0", "GEN", "gen_path", lines.order);
+        return {};
+    }
+    return *order;
+}
+
+void append_from_group(GEN_LIBRARY_PATHS_ENUM tag, FIO_FIND& find, STR const& base_name,
+                       MEM_VECTOR<GEN_SOURCE_CANDIDATE>* candidates, MEM_VECTOR<STR>* order) {
+    MEM_LIST<FIO_PATH> found;
+    find.find_all(base_name, *order, &found, /*all_directories=*/true, /*absolute=*/true);
+    gen_append_candidates_helper(tag, found, candidates, order);
+}
+
+bool has_entries(MEM_VECTOR<GEN_SOURCE_CANDIDATE> const* candidates) {
+    return candidates != nullptr && !candidates->empty();
+}
+
+} // namespace
+
+bool gen_find_include_file(char const* name, char const* including_file,
+                           char const* including_file_alias, STR* found_path,
+                           STR* found_path_beside_alias) {
+    // The outputs are written last: a name may be the text of the output of the search before.
+    STR path_text;
+    STR beside_alias_text;
+    if (name != nullptr) {
+        STR const wanted = name;
+        FIO_PATH path = gen_find_file(wanted);
+        if (gen_is_empty(path) && including_file != nullptr && !FIO_PATH(wanted).absolute()) {
+            FIO_PATH neighbour = beside(including_file, wanted);
+            if (FIO_FILE_SYSTEM::exists(neighbour)) {
+                path = std::move(neighbour);
+                if (including_file_alias != nullptr)
+                    beside_alias_text = beside(including_file_alias, wanted).fullpath();
+            }
+        }
+        path_text = path.fullpath();
+    }
+    bool const found = !path_text.empty();
+    if (found_path != nullptr)
+        *found_path = std::move(path_text);
+    if (found_path_beside_alias != nullptr)
+        *found_path_beside_alias = std::move(beside_alias_text);
+    return found;
+}
+
+bool gen_get_source_files(STR const& base_name, MEM_VECTOR<GEN_SOURCE_CANDIDATE>* candidates) {
+    gen_init_korvane_lib_paths();
+    gen_default_project_directory();
+    MEM_VECTOR<STR> order = copy_file_type_order(all_groups_lines);
+    gen_visit_groups([&](GEN_LIBRARY_PATHS_ENUM tag, FIO_FIND& find) {
+        append_from_group(tag, find, base_name, candidates, &order);
+        return order.empty();
+    });
+    return has_entries(candidates);
+}
+
+bool gen_get_source_files_from_korvane_lib(STR const& base_name,
+                                           MEM_VECTOR<GEN_SOURCE_CANDIDATE>* candidates) {
+    gen_init_korvane_lib_paths();
+    MEM_VECTOR<STR> order = copy_file_type_order(shipped_libraries_lines);
+    if (gen_korvane_libraries != nullptr)
+        append_from_group(GEN_LIBRARY_PATHS_KORVANE_LIBRARIES, *gen_korvane_libraries, base_name,
+                          candidates, &order);
+    return has_entries(candidates);
+}
+
+void gen_append_candidates_helper(GEN_LIBRARY_PATHS_ENUM group, MEM_LIST<FIO_PATH> const& found,
+                                  MEM_VECTOR<GEN_SOURCE_CANDIDATE>* candidates,
+                                  MEM_VECTOR<STR>* order) {
+    if (candidates == nullptr || order == nullptr)
+        return;
+    for (FIO_PATH const& path : found) {
+        STR const extension = path.extension();
+        std::size_t const wanted = order->size();
+        gen_remove_file_type_order_helper(order, extension);
+        // What left the order was wanted, and is wanted no more.
+        if (order->size() < wanted)
+            candidates->emplace_back(group, path);
+    }
+}

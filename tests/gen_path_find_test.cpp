@@ -1,0 +1,318 @@
+#include "gen_path_find.h"
+
+#include "error_recorder.h"
+#include "gen_path_fixture.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+class GenFindFile : public GenPathTest {
+  protected:
+    void SetUp() override {
+        gen_set_project_dir_path(text_at("project"));
+        gen_set_db_dir_path(text_at("project/db"));
+        gen_set_project_library_paths("lib;" + text_at("team"));
+        gen_set_user_library_paths("mine;" + text_at("user"));
+    }
+
+    static std::string found_eda(std::string const& name) {
+        return found(gen_find_eda_file(library_string(name)));
+    }
+    static std::string found_cached(std::string const& name) {
+        return found(gen_find_file_cache_assisted(library_string(name)));
+    }
+};
+
+/// Every directory that a lookup asks, in its order.
+char const* const lookup_order[] = {
+    "project/",
+    "project/db/",
+    "project/lib/",
+    "team/",
+    "project/mine/",
+    "user/",
+    "project/parablocks/",
+    "korvane/libraries/",
+    "korvane/libraries/vhdl/",
+    "korvane/libraries/primitives/",
+    "korvane/libraries/primitives/pin/",
+    "korvane/libraries/primitives/buffer/",
+    "korvane/libraries/primitives/logic/",
+    "korvane/libraries/primitives/storage/",
+    "korvane/libraries/primitives/other/",
+    "korvane/libraries/parablocks/",
+    "korvane/libraries/parablocks/arithmetic/",
+    "korvane/libraries/parablocks/gates/",
+    "korvane/libraries/parablocks/io/",
+    "korvane/libraries/parablocks/storage/",
+    "korvane/libraries/parablocks/embedded_logic/",
+    "korvane/libraries/corekits/",
+    "korvane/libraries/others/",
+    "korvane/libraries/others/prismo2/",
+    "korvane/libraries/others/allycores/",
+    "korvane/libraries/software/boot/",
+    "korvane/libraries/others/evalcores/",
+    "korvane/eda/hspice/",
+};
+
+} // namespace
+
+TEST_F(GenFindFile, EarlierDirectoriesShadowLaterOnes) {
+    // From the back: each file that appears is found at once, and hides the one before.
+    EXPECT_EQ(found_file("top.v"), "");
+    for (std::size_t i = std::size(lookup_order); i-- > 0;) {
+        std::string const path = write(std::string(lookup_order[i]) + "top.v");
+        EXPECT_EQ(found_file("top.v"), path);
+    }
+}
+
+TEST_F(GenFindFile, GroupsThatAreNotSetAreLeftOut) {
+    forget_path_state();
+    for (char const* directory : {"project/db/", "project/lib/", "team/", "user/", "eda/mentor/"})
+        write(std::string(directory) + "top.v");
+    gen_set_project_dir_path(text_at("project"));
+    EXPECT_EQ(found_file("top.v"), "");
+    gen_set_user_library_paths(text_at("user"));
+    EXPECT_EQ(found_file("top.v"), at("user/top.v"));
+    gen_set_project_library_paths(text_at("team"));
+    EXPECT_EQ(found_file("top.v"), at("team/top.v"));
+    gen_set_project_library_paths("");
+    EXPECT_EQ(found_file("top.v"), at("user/top.v"));
+    gen_set_db_dir_path(text_at("project/db"));
+    EXPECT_EQ(found_file("top.v"), at("project/db/top.v"));
+}
+
+TEST_F(GenFindFile, RelativeNamesMayGoThroughDirectories) {
+    std::string const path = write("user/sub/ram.mif");
+    EXPECT_EQ(found_file("sub/ram.mif"), path);
+    EXPECT_EQ(found_file("sub"), at("user/sub")) << "a directory is found as well";
+    EXPECT_EQ(found_file("./sub/ram.mif"), at("user/./sub/ram.mif"));
+    write("team/x.v");
+    m_directory.make_directory("project");
+    EXPECT_EQ(found_file("../team/x.v"), at("project/../team/x.v"));
+}
+
+TEST_F(GenFindFile, AbsoluteNameIsOnlyTestedForExistence) {
+    std::string const elsewhere = write("elsewhere/top.v");
+    EXPECT_EQ(found_file(elsewhere), elsewhere);
+    EXPECT_EQ(found_file("/" + elsewhere), "/" + elsewhere) << "a network path";
+    write("project/missing.v");
+    EXPECT_EQ(found_file(at("elsewhere/missing.v")), "");
+    EXPECT_EQ(found_file("/"), "/");
+}
+
+TEST_F(GenFindFile, NothingIsFoundForNothing) {
+    EXPECT_EQ(found_file(""), "");
+    write("project/a");
+    EXPECT_EQ(found(gen_find_file(STR("a\0b", 3))), "");
+    EXPECT_EQ(found(gen_find_file(STR("/\0b", 3))), "");
+}
+
+TEST_F(GenFindFile, CurrentDirectoryBecomesTheProjectWhenNoneIsSet) {
+    forget_path_state();
+    std::string const path = write("here/top.v");
+    EXPECT_EQ(found_file("top.v"), path);
+    EXPECT_EQ(gen_get_project_dir_path(), text_at("here/"));
+    EXPECT_EQ(found(gen_get_project_parablocks_dir_path()), at("here/parablocks/"));
+}
+
+TEST_F(GenFindFile, AbsoluteNameDefaultsTheProjectToo) {
+    forget_path_state();
+    EXPECT_EQ(found_file("/"), "/");
+    EXPECT_EQ(gen_get_project_dir_path(), text_at("here/"));
+}
+
+TEST_F(GenFindFile, RelativeLibrariesFollowTheProject) {
+    std::string const first = write("project/lib/top.v");
+    std::string const second = write("other/lib/top.v");
+    EXPECT_EQ(found_file("top.v"), first);
+    gen_set_project_dir_path(text_at("other"));
+    EXPECT_EQ(found_file("top.v"), second);
+    std::filesystem::remove(second);
+    std::string const mine = write("other/mine/top.v");
+    EXPECT_EQ(found_file("top.v"), mine);
+}
+
+TEST_F(GenFindFile, RelativeLibrariesOfARelativeProjectAreMadeAbsolute) {
+    std::string const path = write("here/p/lib/top.v");
+    gen_set_project_dir_path("p");
+    EXPECT_EQ(found_file("top.v"), path);
+    ScopedCurrentDirectory const elsewhere(m_directory.path());
+    EXPECT_EQ(found_file("top.v"), "");
+}
+
+TEST_F(GenFindFile, MissingLibrariesAreReportedAndPassedOver) {
+    gen_init_korvane_lib_paths();
+    delete std::exchange(gen_korvane_libraries, nullptr);
+    std::string const path = write("user/top.v");
+    ErrorRecorder recorder;
+    EXPECT_EQ(found_file("top.v"), path);
+    EXPECT_EQ(found_file("missing.v"), "");
+    ReportedError const expected{"korvane_libs != 0", "GEN", "gen_path", 2601};
+    EXPECT_THAT(recorder.errors(), ElementsAre(expected, expected));
+}
+
+// Libraries for outside tools
+
+TEST_F(GenFindFile, EdaFilesComeFromTheirLibrariesAlone) {
+    write("project/cell.v");
+    write("korvane/libraries/cell.v");
+    write("korvane/eda/hspice/cell.v");
+    EXPECT_EQ(found_eda("cell.v"), "");
+    for (char const* directory : {"libraries/others/synplicity/", "eda/ibis/", "eda/sim_lib/",
+                                  "eda/viewlogic/", "eda/synopsys/", "eda/mentor/",
+                                  "libraries/others/vital/"}) {
+        std::string const path = write("korvane/" + std::string(directory) + "cell.v");
+        EXPECT_EQ(found_eda("cell.v"), path);
+    }
+}
+
+TEST_F(GenFindFile, EdaLookupSetsNoProject) {
+    forget_path_state();
+    EXPECT_EQ(found_eda("cell.v"), "");
+    EXPECT_EQ(gen_project_directory_fio_find, nullptr);
+    EXPECT_EQ(gen_get_project_dir_path(), "");
+}
+
+TEST_F(GenFindFile, EdaLookupOfAnAbsoluteNameTestsItsExistence) {
+    std::string const path = write("elsewhere/cell.v");
+    EXPECT_EQ(found_eda(path), path);
+    EXPECT_EQ(found_eda(at("elsewhere/missing.v")), "");
+    EXPECT_EQ(found_eda(""), "");
+}
+
+TEST_F(GenFindFile, MissingEdaLibrariesAreReported) {
+    gen_init_korvane_lib_paths();
+    delete std::exchange(gen_korvane_eda_libraries, nullptr);
+    std::string const path = write("elsewhere/cell.v");
+    ErrorRecorder recorder;
+    EXPECT_EQ(found_eda("cell.v"), "");
+    EXPECT_EQ(found_eda(path), path);
+    ReportedError const expected{"korvane_eda_libs != 0", "GEN", "gen_path", 2749};
+    EXPECT_THAT(recorder.errors(), ElementsAre(expected, expected));
+}
+
+// The cache
+
+TEST_F(GenFindFile, CacheAnswersAsTheFirstLookupDid) {
+    EXPECT_EQ(gen_find_file_cache, nullptr);
+    std::string const path = write("user/top.v");
+    EXPECT_EQ(found_cached("top.v"), path);
+    ASSERT_NE(gen_find_file_cache, nullptr);
+    write("project/top.v");
+    EXPECT_EQ(found_cached("top.v"), path);
+    std::filesystem::remove(path);
+    EXPECT_EQ(found_cached("top.v"), path);
+    EXPECT_EQ(found_file("top.v"), at("project/top.v"));
+}
+
+TEST_F(GenFindFile, CacheKeepsNegativeAnswers) {
+    EXPECT_EQ(found_cached("top.v"), "");
+    std::string const path = write("project/top.v");
+    EXPECT_EQ(found_cached("top.v"), "");
+    gen_destroy_find_file_cache();
+    EXPECT_EQ(gen_find_file_cache, nullptr);
+    EXPECT_EQ(found_cached("top.v"), path);
+}
+
+TEST_F(GenFindFile, CacheIsInvalidatedByNothing) {
+    std::string const path = write("project/top.v");
+    EXPECT_EQ(found_cached("top.v"), path);
+    gen_set_project_dir_path(text_at("other"));
+    gen_set_db_dir_path(text_at("other/db"));
+    gen_set_project_library_paths("");
+    gen_set_user_library_paths("");
+    gen_clear_all_library_paths();
+    EXPECT_EQ(found_cached("top.v"), path);
+}
+
+TEST_F(GenFindFile, CacheKeysAreTheNamesAsGiven) {
+    std::string const path = write("project/A.v");
+    EXPECT_EQ(found_cached("a.v"), "");
+    EXPECT_EQ(found_cached("A.v"), path);
+    EXPECT_EQ(found_cached("./A.v"), at("project/./A.v"));
+    EXPECT_EQ(found_cached(""), "");
+    EXPECT_EQ(gen_find_file_cache->size(), 4U);
+}
+
+TEST_F(GenFindFile, CacheIsMadeAndFreedOnRequest) {
+    std::size_t const before = MEM_MANAGER::s_system_memory_counter.current();
+    gen_destroy_find_file_cache();
+    gen_create_find_file_cache();
+    ASSERT_NE(gen_find_file_cache, nullptr);
+    EXPECT_THAT(*gen_find_file_cache, IsEmpty());
+    (*gen_find_file_cache)["a rather long name, kept on the heap"] = FIO_PATH("/x");
+    gen_create_find_file_cache();
+    EXPECT_THAT(*gen_find_file_cache, IsEmpty());
+    gen_destroy_find_file_cache();
+    EXPECT_EQ(gen_find_file_cache, nullptr);
+    EXPECT_EQ(MEM_MANAGER::s_system_memory_counter.current(), before);
+}
+
+namespace {
+
+/// The hash as it is defined: h = h * 17 + c in 32 bits, each byte a signed number.
+std::uint32_t plain_hash(char const* text) {
+    std::uint32_t h = 0;
+    for (; *text != '\0'; ++text)
+        h = h * 17 + static_cast<std::uint32_t>(static_cast<signed char>(*text));
+    return h;
+}
+
+std::size_t hash(STR const& key) {
+    return STL_CASE_SENSITIVE_HASH_COMPARE()(key);
+}
+
+bool equal(STR const& a, STR const& b) {
+    return STL_CASE_SENSITIVE_HASH_COMPARE()(a, b);
+}
+
+} // namespace
+
+TEST(FindFileCacheKey, HashHasKnownValues) {
+    struct {
+        char const* key;
+        std::uint32_t hash;
+    } const rows[] = {
+        {"", 0},
+        {"a", 97},
+        {"ab", 97 * 17 + 98},
+        {"abc", (97 * 17 + 98) * 17 + 99},
+        {"\xff", 0xffffffff},
+        {"\x80", 0xffffff80},
+        {"\x80\xff", 0U - 128 * 17 - 1},
+        {"a\xe4", 97 * 17 - 28},
+    };
+    for (auto const& row : rows)
+        EXPECT_EQ(hash(row.key), row.hash) << row.key;
+}
+
+TEST(FindFileCacheKey, HashIsThePlainOneForRandomBytes) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 20'000; ++round) {
+        STR key(random() % 70, '\0');
+        for (char& c : key)
+            c = static_cast<char>(random() % 255 + 1);
+        ASSERT_EQ(hash(key), plain_hash(key.c_str()));
+    }
+}
+
+TEST(FindFileCacheKey, EndsAtItsTerminator) {
+    STR const longer("top.v\0x", 7);
+    EXPECT_EQ(hash(longer), hash("top.v"));
+    EXPECT_TRUE(equal(longer, "top.v"));
+    EXPECT_TRUE(equal("", STR(1, '\0')));
+}
+
+TEST(FindFileCacheKey, LetterCaseMakesAnotherKey) {
+    EXPECT_FALSE(equal("A.v", "a.v"));
+    EXPECT_FALSE(equal("a.v", "a.vh"));
+    EXPECT_TRUE(equal("a.v", "a.v"));
+}

@@ -11,9 +11,8 @@ struct Commands::State {
     bool json = false;
 };
 
-static void teach(CLI::App& app, std::string const& example) {
-    if (!example.empty())
-        app.footer("Example:\n" + example + "\n");
+static void teach(CLI::App& app, char const* example) {
+    app.footer(std::string("Example:\n") + example + "\n");
 }
 
 Commands::Commands() : m_state(std::make_unique<State>()) {

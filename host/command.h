@@ -3,7 +3,6 @@
 /// How a family adds its subcommands to gen_query.
 
 #include <memory>
-#include <string>
 
 #include "answer.h"
 
@@ -34,9 +33,9 @@ class Command {
 
 /// What --help tells about a subcommand or a family.
 struct Help {
-    std::string name;
-    std::string summary; ///< one line, in the third person: "Sorts lines ..."
-    std::string example; ///< a command line, and what it prints
+    char const* name;
+    char const* summary; ///< one line, in the third person: "Sorts lines ..."
+    char const* example; ///< a command line, and what it prints
 };
 
 /// All subcommands of gen_query.
@@ -72,4 +71,5 @@ class Commands {
 };
 
 // The families, each in the source file of its name.
+void add_text(Commands& commands);
 void add_where(Commands& commands);

@@ -3,6 +3,7 @@
 
 GEN_DEFINE_MAIN(argc, argv) {
     Commands commands;
+    add_text(commands);
     add_where(commands);
     return commands.run(argc, argv);
 }

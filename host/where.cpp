@@ -29,15 +29,17 @@ class Where : public Command {
     }
 };
 
+constexpr Help help = {
+    .name = "where",
+    .summary = "Tells where the executable and its installation lie",
+    .example = "  $ gen_query where\n"
+               "  executable         /opt/korvane/linux/gen_query\n"
+               "  module path        /opt/korvane/linux/\n"
+               "  ...",
+};
+
 } // namespace
 
 void add_where(Commands& commands) {
-    commands.add<Where>({
-        .name = "where",
-        .summary = "Tells where the executable and its installation lie",
-        .example = "  $ gen_query where\n"
-                   "  executable         /opt/korvane/linux/gen_query\n"
-                   "  module path        /opt/korvane/linux/\n"
-                   "  ...",
-    });
+    commands.add<Where>(help);
 }

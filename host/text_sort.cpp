@@ -1,0 +1,84 @@
+#include "text.h"
+
+#include "gen_string_lex.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+/// All of standard input; false when it cannot be read to its end.
+bool read_input(std::string& text) {
+    std::array<char, 1 << 16> block;
+    while (std::size_t const size = std::fread(block.data(), 1, block.size(), stdin))
+        text.append(block.data(), size);
+    return std::ferror(stdin) == 0;
+}
+
+/// The lines of @p text without their ends; an unfinished last line counts.
+Value::Lines lines_of(std::string_view text) {
+    Value::Lines lines;
+    lines.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1);
+    while (!text.empty()) {
+        std::string_view const line = text.substr(0, text.find('\n'));
+        lines.push_back(line);
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+    }
+    return lines;
+}
+
+template <int (*COMPARE)(char const*, unsigned, char const*, unsigned)>
+void sort_lines(Value::Lines& lines) {
+    std::stable_sort(lines.begin(), lines.end(), [](std::string_view a, std::string_view b) {
+        return COMPARE(a.data(), static_cast<unsigned>(a.size()), b.data(),
+                       static_cast<unsigned>(b.size())) < 0;
+    });
+}
+
+class Sort : public Command {
+  public:
+    void declare(CLI::App& app) override {
+        app.add_flag("-i,--ignore-case", m_ignore_case, "Take A to Z as a to z");
+        app.add_flag("-r,--reverse", m_reverse, "Sort the other way round");
+    }
+
+    Status run(Answer& answer) override {
+        if (!read_input(m_text)) {
+            answer.remark("cannot read standard input");
+            return STATUS_USAGE;
+        }
+        Value::Lines lines = lines_of(m_text);
+        if (m_reverse) // equal lines keep their order in the end
+            std::reverse(lines.begin(), lines.end());
+        if (m_ignore_case)
+            sort_lines<gen_ilexcmp>(lines);
+        else
+            sort_lines<gen_lexcmp>(lines);
+        if (m_reverse)
+            std::reverse(lines.begin(), lines.end());
+        answer.plain("lines", std::move(lines));
+        return STATUS_YES;
+    }
+
+  private:
+    std::string m_text; ///< the answer's lines are pieces of it
+    bool m_ignore_case = false;
+    bool m_reverse = false;
+};
+
+constexpr Help help = {
+    .name = "sort",
+    .summary = "Sorts the lines of standard input, numbers in them by value",
+    .example = "  $ printf 'file10\\nfile9\\nFILE1\\n' | gen_query text sort -i\n"
+               "  FILE1\n"
+               "  file9\n"
+               "  file10",
+};
+
+} // namespace
+
+void add_text_sort(Commands& commands, CLI::App& text) {
+    commands.add<Sort>(text, help);
+}

@@ -83,9 +83,19 @@ def ask(root, question, arguments):
                           cwd=root / "project", env=environment,
                           executable=root / "linux" / "gen_query", timeout=60, check=False)
     answer = [done.stdout, done.stderr]
+    fault = json_fault(done.stdout) if "--json" in arguments else None
     for mask in question.masks:
         answer = [re.sub(mask.encode(), b"<masked>", text) for text in answer]
-    return done.returncode, *answer
+    return done.returncode, *answer, fault
+
+
+def json_fault(output):
+    try:
+        if output:
+            json.loads(output)
+    except ValueError as error:
+        return f"no JSON: {error}"
+    return None
 
 
 def answers_of(root, binary, examples, questions):
@@ -94,17 +104,14 @@ def answers_of(root, binary, examples, questions):
             for question in questions for arguments in question.forms()]
 
 
-def faults_of(question, arguments, one, other):
-    status, output, errors = one
+def faults_of(question, one, other):
+    status, _, errors, no_json = one
     if one != other:
         yield f"the widths differ:\n{one}\n{other}"
     if status != question.status:
         yield f"exit status {status}, not {question.status}: {errors.decode(errors='replace')}"
-    if "--json" in arguments and output:
-        try:
-            json.loads(output)
-        except ValueError as error:
-            yield f"no JSON: {error}"
+    if no_json:
+        yield no_json
 
 
 def main(build, other_build, examples):
@@ -126,7 +133,7 @@ def main(build, other_build, examples):
     asked = [(question, arguments) for question in questions for arguments in question.forms()]
     failed = False
     for (question, arguments), one, other in zip(asked, ours, theirs):
-        for fault in faults_of(question, arguments, one, other):
+        for fault in faults_of(question, one, other):
             failed = True
             print(f"{question.place}: {shlex.join(arguments)}\n  {fault}")
     print(f"{len(asked)} questions asked of both widths")

@@ -3,6 +3,7 @@
 /// Everything that gen offers.
 
 #include "gen_bindata.h"
+#include "gen_bp_parser.h"
 #include "gen_exe.h"
 #include "gen_iterator_sys.h"
 #include "gen_legal.h"

@@ -1,0 +1,280 @@
+#include "gen_bp_parser.h"
+
+#include "condition_emitter.h"
+#include "contest.h"
+
+#include <boost/spirit/home/x3.hpp>
+#include <cstdio>
+#include <cstdlib>
+#include <tao/pegtl.hpp>
+
+namespace with_pegtl {
+
+using namespace tao::pegtl;
+
+struct spaces : star<blank> {};
+struct word : plus<not_one<' ', '\t', '(', ')', '=', '>', '<', '~'>> {};
+struct tilde : one<'~'> {};
+struct opening : one<'('> {};
+struct closing : one<')'> {};
+struct disjunction : two<'|'> {};
+struct conjunction : two<'&'> {};
+struct equality : one<'='> {};
+struct greater : one<'>'> {};
+struct less : one<'<'> {};
+struct infix : sor<equality, conjunction, disjunction, greater, less> {};
+struct condition;
+struct operand : sor<if_must<opening, spaces, condition, spaces, closing>,
+                     if_must<tilde, spaces, operand>, word> {};
+struct condition : list_must<operand, infix, blank> {};
+struct input_text : seq<spaces, condition, spaces, eof> {};
+
+template <typename RULE>
+struct to_emitter : nothing<RULE> {};
+template <>
+struct to_emitter<word> {
+    template <typename INPUT>
+    static void apply(INPUT const& in, ConditionEmitter& emitter) {
+        emitter.word(in.string_view());
+    }
+};
+template <>
+struct to_emitter<tilde> {
+    static void apply0(ConditionEmitter& emitter) { emitter.negate(); }
+};
+template <>
+struct to_emitter<opening> {
+    static void apply0(ConditionEmitter& emitter) { emitter.open(); }
+};
+template <>
+struct to_emitter<closing> {
+    static void apply0(ConditionEmitter& emitter) { emitter.close(); }
+};
+template <ConditionEmitter::Operator KIND>
+struct to_infix {
+    static void apply0(ConditionEmitter& emitter) { emitter.infix(KIND); }
+};
+template <>
+struct to_emitter<disjunction> : to_infix<ConditionEmitter::logical_or> {};
+template <>
+struct to_emitter<conjunction> : to_infix<ConditionEmitter::logical_and> {};
+template <>
+struct to_emitter<equality> : to_infix<ConditionEmitter::equal> {};
+template <>
+struct to_emitter<greater> : to_infix<ConditionEmitter::greater> {};
+template <>
+struct to_emitter<less> : to_infix<ConditionEmitter::less> {};
+
+static std::string rewrite(std::string const& text) {
+    ConditionEmitter emitter(text.size());
+    memory_input<tracking_mode::lazy, eol::lf, char const*> in(text.data(), text.size(), "");
+    if (!parse<input_text, to_emitter>(in, emitter))
+        return "";
+    return emitter.text();
+}
+
+} // namespace with_pegtl
+
+namespace with_x3 {
+
+namespace x3 = boost::spirit::x3;
+
+struct emitter_tag {};
+
+template <typename CONTEXT>
+ConditionEmitter& emitter_of(CONTEXT const& context) {
+    return x3::get<emitter_tag>(context);
+}
+
+template <typename TOLD>
+static auto tell(TOLD told) {
+    return [told](auto const& context) { told(emitter_of(context), x3::_attr(context)); };
+}
+
+template <ConditionEmitter::Operator KIND>
+static auto tell_infix() {
+    return tell([](ConditionEmitter& emitter, auto const&) { emitter.infix(KIND); });
+}
+
+static x3::rule<struct operand_id> const operand = "operand";
+static x3::rule<struct condition_id> const condition = "condition";
+
+static auto const word =
+    x3::raw[x3::lexeme[+(x3::char_ - x3::char_(" \t()=><~"))]]
+           [tell([](ConditionEmitter& emitter, auto const& range) {
+               emitter.word({&*range.begin(), static_cast<std::size_t>(range.size())});
+           })];
+static auto const opening = x3::lit('(')[tell([](auto& emitter, auto const&) { emitter.open(); })];
+static auto const closing = x3::lit(')')[tell([](auto& emitter, auto const&) { emitter.close(); })];
+static auto const tilde = x3::lit('~')[tell([](auto& emitter, auto const&) { emitter.negate(); })];
+static auto const infix = x3::lit('=')[tell_infix<ConditionEmitter::equal>()] |
+                          x3::lit("&&")[tell_infix<ConditionEmitter::logical_and>()] |
+                          x3::lit("||")[tell_infix<ConditionEmitter::logical_or>()] |
+                          x3::lit('>')[tell_infix<ConditionEmitter::greater>()] |
+                          x3::lit('<')[tell_infix<ConditionEmitter::less>()];
+static auto const operand_def = (opening >> condition >> closing) | (tilde >> operand) | word;
+static auto const condition_def = operand >> *(infix >> operand);
+BOOST_SPIRIT_DEFINE(operand, condition)
+
+static std::string rewrite(std::string const& text) {
+    ConditionEmitter emitter(text.size());
+    char const* first = text.data();
+    char const* const last = first + text.size();
+    if (!x3::phrase_parse(first, last, x3::with<emitter_tag>(emitter)[condition], x3::blank) ||
+        first != last)
+        return "";
+    return emitter.text();
+}
+
+} // namespace with_x3
+
+namespace {
+
+/// The limit: a switch for each character, and nothing but well-formed input.
+std::string rewrite_by_hand(std::string const& text) {
+    ConditionEmitter emitter(text.size());
+    for (char const *at = text.data(), *const end = at + text.size(); at != end;) {
+        switch (char const* const start = at++; *start) {
+        case ' ':
+            break;
+        case '(':
+            emitter.open();
+            break;
+        case ')':
+            emitter.close();
+            break;
+        case '=':
+            emitter.infix(ConditionEmitter::equal);
+            break;
+        case '>':
+            emitter.infix(ConditionEmitter::greater);
+            break;
+        case '<':
+            emitter.infix(ConditionEmitter::less);
+            break;
+        case '~':
+            emitter.negate();
+            break;
+        default:
+            if (at != end && *at == *start && (*start == '&' || *start == '|')) {
+                ++at;
+                emitter.infix(*start == '&' ? ConditionEmitter::logical_and
+                                            : ConditionEmitter::logical_or);
+                break;
+            }
+            while (at != end && *at != ' ' && *at != '(' && *at != ')' && *at != '=' &&
+                   *at != '>' && *at != '<' && *at != '~')
+                ++at;
+            emitter.word({start, static_cast<std::size_t>(at - start)});
+        }
+    }
+    return emitter.text();
+}
+
+/// What every contestant is asked: here is an expression, leave its prefix form in its place.
+template <std::string (*REWRITE)(std::string const&)>
+std::string replace(std::string const& text) {
+    std::string expression = text;
+    expression = REWRITE(expression);
+    return expression;
+}
+
+STR replace_by_gen(std::string const& text) {
+    STR expression(text);
+    GEN_BP_PARSER().parse_string(&expression);
+    return expression;
+}
+
+std::string path() {
+    switch (random_below(4)) {
+    case 0:
+        return "clk";
+    case 1:
+        return "|top|u" + std::to_string(random_below(100)) + "|" + random_letters(6);
+    default:
+        return random_letters(3 + random_below(8));
+    }
+}
+
+/// Three tokens.
+std::string comparison() {
+    if (random_below(8) == 0)
+        return "time > " + std::to_string(random_below(1000)) + "ns";
+    char const* const operators[] = {" = ", " = ", " > ", " < "};
+    return path() + operators[random_below(4)] + std::to_string(random_below(2000));
+}
+
+/// A condition in parentheses with about that many tokens.
+std::string group(std::size_t tokens) {
+    if (tokens < 8)
+        return (random_below(4) == 0 ? "~(" : "(") + comparison() + ")";
+    std::size_t const left = 5 + random_below(static_cast<unsigned>(tokens - 7));
+    std::string text = "(" + group(left);
+    text += random_below(2) == 0 ? " && " : " || ";
+    return text + group(tokens - 3 - std::min(left, tokens - 3)) + ")";
+}
+
+std::string chain(std::size_t tokens) {
+    std::string text = "(a = 1)";
+    for (std::size_t made = 5; made < tokens; made += 6)
+        text += " && (sig" + std::to_string(made % 1000) + " = 1)";
+    return text;
+}
+
+std::string nest(std::size_t tokens) {
+    return std::string(tokens / 2, '(') + "a" + std::string(tokens / 2, ')');
+}
+
+std::size_t count_tokens(std::string const& text) {
+    GEN_BP_PARSER parser;
+    parser.working_string() = text;
+    parser.tokenize_string();
+    std::size_t const count = parser.token_list().size();
+    STR nothing;
+    parser.parse_string(&nothing); // frees the records
+    return count;
+}
+
+void enter_conditions(std::string const& work, std::vector<std::string> const& texts, bool peers) {
+    std::size_t tokens = 0;
+    for (std::string const& text : texts)
+        tokens += count_tokens(text);
+    double const each = static_cast<double>(tokens) / static_cast<double>(texts.size());
+
+    auto const enter_one = [&](std::string const& contestant, auto rewrite) {
+        for (std::string const& text : texts)
+            if (replace_by_gen(text) != STR(rewrite(text))) {
+                std::fprintf(stderr, "%s writes another text\n", contestant.c_str());
+                std::exit(1);
+            }
+        enter(
+            "parse_string, " + work, contestant,
+            [texts, rewrite](std::size_t turn) { return rewrite(texts[turn % texts.size()]); },
+            each);
+    };
+    enter_one("gen", replace_by_gen);
+    if (peers) {
+        enter_one("PEGTL", replace<with_pegtl::rewrite>);
+        enter_one("X3", replace<with_x3::rewrite>);
+    }
+    enter_one("limit", replace<rewrite_by_hand>);
+}
+
+std::vector<std::string> make(std::size_t count, std::string (*shape)(std::size_t),
+                              std::size_t tokens) {
+    std::vector<std::string> texts;
+    while (texts.size() < count)
+        texts.push_back(shape(tokens));
+    return texts;
+}
+
+Family const conditions{[] {
+    enter_conditions("10 tokens", make(input_count, group, 10), true);
+    enter_conditions("1e3 tokens", make(16, group, 1000), true);
+    enter_conditions("1e5 tokens", make(1, group, 100000), true);
+    enter_conditions("1e6 tokens", make(1, group, 1000000), true);
+    enter_conditions("1e5 in one && chain", make(1, chain, 100000), true);
+    enter_conditions("1e5 nested", make(1, nest, 100000), false);
+}};
+
+} // namespace

@@ -71,5 +71,9 @@ class Commands {
 };
 
 // The families, each in the source file of its name.
+void add_env(Commands& commands);
+void add_machine(Commands& commands);
 void add_text(Commands& commands);
+void add_time(Commands& commands);
+void add_units(Commands& commands);
 void add_where(Commands& commands);

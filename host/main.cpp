@@ -3,7 +3,11 @@
 
 GEN_DEFINE_MAIN(argc, argv) {
     Commands commands;
+    add_env(commands);
+    add_machine(commands);
     add_text(commands);
+    add_time(commands);
+    add_units(commands);
     add_where(commands);
     return commands.run(argc, argv);
 }

@@ -1,0 +1,73 @@
+#include "command.h"
+
+#include "gen_os_info_paths.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdlib>
+#include <optional>
+
+namespace {
+
+Value variable(char const* name) {
+    char const* const value = std::getenv(name);
+    return value != nullptr ? Value(value) : Value();
+}
+
+Value::Record search_paths() {
+    return {{"path", variable("PATH")}, {"ld_library_path", variable("LD_LIBRARY_PATH")}};
+}
+
+class Env : public Command {
+  public:
+    void declare(CLI::App& app) override {
+        app.add_option("tool", m_tool, "The file name of the tool to be started")->required();
+        app.add_option("--platform", m_platform, "Ask as if KORVANE_PLATFORM were this");
+        app.add_option("--bit-type", m_bit_type, "Ask as if KORVANE_BIT_TYPE were this");
+    }
+
+    Status run(Answer& answer) override {
+        set("KORVANE_PLATFORM", m_platform);
+        set("KORVANE_BIT_TYPE", m_bit_type);
+        answer.field("64_bit_wanted", gen_is_system_64bit());
+        STR old_path;
+        STR old_library_path;
+        bool const changed = gen_set_paths_for_64bit(m_tool.c_str(), old_path, old_library_path);
+        answer.field("changed", changed);
+        answer.field("for_the_tool", search_paths());
+        if (changed)
+            gen_restore_paths(old_path, old_library_path);
+        answer.field("restored", search_paths());
+        if (!changed)
+            answer.remark(std::getenv("KORVANE_PLATFORM") == nullptr
+                              ? "KORVANE_PLATFORM is not set"
+                              : "the platform's 64-bit directory does not hold '" + m_tool + "'");
+        return status_of(changed);
+    }
+
+  private:
+    static void set(char const* name, std::optional<std::string> const& value) {
+        if (value)
+            setenv(name, value->c_str(), 1);
+    }
+
+    std::string m_tool;
+    std::optional<std::string> m_platform;
+    std::optional<std::string> m_bit_type;
+};
+
+} // namespace
+
+void add_env(Commands& commands) {
+    commands.add<Env>({
+        .name = "env",
+        .summary = "Tells what the search paths become for a tool that has a 64-bit twin",
+        .example = "  $ gen_query env fitter --platform linux\n"
+                   "  64 bit wanted  no\n"
+                   "  changed        yes\n"
+                   "  for the tool\n"
+                   "    path             /opt/korvane//linux64/:/usr/bin\n"
+                   "  ...\n"
+                   "The exit status is 1 where the paths stay as they are.",
+    });
+}

@@ -1,0 +1,49 @@
+#include "gen_query.h"
+#include "probe.h"
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+TEST(GenQueryTime, NowIsTheClocks) {
+    ProgramStart start;
+    start.arguments = {TEST_BINARY_DIR "/gen_query", "time", "now", "--json"};
+    ProgramResult const result = run_with_faked_answers(
+        start, {{"FAKED_TIME", "4102444800"}, {"FAKED_TICKS", "150"}, {"TZ", "UTC0"}});
+    nlohmann::json const answers = nlohmann::json::parse(result.output);
+    EXPECT_EQ(answers["date_and_time"], "Fri Jan  1 00:00:00 2100");
+    EXPECT_EQ(answers["time"], "00:00:00");
+    EXPECT_EQ(answers["seconds"], -192522496);
+    EXPECT_EQ(answers["tick_count_ms"], 1500);
+}
+
+TEST(GenQueryTime, FormatIsStrftimes) {
+    ProgramStart start;
+    start.arguments = {TEST_BINARY_DIR "/gen_query", "time", "format", "%Y-%m-%d %H:%M"};
+    ProgramResult const result =
+        run_with_faked_answers(start, {{"FAKED_TIME", "1794746854"}, {"TZ", "UTC0"}});
+    EXPECT_EQ(result.output, "2026-11-15 12:47\n");
+}
+
+TEST(GenQueryTime, StopwatchCountsThisProcessAndTheTicksAWait) {
+    ProgramResult const result =
+        run_gen_query({"time", "stopwatch", "--json", "--", "sh", "-c", "echo out; sleep 0.3"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "out\n") << "what the command writes keeps out of the answer";
+    nlohmann::json const answers = nlohmann::json::parse(result.output);
+    EXPECT_GE(answers["elapsed_ms"], 290);
+    std::string const own = answers["own_cpu_time"];
+    EXPECT_LT(std::stod(own), 0.25);
+    EXPECT_EQ(own.substr(own.find(' ')), " seconds");
+}
+
+TEST(GenQueryTime, StopwatchPassesTheCommandsFailureOn) {
+    ProgramResult const failed =
+        run_gen_query({"time", "stopwatch", "--json", "--", "sh", "-c", "exit 3"});
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_EQ(nlohmann::json::parse(failed.output)["exit_status"], 3);
+    ProgramResult const killed =
+        run_gen_query({"time", "stopwatch", "--json", "--", "sh", "-c", "kill -9 $$"});
+    EXPECT_EQ(nlohmann::json::parse(killed.output)["exit_status"], 137);
+    EXPECT_EQ(run_gen_query({"time", "stopwatch", "--", "/no/such/command"}).status, 2);
+}

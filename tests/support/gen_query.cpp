@@ -1,0 +1,9 @@
+#include "gen_query.h"
+
+ProgramResult run_gen_query(std::vector<std::string> const& arguments, ProgramStart start) {
+    start.file = TEST_BINARY_DIR "/gen_query";
+    if (start.arguments.empty())
+        start.arguments.push_back(start.file);
+    start.arguments.insert(start.arguments.end(), arguments.begin(), arguments.end());
+    return run_program(start);
+}

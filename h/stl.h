@@ -18,7 +18,59 @@ inline char* STL_ARGS(va_list args) {
     return reinterpret_cast<char*>(args);
 }
 
-/// Replaces @p out with the printf-style expansion of @p format; returns its length. A null format
-/// counts as an empty one.
+/// Replaces @p out with the printf-style expansion of @p format, byte for byte what snprintf of the
+/// C library would write, and returns its length. On an error that printf has (an incomplete
+/// conversion at the end, a wide character that the locale lacks, a text of more than INT_MAX
+/// bytes) the result is negative and @p out empty. A null format counts as an empty one; a null @p
+/// out gives -1. Two things differ from printf: `%n` only steps over its argument, and with null @p
+/// args a conversion other than `%%` prints nothing. Arguments may point into @p out.
 KORVANE_API int stl_sprintf(STR* out, char const* format, ...) KORVANE_PRINTF(2, 3);
 KORVANE_API int stl_vsprintf(STR* out, char const* format, char* args);
+
+/// Appends the text of the argument at @p cursor, formatted by one printf conversion such as
+/// "%5.2f", and advances the cursor past it. On x86 that moves `*cursor` itself, on x86-64 the
+/// va_list object that it points to. See STL_ARG_CURSOR::output for what counts as a conversion.
+KORVANE_API void stl_output(STR* out, char const* conversion, char** cursor);
+
+/// Walks through arguments in order, as often as wanted. The caller's own list is not consumed.
+class STL_ARG_CURSOR {
+  public:
+    /// Stands at the first argument. With null @p args there are none: nothing is ever printed, and
+    /// stepping on is harmless.
+    KORVANE_API explicit STL_ARG_CURSOR(char* args);
+    STL_ARG_CURSOR(STL_ARG_CURSOR const&) = delete;
+    STL_ARG_CURSOR& operator=(STL_ARG_CURSOR const&) = delete;
+
+    bool has_arguments() const { return m_start != nullptr; }
+
+    /// Back to the first argument.
+    KORVANE_API void reset();
+    /// Past one argument of a machine word, an int or a pointer, that nobody tells more about.
+    KORVANE_API void skip_word();
+    /// Appends the text of the argument here, formatted by @p conversion, and steps past it.
+    ///
+    /// @p conversion is "%", flags, width, precision, length and letter; what follows the letter is
+    /// ignored. `%%` gives "%" and `%m` the text of errno, neither takes an argument. `%n` writes
+    /// nothing and steps past its pointer. Anything else prints nothing and takes no argument:
+    /// a null or incomplete text, an unknown letter, a `*`, a numbered `1$`.
+    KORVANE_API void output(STR* out, char const* conversion);
+    /// Steps as output does, without formatting.
+    KORVANE_API void skip(char const* conversion);
+
+    /// The argument here, which must have been passed as @p T after the default promotions; steps
+    /// past it. Not to be called without arguments.
+    template <typename T>
+    T take() {
+        return va_arg(m_here, T);
+    }
+
+    /// What vsnprintf makes of @p format with the arguments from here on. Steps past none of them;
+    /// not to be called without arguments.
+    KORVANE_API int print(char* buffer, std::size_t size, char const* format);
+    /// Moves whoever goes on reading from @p args to where this cursor stands.
+    KORVANE_API void hand_back(char*& args);
+
+  private:
+    char* m_start;
+    va_list m_here;
+};

@@ -45,8 +45,8 @@ int thr_drl_is_loaded(char const* module_file_name) {
 void thr_debug_break() {
     if (proc_status_value("TracerPid") == 0)
         return;
-    // A tracer sees the signal although it is ignored. One that is no debugger passes it on, as does
-    // a debugger that leaves meanwhile; ignoring it keeps that from ending the process.
+    // A tracer sees the signal although it is ignored. One that is no debugger passes it on, as
+    // does a debugger that leaves meanwhile; ignoring it keeps that from ending the process.
     struct sigaction ignore = {};
     ignore.sa_handler = SIG_IGN;
     struct sigaction previous;

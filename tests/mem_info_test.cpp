@@ -12,8 +12,8 @@ constexpr std::size_t megabyte = 1024 * 1024;
 class TouchedPages {
   public:
     explicit TouchedPages(std::size_t size)
-        : m_size(size), m_block(mmap(nullptr, size, PROT_READ | PROT_WRITE,
-                                     MAP_PRIVATE | MAP_ANONYMOUS, -1, 0)) {
+        : m_size(size),
+          m_block(mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0)) {
         std::memset(m_block, 1, m_size);
     }
     ~TouchedPages() { munmap(m_block, m_size); }

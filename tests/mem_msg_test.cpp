@@ -53,6 +53,13 @@ TEST(MemMsg, LongTextArrivesWhole) {
     EXPECT_EQ(received_text, "<" + text + ">");
 }
 
+TEST(MemMsg, NullArgumentsPrintNothing) {
+    SinkInForce const sink;
+    char owner[] = "GEN";
+    EXPECT_EQ(mem_msg_local_vdebug(owner, "100%% of %s and %5.2f.", nullptr), 42);
+    EXPECT_EQ(received_text, "100% of  and .");
+}
+
 TEST(MemMsg, NullOwnerAndFormatAreEmpty) {
     SinkInForce const sink;
     received_owner = received_text = "?";

@@ -1,0 +1,220 @@
+#include "stl.h"
+
+#include <climits>
+#include <gtest/gtest.h>
+
+namespace {
+
+// Runs `body` with a cursor over the arguments behind it.
+template <typename BODY>
+void with_cursor(BODY body, ...) {
+    va_list args;
+    va_start(args, body);
+    STL_ARG_CURSOR cursor(STL_ARGS(args));
+    body(cursor);
+    va_end(args);
+}
+
+std::string output(STL_ARG_CURSOR& cursor, char const* conversion) {
+    STR text;
+    cursor.output(&text, conversion);
+    return std::string(text.begin(), text.end());
+}
+
+struct ConversionCase {
+    char const* conversion;
+    char const* text;
+};
+
+// With the arguments 42, "next".
+constexpr ConversionCase one_int_cases[] = {
+    {"%d", "42"},       {"%i", "42"},    {"%u", "42"},     {"%x", "2a"},       {"%X", "2A"},
+    {"%o", "52"},       {"%c", "*"},     {"%5d", "   42"}, {"%-5d|", "42   "}, {"%05d", "00042"},
+    {"%+d", "+42"},     {"%hhd", "42"},  {"%hd", "42"},    {"%d items", "42"}, {"%d%d", "42"},
+    {"%5.3d", "  042"}, {"%#x", "0x2a"}, {"%lc", "*"},     {"%C", "*"},        {"%b", "101010"},
+};
+
+// Conversions that print what stands here and leave the argument where it is.
+constexpr ConversionCase no_argument_cases[] = {
+    {nullptr, ""},
+    {"", ""},
+    {"%", ""},
+    {"text", ""},
+    {"d", ""},
+    {"%%", "%"},
+    {"%5%", "%"},
+    {"%y", ""},
+    {"%*d", ""},
+    {"%.*d", ""},
+    {"%1$d", ""},
+    {"%*n", ""},
+    {"%-", ""},
+    {"%5.", ""},
+    {"%l", ""},
+    {"%5.2", ""},
+    {"%99999999999d", ""},
+    {" %d", ""},
+    {"%!", ""},
+    {"%1$n", ""},
+    {"%.*2$s", ""},
+};
+
+} // namespace
+
+TEST(StlArgCursor, OneConversionTakesOneArgument) {
+    for (ConversionCase const& row : one_int_cases)
+        with_cursor(
+            [&](STL_ARG_CURSOR& cursor) {
+                EXPECT_EQ(output(cursor, row.conversion), row.text) << row.conversion;
+                EXPECT_EQ(output(cursor, "%s"), "next") << row.conversion;
+                cursor.reset();
+                cursor.skip(row.conversion);
+                EXPECT_EQ(output(cursor, "%s"), "next") << row.conversion;
+            },
+            42, "next");
+}
+
+TEST(StlArgCursor, WhatIsNoConversionReadsNothing) {
+    for (ConversionCase const& row : no_argument_cases) {
+        char const* const shown = row.conversion != nullptr ? row.conversion : "null";
+        with_cursor(
+            [&](STL_ARG_CURSOR& cursor) {
+                EXPECT_EQ(output(cursor, row.conversion), row.text) << shown;
+                cursor.skip(row.conversion);
+                EXPECT_EQ(output(cursor, "%d"), "42") << shown;
+            },
+            42);
+    }
+}
+
+TEST(StlArgCursor, EveryArgumentTypeHasItsSize) {
+    static constexpr ConversionCase conversions[] = {
+        {"%s", "text"},
+        {"%d", "-1"},
+        {"%lld", "-9223372036854775808"},
+        {"%5.2f", " 2.50"},
+        {"%ld", "-2147483648"},
+        {"%Lg", "0.25"},
+        {"%hhu", "200"},
+        {"%zu", "77"},
+        {"%jd", "-5"},
+        {"%td", "-6"},
+        {"%ls", "wide"},
+        {"%c", "c"},
+        {"%llu", "18446744073709551615"},
+        {"%e", "1.000000e+100"},
+        {"%p", "(nil)"},
+        {"%n", ""},
+        {"%g", "0.5"},
+        {"%La", "0x8p-3"},
+        {"%S", "more"},
+        {"%s", "end"},
+    };
+    int written = 1;
+    with_cursor(
+        [&](STL_ARG_CURSOR& cursor) {
+            for (ConversionCase const& row : conversions)
+                EXPECT_EQ(output(cursor, row.conversion), row.text) << row.conversion;
+            // Each of them alone, with the ones before it stepped over.
+            for (std::size_t i = 0; i < std::size(conversions); ++i) {
+                cursor.reset();
+                for (std::size_t before = 0; before < i; ++before)
+                    cursor.skip(conversions[before].conversion);
+                EXPECT_EQ(output(cursor, conversions[i].conversion), conversions[i].text)
+                    << conversions[i].conversion;
+            }
+        },
+        "text", -1, LLONG_MIN, 2.5, static_cast<long>(INT_MIN), 0.25L, 200, std::size_t{77},
+        std::intmax_t{-5}, std::ptrdiff_t{-6}, L"wide", 'c', ULLONG_MAX, 1e100, nullptr, &written,
+        0.5, 1.0L, L"more", "end");
+    EXPECT_EQ(written, 1);
+}
+
+TEST(StlArgCursor, SkipWordPassesIntsAndPointers) {
+    with_cursor(
+        [](STL_ARG_CURSOR& cursor) {
+            cursor.skip_word();
+            EXPECT_EQ(output(cursor, "%d"), "2");
+            cursor.skip_word();
+            cursor.skip_word();
+            EXPECT_EQ(output(cursor, "%s"), "five");
+            for (int i = 6; i <= 9; ++i)
+                cursor.skip_word();
+            EXPECT_EQ(output(cursor, "%d"), "10");
+        },
+        1, 2, "three", 4U, "five", 6, 7, "eight", 9, 10);
+}
+
+TEST(StlArgCursor, OutputAppends) {
+    with_cursor(
+        [](STL_ARG_CURSOR& cursor) {
+            STR text("before ");
+            cursor.output(&text, "%s");
+            cursor.output(&text, "%5d");
+            EXPECT_EQ(text, "before one    2");
+        },
+        "one", 2);
+}
+
+TEST(StlArgCursor, LongTextsArriveWhole) {
+    std::string const text(10'000, 'x');
+    with_cursor([&](STL_ARG_CURSOR& cursor) { EXPECT_EQ(output(cursor, "%s"), text); },
+                text.c_str());
+}
+
+TEST(StlArgCursor, WithoutArgumentsNothingIsPrinted) {
+    STL_ARG_CURSOR cursor(nullptr);
+    EXPECT_FALSE(cursor.has_arguments());
+    for (char const* const conversion : {"%s", "%d", "%5.2f", "%n", "%"})
+        EXPECT_EQ(output(cursor, conversion), "");
+    EXPECT_EQ(output(cursor, "%%"), "%");
+    cursor.skip("%s");
+    cursor.skip_word();
+    cursor.reset();
+    char* nothing = nullptr;
+    cursor.hand_back(nothing);
+    EXPECT_EQ(nothing, nullptr);
+}
+
+namespace {
+
+// Outputs the first argument through the function form, and the second by whatever reads on.
+std::string first_then_rest(char const* conversion, ...) {
+    va_list args;
+    va_start(args, conversion);
+    STR text("<");
+#if defined(__i386__)
+    char* cursor = args;
+    stl_output(&text, conversion, &cursor);
+    args = cursor;
+#else
+    char* cursor = STL_ARGS(args);
+    stl_output(&text, conversion, &cursor);
+#endif
+    text += ">";
+    text += va_arg(args, char const*);
+    va_end(args);
+    return std::string(text.begin(), text.end());
+}
+
+} // namespace
+
+TEST(StlOutput, AppendsOneArgumentAndAdvancesTheCallersList) {
+    EXPECT_EQ(first_then_rest("%s", "one", "two"), "<one>two");
+    EXPECT_EQ(first_then_rest("%5.2f", 2.5, "two"), "< 2.50>two");
+    EXPECT_EQ(first_then_rest("%lld", 1LL << 40, "two"), "<1099511627776>two");
+    EXPECT_EQ(first_then_rest("%Lg", 0.125L, "two"), "<0.125>two");
+    EXPECT_EQ(first_then_rest("%*d", "two"), "<>two");
+    EXPECT_EQ(first_then_rest("%", "two"), "<>two");
+    int written = 7;
+    EXPECT_EQ(first_then_rest("%n", &written, "two"), "<>two");
+    EXPECT_EQ(written, 7);
+}
+
+TEST(StlOutput, NullCursorPrintsNothing) {
+    STR text("before");
+    char* cursor = nullptr;
+    stl_output(&text, "%s", &cursor);
+    EXPECT_EQ(text, "before");
+    EXPECT_EQ(cursor, nullptr);
+}

@@ -166,9 +166,9 @@ TEST_F(GenFindFile, EdaFilesComeFromTheirLibrariesAlone) {
     write("korvane/libraries/cell.v");
     write("korvane/eda/hspice/cell.v");
     EXPECT_EQ(found_eda("cell.v"), "");
-    for (char const* directory : {"libraries/others/synplicity/", "eda/ibis/", "eda/sim_lib/",
-                                  "eda/viewlogic/", "eda/synopsys/", "eda/mentor/",
-                                  "libraries/others/vital/"}) {
+    for (char const* directory :
+         {"libraries/others/synplicity/", "eda/ibis/", "eda/sim_lib/", "eda/viewlogic/",
+          "eda/synopsys/", "eda/mentor/", "libraries/others/vital/"}) {
         std::string const path = write("korvane/" + std::string(directory) + "cell.v");
         EXPECT_EQ(found_eda("cell.v"), path);
     }

@@ -80,9 +80,9 @@ TEST_F(GenLibraries, ProjectAndUserPathsAreKeptAndSearched) {
 }
 
 TEST_F(GenLibraries, ShippedOnesAreAllTypesButTheRootInAscendingOrder) {
-    EXPECT_EQ(texts(gen_get_default_lib_fio_paths()),
-              library_paths({1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11,
-                             12, 13, 14, 15, 16, 17, 18, 26, 27, 28}));
+    EXPECT_EQ(
+        texts(gen_get_default_lib_fio_paths()),
+        library_paths({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 26, 27, 28}));
     EXPECT_EQ(texts(&gen_get_korvane_eda_lib_paths()->directories()),
               library_paths({19, 20, 21, 22, 23, 24, 25}));
 }

@@ -80,11 +80,10 @@ TEST_F(GenSourceFiles, GroupsAreVisitedWithTheUsersBeforeTheShippedOnes) {
     write("team/top.vhd");
     write("project/db/top.khd");
     write("project/top.ksd");
-    EXPECT_THAT(sources("top"),
-                ElementsAre(in(1, "project/top.ksd"), in(2, "project/db/top.khd"),
-                            in(3, "team/top.vhd"), in(5, "user/top.v"),
-                            in(4, "project/parablocks/top.sv"),
-                            in(4, "korvane/libraries/others/top.edf")));
+    EXPECT_THAT(sources("top"), ElementsAre(in(1, "project/top.ksd"), in(2, "project/db/top.khd"),
+                                            in(3, "team/top.vhd"), in(5, "user/top.v"),
+                                            in(4, "project/parablocks/top.sv"),
+                                            in(4, "korvane/libraries/others/top.edf")));
 }
 
 TEST_F(GenSourceFiles, OneOfEachTypeIsTakenFromTheEarliestGroup) {
@@ -100,17 +99,15 @@ TEST_F(GenSourceFiles, WithinAGroupTheFirstListedOneIsTaken) {
     write("team/top.v");
     write("project/lib/top.v");
     write("team/top.vhd");
-    EXPECT_THAT(sources("top"),
-                ElementsAre(in(3, "project/lib/top.v"), in(3, "team/top.vhd")));
+    EXPECT_THAT(sources("top"), ElementsAre(in(3, "project/lib/top.v"), in(3, "team/top.vhd")));
 }
 
 TEST_F(GenSourceFiles, GroupOrderGoesBeforeFileTypeOrder) {
     write("korvane/libraries/top.kbd");
     write("project/top.edf");
     write("project/top.v");
-    EXPECT_THAT(sources("top"),
-                ElementsAre(in(1, "project/top.v"), in(1, "project/top.edf"),
-                            in(4, "korvane/libraries/top.kbd")));
+    EXPECT_THAT(sources("top"), ElementsAre(in(1, "project/top.v"), in(1, "project/top.edf"),
+                                            in(4, "korvane/libraries/top.kbd")));
 }
 
 TEST_F(GenSourceFiles, AtMostSevenAreAddedAndTheSharedOrderStays) {
@@ -130,8 +127,7 @@ TEST_F(GenSourceFiles, AreAppendedAndEarlierEntriesCount) {
     EXPECT_TRUE(gen_get_source_files("top", &candidates));
     EXPECT_TRUE(gen_get_source_files("missing", &candidates));
     EXPECT_TRUE(gen_get_source_files_from_korvane_lib("missing", &candidates));
-    EXPECT_THAT(listed(candidates),
-                ElementsAre(in(1, "project/top.v"), in(1, "project/top.v")));
+    EXPECT_THAT(listed(candidates), ElementsAre(in(1, "project/top.v"), in(1, "project/top.v")));
     EXPECT_FALSE(gen_get_source_files("top", nullptr));
     EXPECT_FALSE(gen_get_source_files_from_korvane_lib("top", nullptr));
 }
@@ -193,13 +189,13 @@ TEST(GenAppendCandidates, TakesWhatIsStillWantedAndRemovesItsExtension) {
     MEM_VECTOR<GEN_SOURCE_CANDIDATE> candidates;
     MEM_VECTOR<STR> order{".v", "vhd", ".V", ".edf"};
     MEM_LIST<FIO_PATH> const found_paths{FIO_PATH("/a/top.edf"), FIO_PATH("/a/top.V"),
-                                         FIO_PATH("/b/top.v"), FIO_PATH("/a/top.sv"),
-                                         FIO_PATH("/a/top"), FIO_PATH("/a/top.VHD")};
+                                         FIO_PATH("/b/top.v"),   FIO_PATH("/a/top.sv"),
+                                         FIO_PATH("/a/top"),     FIO_PATH("/a/top.VHD")};
     gen_append_candidates_helper(GEN_LIBRARY_PATHS_USER_LIBRARIES, found_paths, &candidates,
                                  &order);
-    EXPECT_THAT(listed(candidates), ElementsAre(Candidate{5, "/a/top.edf"},
-                                                Candidate{5, "/a/top.V"},
-                                                Candidate{5, "/a/top.VHD"}));
+    EXPECT_THAT(listed(candidates),
+                ElementsAre(Candidate{5, "/a/top.edf"}, Candidate{5, "/a/top.V"},
+                            Candidate{5, "/a/top.VHD"}));
     EXPECT_THAT(order, IsEmpty());
 }
 

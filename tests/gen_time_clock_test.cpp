@@ -109,9 +109,8 @@ TEST(CurrentTime, SecondsAreThoseOfTheSystem) {
 class ClockSetTo : public testing::TestWithParam<Lines> {};
 
 TEST_P(ClockSetTo, AnswersByIt) {
-    ProgramResult const result =
-        run_probe({"seconds", "time", "date", "format", "print"},
-                  {{"FAKED_TIME", GetParam().what}, {"TZ", "UTC0"}});
+    ProgramResult const result = run_probe({"seconds", "time", "date", "format", "print"},
+                                           {{"FAKED_TIME", GetParam().what}, {"TZ", "UTC0"}});
     EXPECT_EQ(result.output, GetParam().answers);
     EXPECT_EQ(result.status, 0) << result.errors;
 }
@@ -137,11 +136,9 @@ INSTANTIATE_TEST_SUITE_P(
 // Past the last year that fits an int: first the date has no text, then nothing has.
 INSTANTIATE_TEST_SUITE_P(
     ClockWithoutAYear, ClockSetTo,
-    Values(Lines{"67767976233532799",
-                 "-2037645953\n23:59:59\nTue Dec 31 23:59:59 2147483647\n"
-                 "true 12-31 23:59:59\nTue Dec 31 23:59:59 2147483647\\n\n"},
-           Lines{"67767976233532800",
-                 "-2037645952\n00:00:00\n\ntrue 01-01 00:00:00\n|\n"},
+    Values(Lines{"67767976233532799", "-2037645953\n23:59:59\nTue Dec 31 23:59:59 2147483647\n"
+                                      "true 12-31 23:59:59\nTue Dec 31 23:59:59 2147483647\\n\n"},
+           Lines{"67767976233532800", "-2037645952\n00:00:00\n\ntrue 01-01 00:00:00\n|\n"},
            Lines{"67768036191676800", "2085923200\n\n\nfalse untouched\n|\n"},
            Lines{"9223372036854775807", "-1\n\n\nfalse untouched\n|\n"}));
 
@@ -197,7 +194,8 @@ TEST(Zone, OthersMayMoveItInBetween) {
 /// A zone file of one offset, in the oldest form, which every reader takes.
 static std::string zone_file(char hours, std::string const& name) {
     std::string file = "TZif" + std::string(16, '\0');
-    for (std::size_t const count : {std::size_t{0}, std::size_t{0}, std::size_t{0}, std::size_t{0}, std::size_t{1}, name.size() + 1})
+    for (std::size_t const count : {std::size_t{0}, std::size_t{0}, std::size_t{0}, std::size_t{0},
+                                    std::size_t{1}, name.size() + 1})
         file += std::string(3, '\0') + static_cast<char>(count);
     int const seconds = hours * 3600;
     for (int const shift : {24, 16, 8, 0})
@@ -225,8 +223,14 @@ TEST(Zone, ChangedZoneFileIsSeenWithinASecond) {
 TEST(Zone, FileIsNotAskedForOnEveryCall) {
     TempDirectory const directory;
     ProgramStart start;
-    start.arguments = {"/usr/bin/strace", "-f", "-e", "trace=%file", "-o", directory / "calls",
-                       TEST_BINARY_DIR "/system_probe", "many_dates"};
+    start.arguments = {"/usr/bin/strace",
+                       "-f",
+                       "-e",
+                       "trace=%file",
+                       "-o",
+                       directory / "calls",
+                       TEST_BINARY_DIR "/system_probe",
+                       "many_dates"};
     start.unset = {"TZ"};
     ProgramResult const result = run_with_faked_answers(start, {});
     if (result.status != 0)
@@ -298,17 +302,35 @@ TEST(ElapsedTime, Table) {
         long seconds;
         char const* text;
     } const rows[] = {
-        {0, "00:00:00"},          {1, "00:00:01"},          {9, "00:00:09"},
-        {10, "00:00:10"},         {59, "00:00:59"},         {60, "00:01:00"},
-        {599, "00:09:59"},        {600, "00:10:00"},        {3599, "00:59:59"},
-        {3600, "01:00:00"},       {3725, "01:02:05"},       {35999, "09:59:59"},
-        {36000, "10:00:00"},      {86399, "23:59:59"},      {86400, "1:00:00:00"},
-        {90061, "1:01:01:01"},    {864000, "10:00:00:00"},  {8639999, "99:23:59:59"},
-        {8640000, "100:00:00:00"}, {2147483647, "24855:03:14:07"},
+        {0, "00:00:00"},
+        {1, "00:00:01"},
+        {9, "00:00:09"},
+        {10, "00:00:10"},
+        {59, "00:00:59"},
+        {60, "00:01:00"},
+        {599, "00:09:59"},
+        {600, "00:10:00"},
+        {3599, "00:59:59"},
+        {3600, "01:00:00"},
+        {3725, "01:02:05"},
+        {35999, "09:59:59"},
+        {36000, "10:00:00"},
+        {86399, "23:59:59"},
+        {86400, "1:00:00:00"},
+        {90061, "1:01:01:01"},
+        {864000, "10:00:00:00"},
+        {8639999, "99:23:59:59"},
+        {8640000, "100:00:00:00"},
+        {2147483647, "24855:03:14:07"},
         // Below zero each part is padded like any number below ten.
-        {-1, "00:00:0-1"},        {-5, "00:00:0-5"},        {-59, "00:00:0-59"},
-        {-60, "00:0-1:00"},       {-3725, "0-1:0-2:0-5"},   {-86399, "0-23:0-59:0-59"},
-        {-86400, "00:00:00"},     {-90061, "0-1:0-1:0-1"},
+        {-1, "00:00:0-1"},
+        {-5, "00:00:0-5"},
+        {-59, "00:00:0-59"},
+        {-60, "00:0-1:00"},
+        {-3725, "0-1:0-2:0-5"},
+        {-86399, "0-23:0-59:0-59"},
+        {-86400, "00:00:00"},
+        {-90061, "0-1:0-1:0-1"},
         {-2147483647 - 1, "0-3:0-14:0-8"},
     };
     for (auto const& row : rows)
@@ -339,10 +361,11 @@ TEST_P(TicksSetTo, GiveMillisecondsThatWrapIn32Bits) {
 }
 
 INSTANTIATE_TEST_SUITE_P(TickCount, TicksSetTo,
-                         Values(Lines{"0", "0\n"}, Lines{"1", "10\n"}, Lines{"2147483", "21474830\n"},
-                                Lines{"2147484", "-21474832\n"}, Lines{"4294967", "-2\n"},
-                                Lines{"4294968", "7\n"}, Lines{"-1", "-10\n"},
-                                Lines{"2147483647", "-10\n"}, Lines{"-2147483648", "0\n"}));
+                         Values(Lines{"0", "0\n"}, Lines{"1", "10\n"},
+                                Lines{"2147483", "21474830\n"}, Lines{"2147484", "-21474832\n"},
+                                Lines{"4294967", "-2\n"}, Lines{"4294968", "7\n"},
+                                Lines{"-1", "-10\n"}, Lines{"2147483647", "-10\n"},
+                                Lines{"-2147483648", "0\n"}));
 
 #if defined(__x86_64__)
 // What a 32-bit process sees of a longer count.
@@ -353,8 +376,8 @@ INSTANTIATE_TEST_SUITE_P(TickCountPast32Bits, TicksSetTo,
 TEST(TickCount, CountsMilliseconds) {
     std::int32_t const before = gen_get_tick_count();
     std::this_thread::sleep_for(std::chrono::milliseconds(60));
-    auto const passed = static_cast<std::uint32_t>(gen_get_tick_count()) -
-                        static_cast<std::uint32_t>(before);
+    auto const passed =
+        static_cast<std::uint32_t>(gen_get_tick_count()) - static_cast<std::uint32_t>(before);
     // A restart in between, once in twelve hours, makes the difference a large one.
     EXPECT_TRUE(passed >= 50U) << passed;
 }

@@ -19,11 +19,13 @@ struct Row {
 };
 
 constexpr Row units[] = {
-    {0, "s", "second", 0},         {1, "ms", "millisecond", -3}, {2, "us", "microsecond", -6},
-    {3, "ns", "nanosecond", -9},   {4, "ps", "picosecond", -12},
+    {0, "s", "second", 0},       {1, "ms", "millisecond", -3}, {2, "us", "microsecond", -6},
+    {3, "ns", "nanosecond", -9}, {4, "ps", "picosecond", -12},
 };
 constexpr Row frequencies[] = {
-    {0, "Hz", "hertz", 0}, {1, "kHz", "kilohertz", 3}, {2, "MHz", "megahertz", 6},
+    {0, "Hz", "hertz", 0},
+    {1, "kHz", "kilohertz", 3},
+    {2, "MHz", "megahertz", 6},
     {3, "GHz", "gigahertz", 9},
 };
 

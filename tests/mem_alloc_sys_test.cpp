@@ -1,20 +1,13 @@
 #include "mem_alloc_sys.h"
 
 #include "effort.h"
+#include "sanitizer.h"
 
 #include <gtest/gtest.h>
 #include <numeric>
 #include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
-
-#if defined(__SANITIZE_ADDRESS__)
-#define HEAP_IS_THE_SANITIZERS 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define HEAP_IS_THE_SANITIZERS 1
-#endif
-#endif
 
 namespace {
 
@@ -175,9 +168,8 @@ TEST(MemAllocDeathTest, CountPastTheSizeTypeFails) {
 }
 
 TEST(MemAllocDeathTest, FullHeapFails) {
-#ifdef HEAP_IS_THE_SANITIZERS
-    GTEST_SKIP() << "the sanitizer's heap ends the process itself";
-#endif
+    if (address_sanitizer)
+        GTEST_SKIP() << "the sanitizer's heap ends the process itself";
     auto const fill = [] {
         rlimit const eight_gigabytes{8ULL << 30, 8ULL << 30};
         setrlimit(RLIMIT_AS, &eight_gigabytes);

@@ -3,11 +3,12 @@
 //
 //     FAKED_TIME        time(): seconds since 1970
 //     FAKED_TICKS       times(): the clock-tick count
-//     FAKED_CPU         getrusage(): "user/system" in microseconds, separated by ","; one a call, the
+//     FAKED_CPU         getrusage(): "user/system" in microseconds, separated by ","; one a call,
+//     the
 //                       last one from then on
-//     FAKED_HOST_NAME   gethostname(): the name, not terminated when it fills the buffer; fails if ""
-//     FAKED_ADDRESSES   gethostbyname(): addresses in hexadecimal, separated by ","
-//     FAKED_UNAME       uname(): fails
+//     FAKED_HOST_NAME   gethostname(): the name, not terminated when it fills the buffer; fails if
+//     "" FAKED_ADDRESSES   gethostbyname(): addresses in hexadecimal, separated by "," FAKED_UNAME
+//     uname(): fails
 
 #include <array>
 #include <cerrno>
@@ -85,8 +86,8 @@ hostent* host_entry(char const* list) {
 
 EXPORTED std::time_t time(std::time_t* out) noexcept {
     char const* const faked = std::getenv("FAKED_TIME");
-    std::time_t const now = faked != nullptr ? std::strtoll(faked, nullptr, 10)
-                                             : real(time_name, &time)(nullptr);
+    std::time_t const now =
+        faked != nullptr ? std::strtoll(faked, nullptr, 10) : real(time_name, &time)(nullptr);
     if (out != nullptr)
         *out = now;
     return now;

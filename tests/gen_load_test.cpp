@@ -1,0 +1,42 @@
+// What happens when the library is loaded and unloaded. Hosts of this program's kind cannot see it:
+// it takes programs that are not linked with gen and load it themselves.
+
+#include "run_program.h"
+
+#include <filesystem>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr char library[] = TEST_LIBRARY_DIR "/libkorvane_gen.so.1";
+
+ProgramResult load_with(std::string const& program, std::vector<std::string> more = {}) {
+    ProgramStart start;
+    start.arguments = {TEST_BINARY_DIR "/" + program, library};
+    start.arguments.insert(start.arguments.end(), more.begin(), more.end());
+    start.clear_environment = true;
+    // The executable's path is meant to stay when the library that holds the pointer to it goes.
+    start.set = {{"ASAN_OPTIONS", "detect_leaks=0"}};
+    return run_program(start);
+}
+
+} // namespace
+
+TEST(GenLoad, UnloadingLeavesNothingAndASecondLoadStartsClean) {
+    ProgramResult const result = load_with("load_probe", {"3"});
+    EXPECT_EQ(result.status, 0) << result.errors;
+    std::string const root = std::filesystem::path(TEST_BINARY_DIR).parent_path().string() + "/";
+    EXPECT_EQ(result.output, root + "\n");
+}
+
+TEST(GenLoad, ObjectsAreBuiltInOrderAndDestroyedInReverse) {
+    ProgramResult const result = load_with("load_order_probe");
+    EXPECT_EQ(result.status, 0) << result.errors;
+    std::string const round = "owner GEN begins, no texts\n"
+                              "loaded\n"
+                              "search object freed, texts held\n"
+                              "owner GEN ends, no texts\n"
+                              "unloaded\n";
+    EXPECT_EQ(result.output, round + round);
+}

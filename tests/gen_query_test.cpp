@@ -1,0 +1,162 @@
+// What every subcommand of gen_query has in common, and the ones that have no test of their own.
+
+#include "gen_exe.h"
+
+#include "effort.h"
+#include "environment.h"
+#include "gen_string_lex.h"
+#include "run_program.h"
+#include "temp_directory.h"
+
+#include <algorithm>
+#include <random>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+namespace {
+
+ProgramResult query(std::vector<std::string> arguments, std::string const& input = "") {
+    arguments.insert(arguments.begin(), TEST_BINARY_DIR "/gen_query");
+    return run_program({.arguments = arguments, .input = input});
+}
+
+/// A shell command in which "$query" is gen_query.
+ProgramResult shell(std::string const& command) {
+    return run_program({.arguments = {"/bin/sh", "-c", command},
+                        .set = {{"query", TEST_BINARY_DIR "/gen_query"}}});
+}
+
+} // namespace
+
+TEST(GenQuery, WrongUsageIsStatusTwoAndSaysWhereHelpIs) {
+    std::vector<std::string> const cases[] = {
+        {}, {"nonsense"}, {"text"}, {"where", "--nonsense"}, {"text", "compare", "one"}};
+    for (auto const& arguments : cases) {
+        ProgramResult const result = query(arguments);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_THAT(result.errors, HasSubstr("--help"));
+        EXPECT_THAT(result.output, IsEmpty());
+    }
+}
+
+TEST(GenQuery, HelpTeachesWithAnExample) {
+    for (std::vector<std::string> const& arguments : {std::vector<std::string>{"where", "--help"},
+                                                      {"text", "-h"},
+                                                      {"text", "sort", "--help"}}) {
+        ProgramResult const result = query(arguments);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_THAT(result.output, HasSubstr("Example:\n  $ "));
+        EXPECT_THAT(result.errors, IsEmpty());
+    }
+    EXPECT_THAT(query({"--help"}).output, HasSubstr("Exit status: 0"));
+}
+
+TEST(GenQuery, OutputThatCannotBeWrittenIsSaid) {
+    ProgramResult const result = shell("\"$query\" where >/dev/full");
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.errors, "gen_query: cannot write to standard output\n");
+}
+
+TEST(GenQueryWhere, TellsTheExecutableAndWhatTheMemoryLibraryHears) {
+    TempDirectory const root;
+    root.make_directory("linux");
+    std::string const tool = root / "linux/gen_query";
+    std::filesystem::create_symlink(TEST_BINARY_DIR "/gen_query", tool);
+    ProgramStart start;
+    start.arguments = {tool, "where"};
+    start.directory = root.path();
+    ProgramResult const text = run_program(start);
+    EXPECT_EQ(text.status, 0);
+    EXPECT_THAT(text.output,
+                StartsWith("executable                  " + tool + "\n" +
+                           "module path                 " + root / "linux/" + "\n" +
+                           "file name                   gen_query\n" +
+                           "installation root           " + root / "" + "\n" +
+                           "graphical shell             no\n" + "told to the memory library\n" +
+                           "  installation root         " + root / "" + "\n"));
+    start.arguments.push_back("--json");
+    ProgramResult const json = run_program(start);
+    EXPECT_EQ(json.status, 0);
+    EXPECT_THAT(json.output, HasSubstr("\"executable\": \"" + tool + "\""));
+    EXPECT_THAT(json.output, HasSubstr("\"graphical_shell\": false"));
+}
+
+TEST(GenQueryTextCompare, TellsOrderAndStatus) {
+    struct {
+        std::vector<std::string> arguments;
+        std::string order;
+        int status;
+    } const cases[] = {
+        {{"file10", "file9"}, "after\n", 1},
+        {{"file9", "file10"}, "before\n", 1},
+        {{"--bytes", "file10", "file9"}, "before\n", 1},
+        {{"a01", "a1"}, "after\n", 1},
+        {{"abc", "abc"}, "equal\n", 0},
+        {{"ABC", "abc"}, "before\n", 1},
+        {{"-i", "ABC", "abc"}, "equal\n", 0},
+        {{"-i", "-b", "ABC", "abc"}, "equal\n", 0},
+        {{"", ""}, "equal\n", 0},
+    };
+    for (auto const& [arguments, order, status] : cases) {
+        std::vector<std::string> all = {"text", "compare"};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        ProgramResult const result = query(all);
+        EXPECT_EQ(result.output, order) << arguments.front() << " " << arguments.back();
+        EXPECT_EQ(result.status, status) << arguments.front() << " " << arguments.back();
+    }
+}
+
+TEST(GenQueryTextSort, SortsNumbersByValueAndKeepsEqualLinesInOrder) {
+    struct {
+        std::vector<std::string> arguments;
+        std::string input;
+        std::string output;
+    } const cases[] = {
+        {{}, "", ""},
+        {{}, "\n", "\n"},
+        {{}, "file10\nfile9\nfile1\n", "file1\nfile9\nfile10\n"},
+        {{}, "b\n\na", "\na\nb\n"},
+        {{"-i"}, "B\nb\nA\na\n", "A\na\nB\nb\n"},
+        {{"-i", "-r"}, "B\nb\nA\na\n", "B\nb\nA\na\n"},
+        {{"-r"}, "file9\nfile10\n", "file10\nfile9\n"},
+        {{}, std::string("a\0c\na\0b\n", 8), std::string("a\0b\na\0c\n", 8)},
+    };
+    for (auto const& [arguments, input, output] : cases) {
+        std::vector<std::string> all = {"text", "sort"};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        ProgramResult const result = query(all, input);
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.output, output) << input;
+    }
+}
+
+TEST(GenQueryTextSort, AMillionLines) {
+    std::mt19937 random(20);
+    std::vector<std::string> lines;
+    std::string input;
+    for (std::size_t count = effort(1'000'000); count > 0; --count) {
+        lines.push_back("net_" + std::to_string(random() % 1000) + "/u" +
+                        std::to_string(random() % 50));
+        input += lines.back() + "\n";
+    }
+    std::stable_sort(lines.begin(), lines.end(), [](std::string const& a, std::string const& b) {
+        return gen_lexcmp(a.c_str(), b.c_str()) < 0;
+    });
+    std::string expected;
+    for (std::string const& line : lines)
+        expected += line + "\n";
+    ProgramResult const result = query({"text", "sort"}, input);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_TRUE(result.output == expected);
+}
+
+TEST(GenQueryTextSort, InputThatCannotBeReadIsSaid) {
+    ProgramResult const result = shell("\"$query\" text sort </");
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.errors, "gen_query: cannot read standard input\n");
+}

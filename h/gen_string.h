@@ -5,3 +5,4 @@
 #include "gen_string_compare.h"
 #include "gen_string_fold.h"
 #include "gen_string_lex.h"
+#include "gen_string_number.h"

@@ -1,0 +1,32 @@
+#pragma once
+
+/// Integers as text and back, whatever the locale.
+
+#include "korvane_export.h"
+#include "mem_alloc_sys.h"
+
+/// The decimal integer that begins at @p *pos, which is left behind what was read. Spaces, tabs and
+/// line feeds are stepped over, then one "-" or "+"; without a digit behind them the result is 0
+/// and @p *pos stays where the digit is missing. There is no overflow: the value wraps in 32 bits.
+///     "\t-42" => -42     "+7x" => 7, at "x"     "-" => 0, at the end     "\r5" => 0, at "\r"
+/// A null @p pos stands for the beginning of @p s.
+KORVANE_API int gen_atoi(STR const& s, STR::const_iterator* pos);
+/// The same from the beginning of @p s.
+KORVANE_API int gen_atoi(STR const& s);
+
+// Digits above 9 are a to z. Only in radix 10 is a negative value written with a sign; in any other
+// it is written as its 32-bit pattern (-1 in radix 16 is ffffffff). A radix below 2 gives an empty
+// text; only the form that fills an STR reports it. Radixes above 36 have no digits that make
+// sense.
+
+/// Writes the digits of @p value and a NUL, and not a byte more, to @p buf, which is returned: at
+/// most 12 bytes in radix 10, at most 33 in any. A null @p buf is returned as it is.
+KORVANE_API char* gen_itoa(int value, char* buf, int radix);
+/// Replaces the content of @p out with the digits. Reports the internal error "radix > 1".
+KORVANE_API void gen_itoa(int value, STR& out, int radix);
+/// The digits as a new string.
+KORVANE_API STR gen_itoa(int value, int radix);
+
+/// As gen_itoa into a buffer, for a value without a sign: at most 21 bytes in radix 10 and 65 in
+/// any where a long has 64 bits.
+KORVANE_API char* gen_ultoa(unsigned long value, char* buf, int radix);

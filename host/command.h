@@ -73,6 +73,7 @@ class Commands {
 // The families, each in the source file of its name.
 void add_env(Commands& commands);
 void add_machine(Commands& commands);
+void add_condition(Commands& commands);
 void add_text(Commands& commands);
 void add_time(Commands& commands);
 void add_units(Commands& commands);

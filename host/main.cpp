@@ -5,6 +5,7 @@ GEN_DEFINE_MAIN(argc, argv) {
     Commands commands;
     add_env(commands);
     add_machine(commands);
+    add_condition(commands);
     add_text(commands);
     add_time(commands);
     add_units(commands);

@@ -1,33 +1,13 @@
 #include "text.h"
 
 #include "gen_string_lex.h"
+#include "standard_input.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <array>
 
 namespace {
-
-/// All of standard input; false when it cannot be read to its end.
-bool read_input(std::string& text) {
-    std::array<char, 1 << 16> block;
-    while (std::size_t const size = std::fread(block.data(), 1, block.size(), stdin))
-        text.append(block.data(), size);
-    return std::ferror(stdin) == 0;
-}
-
-/// The lines of @p text without their ends; an unfinished last line counts.
-Value::Lines lines_of(std::string_view text) {
-    Value::Lines lines;
-    lines.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1);
-    while (!text.empty()) {
-        std::string_view const line = text.substr(0, text.find('\n'));
-        lines.push_back(line);
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
-    }
-    return lines;
-}
 
 template <int (*COMPARE)(char const*, unsigned, char const*, unsigned)>
 void sort_lines(Value::Lines& lines) {
@@ -45,7 +25,7 @@ class Sort : public Command {
     }
 
     Status run(Answer& answer) override {
-        if (!read_input(m_text)) {
+        if (!read_standard_input(m_text)) {
             answer.remark("cannot read standard input");
             return STATUS_USAGE;
         }

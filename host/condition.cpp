@@ -1,0 +1,196 @@
+#include "command.h"
+
+#include "condition_tree.h"
+#include "err.h"
+#include "gen_bp_parser.h"
+#include "standard_input.h"
+
+#include <CLI/CLI.hpp>
+
+#include <array>
+#include <map>
+
+namespace {
+
+/// Counts the internal errors reported in its scope by their condition, instead of one line each.
+class InternalErrors {
+  public:
+    InternalErrors() : m_previous(err_set_internal_error_handler(count)) { counted().clear(); }
+    ~InternalErrors() { err_set_internal_error_handler(m_previous); }
+    InternalErrors(InternalErrors const&) = delete;
+    InternalErrors& operator=(InternalErrors const&) = delete;
+
+    static std::map<std::string, std::size_t>& counted() {
+        static std::map<std::string, std::size_t> counts;
+        return counts;
+    }
+
+  private:
+    static void count(char const* condition, char const*, char const*, int) {
+        ++counted()[condition];
+    }
+
+    ERR_HANDLER m_previous;
+};
+
+/// What gen says of one condition.
+struct Rewritten {
+    std::string condition;
+    std::vector<std::pair<BP_TOKEN_TYPE, std::string>> tokens;
+    std::string prefix;
+    std::vector<std::string> diagnostics;
+    std::map<std::string, std::size_t> internal_errors;
+    bool failed = false;
+};
+
+/// The tokens, which are in the list until the parser has rewritten them.
+void take_tokens(GEN_BP_PARSER& parser, Rewritten& rewritten) {
+    for (BP_TOKEN const* token : parser.token_list())
+        rewritten.tokens.emplace_back(token->type, token->text);
+}
+
+Rewritten rewrite(std::string_view condition, bool with_tokens) {
+    Rewritten result{std::string(condition), {}, {}, {}, {}, false};
+    InternalErrors errors;
+    GEN_BP_PARSER parser;
+    STR expression(condition);
+    if (with_tokens) {
+        parser.working_string().swap(expression);
+        parser.tokenize_string();
+        take_tokens(parser, result);
+    }
+    result.failed = parser.parse_string(&expression);
+    result.prefix = expression;
+    for (std::string_view const line : lines_of(parser.error_text()))
+        result.diagnostics.emplace_back(line);
+    result.internal_errors = InternalErrors::counted();
+    return result;
+}
+
+Value::List token_rows(Rewritten const& rewritten) {
+    static constexpr std::array<char const*, 12> names{"literal", "path", "bus", "&&",   "||", "=",
+                                                       ">",       "<",    "~",   "time", "(",  ")"};
+    Value::List rows;
+    for (auto const& [type, text] : rewritten.tokens)
+        rows.push_back(Value::Record{{"type", static_cast<int>(type)},
+                                     {"name", names[static_cast<std::size_t>(type)]},
+                                     {"text", text}});
+    return rows;
+}
+
+std::vector<std::string> tree_lines(Rewritten const& rewritten) {
+    std::vector<std::string> literals;
+    for (auto const& [type, text] : rewritten.tokens)
+        if (type == BP_TOKEN_LITERAL)
+            literals.push_back(text);
+    return condition_tree_lines(condition_tree(rewritten.prefix, literals));
+}
+
+Value::List list_of(std::vector<std::string> const& texts) {
+    return Value::List(texts.begin(), texts.end());
+}
+
+Value::Record record_of(std::map<std::string, std::size_t> const& counts) {
+    return Value::Record(counts.begin(), counts.end());
+}
+
+void remark_errors(Answer& answer, Rewritten const& rewritten, std::string const& place) {
+    for (std::string const& line : rewritten.diagnostics)
+        answer.remark(place + line);
+    for (auto const& [condition, times] : rewritten.internal_errors)
+        answer.remark(place + "internal error: " + condition + ", reported " +
+                      std::to_string(times) + (times == 1 ? " time" : " times"));
+}
+
+class Condition : public Command {
+  public:
+    void declare(CLI::App& app) override {
+        m_text = app.add_option("condition", m_condition, "The condition, in quotes of your shell");
+        auto* const many = app.add_flag("--stdin", m_stdin,
+                                        "Rewrite each line of standard input, a line for a line");
+        many->excludes(m_text);
+        app.add_flag("--tokens", m_tokens, "Show what the condition is made of")->excludes(many);
+        app.add_flag("--tree", m_tree, "Draw the prefix form as a tree")->excludes(many);
+    }
+
+    Status run(Answer& answer) override {
+        if (m_stdin)
+            return run_many(answer);
+        if (m_text->count() == 0) {
+            answer.remark("condition: give a condition, or --stdin");
+            return STATUS_USAGE;
+        }
+        return run_one(answer);
+    }
+
+  private:
+    Status run_one(Answer& answer) {
+        Rewritten const rewritten = rewrite(m_condition, m_tokens || m_tree);
+        answer.detail("condition", rewritten.condition);
+        if (m_tokens)
+            answer.table("tokens", token_rows(rewritten));
+        if (m_tree)
+            answer.plain("tree", list_of(tree_lines(rewritten)));
+        if (m_tokens || m_tree)
+            answer.detail("prefix", rewritten.prefix);
+        else
+            answer.plain("prefix", rewritten.prefix);
+        answer.detail("diagnostics", list_of(rewritten.diagnostics));
+        answer.detail("internal_errors", record_of(rewritten.internal_errors));
+        remark_errors(answer, rewritten, "");
+        return status_of(!rewritten.failed);
+    }
+
+    Status run_many(Answer& answer) {
+        std::string input;
+        if (!read_standard_input(input)) {
+            answer.remark("cannot read standard input");
+            return STATUS_USAGE;
+        }
+        Value::List prefixes;
+        Value::List details;
+        bool failed = false;
+        for (std::string_view const line : lines_of(input)) {
+            Rewritten const rewritten = rewrite(line, false);
+            failed = failed || rewritten.failed;
+            prefixes.emplace_back(rewritten.prefix);
+            details.emplace_back(
+                Value::Record{{"condition", rewritten.condition},
+                              {"diagnostics", list_of(rewritten.diagnostics)},
+                              {"internal_errors", record_of(rewritten.internal_errors)}});
+            remark_errors(answer, rewritten, "line " + std::to_string(prefixes.size()) + ": ");
+        }
+        answer.plain("prefixes", std::move(prefixes));
+        answer.detail("conditions", std::move(details));
+        return status_of(!failed);
+    }
+
+    std::string m_condition;
+    CLI::Option* m_text = nullptr;
+    bool m_stdin = false;
+    bool m_tokens = false;
+    bool m_tree = false;
+};
+
+constexpr Help help = {
+    .name = "condition",
+    .summary = "Rewrites a simulation condition into its prefix form",
+    .example = "  $ gen_query condition '(|top|a = 1) && (time > 10ns)'\n"
+               "  LOGICAL_AND(EQUAL_TO(HPATH(|top|a),BUS(1)),TIME_GT(10ns))\n"
+               "  $ gen_query condition --tree 'a = b = 1'\n"
+               "  EQUAL_TO\n"
+               "    HPATH a\n"
+               "    EQUAL_TO\n"
+               "      HPATH b\n"
+               "      BUS 1\n"
+               "  $ gen_query condition 'a == 1'\n"
+               "  EQUAL_TO(HPATH(a),)\n"
+               "  gen_query: Missing left hand side of equation\n"
+               "The exit status is 1 when there are diagnostics.",
+};
+
+} // namespace
+
+void add_condition(Commands& commands) {
+    commands.add<Condition>(help);
+}

@@ -1,0 +1,123 @@
+#include "gen_query.h"
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+namespace {
+
+ProgramResult condition(std::vector<std::string> arguments, std::string const& input = "") {
+    arguments.insert(arguments.begin(), "condition");
+    ProgramStart start;
+    start.input = input;
+    return run_gen_query(arguments, start);
+}
+
+nlohmann::json json_of(ProgramResult const& result) {
+    return nlohmann::json::parse(result.output, nullptr, /*allow_exceptions=*/false);
+}
+
+} // namespace
+
+TEST(GenQueryCondition, PrintsThePrefixForm) {
+    ProgramResult const result = condition({"~(a = 1) || b < 2"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output,
+              "LOGICAL_OR(NOT(EQUAL_TO(HPATH(a),BUS(1))),LESS_THAN(HPATH(b),BUS(2)))\n");
+    EXPECT_EQ(result.errors, "");
+}
+
+TEST(GenQueryCondition, PrintsDiagnosticsBesideIt) {
+    ProgramResult const result = condition({"(a = 1"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "EQUAL_TO(HPATH(a),)\n");
+    EXPECT_EQ(result.errors, "gen_query: Parse Error: Unmatched parenthesis in equation\n"
+                             "gen_query: Missing right hand side of equation\n");
+}
+
+TEST(GenQueryCondition, CountsInternalErrors) {
+    ProgramResult const result = condition({"~~)"});
+    EXPECT_EQ(result.status, 0) << "an internal error is no diagnostic";
+    EXPECT_EQ(result.errors, "gen_query: internal error: paren_count >= 0, reported 3 times\n");
+}
+
+TEST(GenQueryCondition, ShowsTheTokens) {
+    EXPECT_EQ(condition({"--tokens", "a>=1ns"}).output, "type  name     text\n"
+                                                        "1     path     a\n"
+                                                        "6     >        -\n"
+                                                        "5     =        -\n"
+                                                        "0     literal  1ns\n");
+}
+
+TEST(GenQueryCondition, DrawsTheTree) {
+    struct Row {
+        char const* condition;
+        char const* tree;
+    };
+    Row const rows[] = {
+        {"", ""},
+        {"|a", "HPATH |a\n"},
+        {"()", ""},
+        {"~(a = 1) && (time > 2ns)", "LOGICAL_AND\n"
+                                     "  NOT\n"
+                                     "    EQUAL_TO\n"
+                                     "      HPATH a\n"
+                                     "      BUS 1\n"
+                                     "  TIME_GT\n"
+                                     "    2ns\n"},
+        {"a = ", "EQUAL_TO\n  HPATH a\n  (nothing)\n"},
+        {"~", "NOT\n  (nothing)\n"},
+        // Commas belong to words.
+        {"1,2ns = 3,4ns", "EQUAL_TO\n  1,2ns\n  3,4ns\n"},
+        {"a,b = 1,2", "EQUAL_TO\n  HPATH a,b\n  BUS 1,2\n"},
+        // An error has kept the first literal from being written.
+        {"a(1ns) = 1ns,2ns", "EQUAL_TO\n  HPATH a\n  1ns,2ns\n"},
+    };
+    for (Row const& row : rows)
+        EXPECT_EQ(condition({"--tree", row.condition}).output, row.tree) << row.condition;
+}
+
+TEST(GenQueryCondition, DeepTreesGrowNoWiderThanPeopleCanSee) {
+    std::string const tree = condition({"--tree", std::string(50, '~') + "a"}).output;
+    EXPECT_NE(tree.find("\n" + std::string(80, ' ') + "NOT\n"), std::string::npos);
+    EXPECT_NE(tree.find("\n" + std::string(80, ' ') + "[41] NOT\n"), std::string::npos);
+    EXPECT_NE(tree.find("\n" + std::string(80, ' ') + "[50] HPATH a\n"), std::string::npos);
+}
+
+TEST(GenQueryCondition, RewritesLinesOfStandardInput) {
+    ProgramResult const result = condition({"--stdin"}, "a = 1\n\nb ==\ntime < 2us");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "EQUAL_TO(HPATH(a),BUS(1))\n"
+                             "\n"
+                             "EQUAL_TO(HPATH(b),)\n"
+                             "TIME_LT(2us)\n");
+    EXPECT_EQ(result.errors, "gen_query: line 3: Missing left hand side of equation\n");
+    EXPECT_EQ(condition({"--stdin"}, "a\nb\n").status, 0);
+    EXPECT_EQ(condition({"--stdin"}, "").output, "");
+}
+
+TEST(GenQueryCondition, AnswersInJson) {
+    ProgramResult const one = condition({"a = b))", "--json", "--tokens", "--tree"});
+    EXPECT_EQ(one.status, 1);
+    EXPECT_EQ(one.errors, "");
+    nlohmann::json const answer = json_of(one);
+    EXPECT_EQ(answer["condition"], "a = b))");
+    EXPECT_EQ(answer["prefix"], "");
+    EXPECT_EQ(answer["tokens"].size(), 5U);
+    EXPECT_EQ(answer["tokens"][0], (nlohmann::json{{"type", 1}, {"name", "path"}, {"text", "a"}}));
+    EXPECT_EQ(answer["tree"], nlohmann::json::array());
+    EXPECT_EQ(answer["diagnostics"].size(), 4U);
+    EXPECT_EQ(answer["internal_errors"]["paren_count >= 0"], 2);
+
+    nlohmann::json const many = json_of(condition({"--stdin", "--json"}, "a\n=\n"));
+    EXPECT_EQ(many["prefixes"], (nlohmann::json{"HPATH(a)", ""}));
+    EXPECT_EQ(many["conditions"][0]["diagnostics"], nlohmann::json::array());
+    EXPECT_EQ(many["conditions"][1]["diagnostics"][0], "Missing left hand side of equation");
+}
+
+TEST(GenQueryCondition, WantsAConditionOrStandardInput) {
+    EXPECT_EQ(condition({}).status, 2);
+    EXPECT_EQ(condition({"--stdin", "a"}).status, 2);
+    EXPECT_EQ(condition({"--stdin", "--tree"}).status, 2);
+    EXPECT_EQ(condition({"a", "b"}).status, 2);
+}

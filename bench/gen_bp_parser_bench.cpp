@@ -214,15 +214,30 @@ std::string group(std::size_t tokens) {
     return text + group(tokens - 3 - std::min(left, tokens - 3)) + ")";
 }
 
-std::string chain(std::size_t tokens) {
+std::string repeat(std::size_t count, std::string_view text) {
+    std::string result;
+    for (; count != 0; --count)
+        result += text;
+    return result;
+}
+
+std::string and_chain(std::size_t tokens) {
     std::string text = "(a = 1)";
     for (std::size_t made = 5; made < tokens; made += 6)
         text += " && (sig" + std::to_string(made % 1000) + " = 1)";
     return text;
 }
 
+std::string equal_chain(std::size_t tokens) {
+    return repeat(tokens / 2, "sig = ") + "a";
+}
+
 std::string nest(std::size_t tokens) {
-    return std::string(tokens / 2, '(') + "a" + std::string(tokens / 2, ')');
+    return repeat(tokens / 2, "(") + "a" + repeat(tokens / 2, ")");
+}
+
+std::string nest_negations(std::size_t tokens) {
+    return repeat(tokens / 3, "~(") + "a" + repeat(tokens / 3, ")");
 }
 
 std::size_t count_tokens(std::string const& text) {
@@ -268,13 +283,42 @@ std::vector<std::string> make(std::size_t count, std::string (*shape)(std::size_
     return texts;
 }
 
+/// What it costs when the host looks at the token list afterwards.
+std::size_t list_after_gen(std::string const& text) {
+    STR expression(text);
+    GEN_BP_PARSER parser;
+    parser.parse_string(&expression);
+    return parser.token_list().size();
+}
+
 Family const conditions{[] {
     enter_conditions("10 tokens", make(input_count, group, 10), true);
     enter_conditions("1e3 tokens", make(16, group, 1000), true);
     enter_conditions("1e5 tokens", make(1, group, 100000), true);
     enter_conditions("1e6 tokens", make(1, group, 1000000), true);
-    enter_conditions("1e5 in one && chain", make(1, chain, 100000), true);
+    enter_conditions("1e5 in one && chain", make(1, and_chain, 100000), true);
     enter_conditions("1e5 nested", make(1, nest, 100000), false);
+
+    // Each shape short and long: what a token costs must not grow with their number.
+    enter_conditions("1e3 in one && chain", make(1, and_chain, 1000), true);
+    enter_conditions("1e6 in one && chain", make(1, and_chain, 1000000), true);
+    enter_conditions("1e3 in one = chain", make(1, equal_chain, 1000), true);
+    enter_conditions("1e6 in one = chain", make(1, equal_chain, 1000000), true);
+    enter_conditions("1e3 nested", make(1, nest, 1000), true);
+    enter_conditions("1e6 nested", make(1, nest, 1000000), false); // peers recurse
+    enter_conditions("1e3 nested ~(", make(1, nest_negations, 1000), true);
+    enter_conditions("1e6 nested ~(", make(1, nest_negations, 1000000), false);
+
+    std::vector<std::string> const texts = make(16, group, 1000);
+    enter(
+        "parse_string and its list, 1e3 tokens", "gen",
+        [texts](std::size_t turn) { return list_after_gen(texts[turn % texts.size()]); }, 1000);
+    enter(
+        "parse_string and its list, 1e3 tokens", "PEGTL",
+        [texts](std::size_t turn) {
+            return replace<with_pegtl::rewrite>(texts[turn % texts.size()]);
+        },
+        1000);
 }};
 
 } // namespace

@@ -55,6 +55,15 @@ TEST(ConditionParser, LeavesANullEntryForEveryToken) {
     EXPECT_THAT(parser.token_list(), AllOf(SizeIs(11), Each(IsNull())));
 }
 
+TEST(ConditionParser, SpendsNothingOnEntriesThatNobodySees) {
+    std::string const text = std::string(5000, '(') + "a" + std::string(5000, ')');
+    GEN_BP_PARSER parser;
+    std::size_t const before = MEM_MANAGER::s_system_memory_counter.current();
+    EXPECT_EQ(parse(parser, text.c_str()), "HPATH(a)");
+    EXPECT_LT(MEM_MANAGER::s_system_memory_counter.current() - before, 1000U);
+    EXPECT_THAT(parser.token_list(), AllOf(SizeIs(10001), Each(IsNull())));
+}
+
 TEST(ConditionParser, CompletesAListThatIsAlreadyHeld) {
     GEN_BP_PARSER parser;
     MEM_LIST<BP_TOKEN*> const& list = parser.token_list();

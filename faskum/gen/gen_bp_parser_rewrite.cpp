@@ -90,8 +90,8 @@ class REWRITER {
     char* put_terminal(std::uint32_t position, char* at);
     char* put_closers(std::uint32_t count, char* at);
 
+    void prepare_reports();
     std::size_t count_below(std::uint32_t below, std::uint32_t end);
-    void count_closed();
     std::uint32_t below_behind(std::uint32_t position, std::uint32_t below) const;
     void report_below(std::uint32_t below, std::uint32_t end);
     void note_below(std::uint32_t below, std::uint32_t end);
@@ -101,8 +101,13 @@ class REWRITER {
     STR& m_errors;
     /// The right sides that wait for their left sides to be written.
     BP_BUFFER<RANGE, 32> m_right_sides;
-    /// How many ")" stand before each term; empty until somebody asks.
+
+    // What only reports need, for each term; empty until the first one.
+
+    /// How many ")" stand before it.
     BP_BUFFER<std::uint32_t, 1> m_closed_before;
+    /// A ")": the next "(" that takes the depth back to what it was before.
+    BP_BUFFER<std::uint32_t, 1> m_reopened_by;
 };
 
 void REWRITER::rewrite() {
@@ -177,8 +182,8 @@ char* REWRITER::reduce(RANGE& range, char* at) {
     ++range.first;
     if (kind == BP_KIND::left_paren) {
         --range.last;
-        range.first_operator = m_terms[position].paren.first_operator;
-        range.below = m_terms[position].paren.undone_by;
+        range.first_operator = m_terms[position].left_paren.first_operator;
+        range.below = m_terms[position].left_paren.closed_by;
         BP_KIND const final = m_terms.kind(range.last);
         if (final != BP_KIND::right_paren) [[unlikely]] {
             m_errors += "Parse Error: Unmatched parenthesis in equation\n";
@@ -221,33 +226,48 @@ char* REWRITER::put_closers(std::uint32_t count, char* at) {
     return at;
 }
 
-/// How many ")" before @p end take the depth below that from which @p below is the first to do so.
-std::size_t REWRITER::count_below(std::uint32_t below, std::uint32_t end) {
-    if (m_closed_before.empty())
-        count_closed();
-    std::size_t count = 0;
-    while (below < end) {
-        std::uint32_t const back = std::min(m_terms[below].paren.undone_by, end);
-        count += m_closed_before[back] - m_closed_before[below];
-        below = back < end ? m_terms[back].paren.undone_by : end;
-    }
-    return count;
-}
-
-void REWRITER::count_closed() {
-    m_closed_before.make_room(m_terms.size() + std::size_t{1});
+[[gnu::cold]] void REWRITER::prepare_reports() {
+    std::uint32_t const end = m_terms.size();
+    m_closed_before.make_room(end + std::size_t{1});
     std::uint32_t closed = 0;
-    for (std::uint32_t position = 0; position <= m_terms.size(); ++position) {
+    for (std::uint32_t position = 0; position <= end; ++position) {
         m_closed_before.add(closed);
         if (m_terms.kind(position) == BP_KIND::right_paren)
             ++closed;
     }
+
+    // Backwards, with the nearest "(" that leaves each depth.
+    m_reopened_by.append(end, end);
+    BP_BUFFER<std::uint32_t, 32> nearest;
+    std::int32_t const depths = m_terms.highest_depth() - m_terms.lowest_depth() + 1;
+    nearest.append(static_cast<std::size_t>(depths), end);
+    std::uint32_t* depth = nearest.data() + (m_terms.balance() - m_terms.lowest_depth());
+    for (std::uint32_t position = end; position-- != 0;) {
+        if (m_terms.kind(position) == BP_KIND::left_paren)
+            *--depth = position;
+        else if (m_terms.kind(position) == BP_KIND::right_paren)
+            m_reopened_by[position] = *depth++;
+    }
 }
 
-/// The first from @p position on, at the depth for which @p below is the first.
+/// How many ")" before @p end take the depth below that from which @p below is the first to do so.
+std::size_t REWRITER::count_below(std::uint32_t below, std::uint32_t end) {
+    if (m_closed_before.empty())
+        prepare_reports();
+    std::size_t count = 0;
+    while (below < end) {
+        std::uint32_t const back = std::min(m_reopened_by[below], end);
+        count += m_closed_before[back] - m_closed_before[below];
+        below = back < end ? m_terms[back].left_paren.closed_by : end;
+    }
+    return count;
+}
+
+/// The first from @p position on, at the depth for which @p below is the first. What is in between
+/// has been reported.
 std::uint32_t REWRITER::below_behind(std::uint32_t position, std::uint32_t below) const {
     while (below < position)
-        below = m_terms[m_terms[below].paren.undone_by].paren.undone_by;
+        below = m_terms[m_reopened_by[below]].left_paren.closed_by;
     return below;
 }
 

@@ -15,8 +15,7 @@ constexpr std::array<BP_KIND, 12> kinds{
 /// The nearest terms of one depth, seen from where the linking has got to.
 struct NEAREST {
     std::uint32_t operator_here;
-    /// The parentheses that leave this depth: ")", "(".
-    std::uint32_t paren[2];
+    std::uint32_t closing; ///< the ")" that takes the depth from here to one less
 };
 
 } // namespace
@@ -95,7 +94,7 @@ void BP_TERMS::link() {
 
     // Backwards, so that what is nearest behind a term is known when the term is met.
     BP_BUFFER<NEAREST, 32> nearest;
-    nearest.append(static_cast<std::size_t>(m_highest - m_lowest + 1), {end, {end, end}});
+    nearest.append(static_cast<std::size_t>(m_highest - m_lowest + 1), {end, end});
     NEAREST* depth = nearest.data() + (m_balance - m_lowest);
     for (std::uint32_t position = end; position-- != 0;) {
         BP_KIND const kind = m_kinds[position];
@@ -106,14 +105,14 @@ void BP_TERMS::link() {
                 looser = m_terms[looser].infix.looser;
             m_terms[position].infix.looser = looser;
             depth->operator_here = position;
-        } else if (bp_is_paren(kind)) {
-            // One form for both: which of them comes next cannot be foreseen.
-            bool const opens = kind == BP_KIND::left_paren;
-            m_terms[position].paren = {depth->operator_here, depth->paren[opens ? 0 : 1]};
-            depth += opens ? -1 : 1;
-            depth->paren[opens ? 1 : 0] = position;
+        } else if (kind == BP_KIND::left_paren) {
+            m_terms[position].left_paren = {depth->operator_here, depth->closing};
+            --depth;
+        } else if (kind == BP_KIND::right_paren) {
+            ++depth;
+            depth->closing = position;
         }
     }
     m_first_operator = depth->operator_here;
-    m_first_below = depth->paren[0];
+    m_first_below = depth->closing;
 }

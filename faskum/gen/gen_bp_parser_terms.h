@@ -62,9 +62,9 @@ union BP_TERM {
         std::uint32_t looser; ///< the next one at its depth that is looser
     } infix;
     struct {
-        std::uint32_t first_operator; ///< "(": the first one at the depth that it opens
-        std::uint32_t undone_by;      ///< the next that takes the depth back to what it was before
-    } paren;
+        std::uint32_t first_operator; ///< the first one at the depth that it opens
+        std::uint32_t closed_by;      ///< the next ")" that takes the depth back
+    } left_paren;
 };
 
 /// The terms of one condition, built up by adding, then linked.
@@ -95,8 +95,10 @@ class BP_TERMS {
 
     /// The prefix form of the terms is not longer than this.
     std::size_t longest_output() const { return m_longest_output; }
-    /// Depth behind the last term.
+    /// Depth behind the last term, and the extremes on the way there from 0.
     std::int32_t balance() const { return m_balance; }
+    std::int32_t lowest_depth() const { return m_lowest; }
+    std::int32_t highest_depth() const { return m_highest; }
 
     // What link() finds out.
 

@@ -6,3 +6,4 @@
 #include "gen_string_fold.h"
 #include "gen_string_lex.h"
 #include "gen_string_number.h"
+#include "gen_string_message.h"

@@ -4,6 +4,7 @@
 
 #include "gen_bindata.h"
 #include "gen_bp_parser.h"
+#include "gen_dyn_flag.h"
 #include "gen_exe.h"
 #include "gen_iterator_sys.h"
 #include "gen_legal.h"

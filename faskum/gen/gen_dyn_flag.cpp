@@ -1,0 +1,197 @@
+#include "gen_dyn_flag.h"
+
+#include "err.h"
+#include "gen_string_compare.h"
+#include "gen_string_message.h"
+#include "stl.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdarg>
+#include <cstring>
+
+namespace {
+
+constexpr std::uint32_t slot_total = 32;
+
+KORVANE_PRINTF(2, 3)
+void report(int line, char const* format, ...) {
+    va_list args;
+    va_start(args, format);
+    STR condition;
+    gen_vsprintf(&condition, format, STL_ARGS(args));
+    va_end(args);
+    err_report_internal_error(condition.c_str(), "GEN", "gen_dyn_flag", line);
+}
+
+char const* text_or_empty(char const* text) {
+    return text != nullptr ? text : "";
+}
+
+GEN_DYN_FLAG slot_flag(std::uint32_t slot) {
+    return GEN_DYN_FLAG(1U << slot);
+}
+
+bool holds(GEN_DYN_FLAG mask, std::uint32_t slot) {
+    return (mask & slot_flag(slot)) != GEN_DYN_FLAG();
+}
+
+template <typename T>
+T* zeroed_array(std::size_t count) {
+    T* const array = MEM_STL_ALLOCATOR<T>().allocate(count);
+    std::fill_n(array, count, T());
+    return array;
+}
+
+template <typename T>
+void release_array(T* array, std::size_t count) {
+    MEM_STL_ALLOCATOR<T>().deallocate(array, count);
+}
+
+char* copied_name(char const* name) {
+    std::size_t const size = std::strlen(name) + 1;
+    char* const copy = MEM_STL_ALLOCATOR<char>().allocate(size);
+    std::memcpy(copy, name, size);
+    return copy;
+}
+
+void release_name(char* name) {
+    if (name != nullptr)
+        release_array(name, std::strlen(name) + 1);
+}
+
+} // namespace
+
+// Here for the class's tables to have one home, this library.
+GEN_DYN_FLAG_CLEARER::~GEN_DYN_FLAG_CLEARER() = default;
+
+GEN_DYN_FLAG_MANAGER::GEN_DYN_FLAG_MANAGER(GEN_DYN_FLAG_CLEARER* clearer)
+    : m_num_slots(slot_total), m_names(zeroed_array<char*>(slot_total)),
+      m_dirty(zeroed_array<unsigned char>(slot_total)), m_clearer(clearer) {
+    constexpr int line = 256;
+    if (m_clearer == nullptr) {
+        report(line, "m_clearer != 0");
+        return;
+    }
+    m_clearer->clear_flags(~GEN_DYN_FLAG());
+}
+
+GEN_DYN_FLAG_MANAGER::~GEN_DYN_FLAG_MANAGER() {
+    std::for_each_n(m_names, m_num_slots, release_name);
+    release_array(m_names, m_num_slots);
+    release_array(m_dirty, m_num_slots);
+}
+
+GEN_DYN_FLAG GEN_DYN_FLAG_MANAGER::create_flag(char const* name) {
+    constexpr int duplicate_line = 344;
+    constexpr int full_line = 355;
+    name = text_or_empty(name);
+
+    std::uint32_t const no_slot = m_num_slots + 1;
+    std::uint32_t chosen = no_slot;
+    GEN_DYN_FLAG namesake;
+    GEN_DYN_FLAG to_sweep;
+    for (std::uint32_t i = 0; i < m_num_slots; ++i) {
+        if (m_names[i] != nullptr) {
+            if (gen_strcmp(m_names[i], name) != 0)
+                continue;
+            namesake = slot_flag(i);
+            report(duplicate_line, "flag '%s' (0x%x) already exists", name, namesake.mask());
+        } else if (m_dirty[i] != 0) {
+            chosen = i;
+            to_sweep |= slot_flag(i);
+        } else {
+            // The walk ends at the first clean slot. A namesake above it goes unseen and the name
+            // gets a second slot: that is the contract, not an oversight.
+            chosen = i;
+            to_sweep = GEN_DYN_FLAG();
+            break;
+        }
+    }
+
+    if (namesake != GEN_DYN_FLAG())
+        return namesake;
+    if (chosen == no_slot) {
+        report(full_line, "too many flags, can't create '%s'", name);
+        return GEN_DYN_FLAG();
+    }
+    m_names[chosen] = copied_name(name);
+    sweep(to_sweep);
+    return slot_flag(chosen);
+}
+
+void GEN_DYN_FLAG_MANAGER::sweep(GEN_DYN_FLAG mask) {
+    if (mask == GEN_DYN_FLAG() || m_clearer == nullptr)
+        return;
+    m_clearer->clear_flags(mask);
+    for (std::uint32_t i = 0; i < m_num_slots; ++i)
+        if (holds(mask, i))
+            m_dirty[i] = 0;
+}
+
+GEN_DYN_FLAG GEN_DYN_FLAG_MANAGER::get_named_flag(char const* name) const {
+    constexpr int line = 425;
+    name = text_or_empty(name);
+
+    // Of two namesakes the higher slot counts.
+    for (std::uint32_t i = m_num_slots; i-- > 0;)
+        if (m_names[i] != nullptr && gen_strcmp(m_names[i], name) == 0)
+            return slot_flag(i);
+    report(line, "couldn't find flag '%s'", name);
+    return GEN_DYN_FLAG();
+}
+
+void GEN_DYN_FLAG_MANAGER::destroy_flag(GEN_DYN_FLAG const& flag) {
+    constexpr int too_many_line = 509;
+    constexpr int several_line = 514;
+    constexpr int unknown_line = 521;
+    if (flag == GEN_DYN_FLAG())
+        return;
+
+    unsigned const mask = flag.mask();
+    auto const slot = static_cast<std::uint32_t>(std::countr_zero(mask));
+    if (slot >= m_num_slots) { // not while every bit has a slot, but an index needs its check
+        report(too_many_line, "flag 0x%x: too many bits", mask);
+    } else if (!std::has_single_bit(mask)) {
+        report(several_line, "flag 0x%x: not a single bit", mask);
+    } else if (m_names[slot] == nullptr) {
+        report(unknown_line, "flag 0x%x not found to delete", mask);
+    } else {
+        release_name(m_names[slot]);
+        m_names[slot] = nullptr;
+        m_dirty[slot] = 1;
+    }
+}
+
+void GEN_DYN_FLAG_MANAGER::get_usage_stats(int* used, int* dirty, int* clean) const {
+    int named = 0;
+    int named_dirty = 0;
+    int unnamed = 0;
+    for (std::uint32_t i = 0; i < m_num_slots; ++i) {
+        int& counter = m_names[i] == nullptr ? unnamed : m_dirty[i] != 0 ? named_dirty : named;
+        ++counter;
+    }
+    if (used != nullptr)
+        *used = named;
+    if (dirty != nullptr)
+        *dirty = named_dirty;
+    if (clean != nullptr)
+        *clean = unnamed;
+}
+
+STR GEN_DYN_FLAG_MANAGER::get_flag_name(GEN_DYN_FLAG const& flag) const {
+    STR text;
+    gen_sprintf(&text, "(0x%x) ", flag.mask());
+    char const* separator = "";
+    for (std::uint32_t i = 0; i < m_num_slots; ++i) {
+        if (!holds(flag, i))
+            continue;
+        text += separator;
+        separator = " | ";
+        if (m_names[i] != nullptr)
+            text += m_names[i];
+        else
+            text += m_dirty[i] != 0 ? "DIRTY" : "BAD_FLAG";
+    }
+    return text;
+}

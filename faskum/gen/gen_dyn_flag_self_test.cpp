@@ -1,0 +1,91 @@
+#include "gen_dyn_flag.h"
+
+#include "err.h"
+
+#include <cstdio>
+
+namespace {
+
+/// The file of the self-test. One that cannot be opened takes everything and keeps nothing.
+class TRANSCRIPT {
+  public:
+    TRANSCRIPT(char const* name, GEN_DYN_FLAG_MANAGER const& manager)
+        : m_file(std::fopen(name, "we")), m_manager(manager) {}
+    ~TRANSCRIPT() {
+        if (m_file != nullptr)
+            std::fclose(m_file);
+    }
+    TRANSCRIPT(TRANSCRIPT const&) = delete;
+    TRANSCRIPT& operator=(TRANSCRIPT const&) = delete;
+
+    void flag(GEN_DYN_FLAG value) {
+        if (m_file != nullptr)
+            std::fprintf(m_file, "%s\n", m_manager.get_flag_name(value).c_str());
+    }
+
+    void truth(bool value) {
+        if (m_file != nullptr)
+            std::fprintf(m_file, "%d\n", static_cast<int>(value));
+    }
+
+    void statistics() {
+        int used = 0;
+        int dirty = 0;
+        int clean = 0;
+        m_manager.get_usage_stats(&used, &dirty, &clean);
+        if (m_file != nullptr)
+            std::fprintf(m_file, "used=%d dirty= %d clean=%d\n", used, dirty, clean);
+    }
+
+  private:
+    std::FILE* m_file;
+    GEN_DYN_FLAG_MANAGER const& m_manager;
+};
+
+} // namespace
+
+void GEN_DYN_FLAG::test_myself_out(GEN_DYN_FLAG_MANAGER* mgr) {
+    constexpr int line = 600;
+    if (mgr == nullptr) {
+        err_report_internal_error("mgr!=0", "GEN", "gen_dyn_flag", line);
+        return;
+    }
+    constexpr GEN_DYN_FLAG none;
+    TRANSCRIPT transcript("d:\\fenno\\comp\\mls\\flag_test.tst", *mgr);
+    transcript.statistics();
+
+    auto const created = [&](char const* name) {
+        GEN_DYN_FLAG const flag = mgr->create_flag(name);
+        transcript.flag(flag);
+        return flag;
+    };
+    GEN_DYN_FLAG const f1 = created("f1");
+    GEN_DYN_FLAG const f2 = created("f2");
+    GEN_DYN_FLAG const f3 = created("f3");
+    GEN_DYN_FLAG const f4 = created("f4");
+    transcript.statistics();
+
+    GEN_DYN_FLAG mask;
+    for (GEN_DYN_FLAG const flag : {f1, f3, f4})
+        transcript.flag(mask |= flag);
+    transcript.flag((f4 | f3) & mask);
+    transcript.flag(mask &= ~f3);
+    transcript.flag(mask &= ~f1);
+
+    mgr->destroy_flag(f2);
+    transcript.statistics();
+
+    GEN_DYN_FLAG const f5 = mgr->create_flag("f5");
+    transcript.flag(mask |= f5);
+    GEN_DYN_FLAG const early = f1 | f3 | f4;
+    GEN_DYN_FLAG const late = f4 | f5;
+    transcript.truth((mask & f1) != none);
+    transcript.truth((mask & early) != none);
+    transcript.truth((mask & early) == early);
+    transcript.truth((mask & f5) != none);
+    transcript.truth((mask & late) == late);
+    transcript.truth((mask & late) != none);
+
+    transcript.flag(mask);
+    transcript.flag(mgr->get_named_flag("f4"));
+}

@@ -1,0 +1,511 @@
+#include "gen_dyn_flag.h"
+
+#include "effort.h"
+#include "environment.h"
+#include "error_recorder.h"
+#include "mem_alloc_sys.h"
+#include "plain/plain_dyn_flag.h"
+#include "temp_directory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+ReportedError flag_error(std::string condition, int line) {
+    return {std::move(condition), "GEN", "gen_dyn_flag", line};
+}
+
+/// A host whose objects remember nothing but the sweeps they were asked for.
+struct RecordingClearer : GEN_DYN_FLAG_CLEARER {
+    void clear_flags(GEN_DYN_FLAG const& mask) override { sweeps.push_back(mask.mask()); }
+
+    std::vector<unsigned> sweeps;
+};
+
+/// A manager whose construction is over and recorded away.
+class DynFlags : public testing::Test {
+  protected:
+    DynFlags() { clearer.sweeps.clear(); }
+
+    /// Creates "n0" to "n<count - 1>".
+    void fill(unsigned count) {
+        for (unsigned i = 0; i < count; ++i)
+            EXPECT_EQ(create("n" + std::to_string(i)), 1U << i);
+    }
+    unsigned create(std::string const& name) { return manager.create_flag(name.c_str()).mask(); }
+    unsigned find(std::string const& name) const {
+        return manager.get_named_flag(name.c_str()).mask();
+    }
+    void destroy(unsigned mask) { manager.destroy_flag(GEN_DYN_FLAG(mask)); }
+    std::string text(unsigned mask) const {
+        return manager.get_flag_name(GEN_DYN_FLAG(mask)).c_str();
+    }
+    /// used, dirty, clean
+    std::vector<int> stats() const {
+        std::vector<int> counts{-1, -1, -1};
+        manager.get_usage_stats(&counts[0], &counts[1], &counts[2]);
+        return counts;
+    }
+
+    RecordingClearer clearer;
+    GEN_DYN_FLAG_MANAGER manager{&clearer};
+    ErrorRecorder recorder;
+};
+
+} // namespace
+
+TEST(DynFlag, IsOneWordOfBits) {
+    EXPECT_EQ(sizeof(GEN_DYN_FLAG), 4U);
+    EXPECT_TRUE(std::is_trivially_copyable_v<GEN_DYN_FLAG>);
+    EXPECT_EQ(GEN_DYN_FLAG().mask(), 0U);
+    EXPECT_EQ(GEN_DYN_FLAG(0xFFFFFFFFU).mask(), 0xFFFFFFFFU);
+}
+
+TEST(DynFlag, CombinesAsAWordDoes) {
+    GEN_DYN_FLAG const a(0x5);
+    GEN_DYN_FLAG const b(0x6);
+    EXPECT_EQ((a | b).mask(), 0x7U);
+    EXPECT_EQ((a & b).mask(), 0x4U);
+    EXPECT_EQ((~a).mask(), 0xFFFFFFFAU);
+    GEN_DYN_FLAG c = a;
+    EXPECT_EQ((c |= b).mask(), 0x7U);
+    EXPECT_EQ((c &= ~b).mask(), 0x1U);
+    EXPECT_TRUE(a == GEN_DYN_FLAG(5));
+    EXPECT_TRUE(a != b);
+    EXPECT_FALSE(a == b);
+}
+
+TEST(DynFlagManager, HasTheFieldsOfItsBinaryInterface) {
+    EXPECT_EQ(sizeof(GEN_DYN_FLAG_MANAGER), 4 * sizeof(void*));
+    EXPECT_FALSE(std::is_polymorphic_v<GEN_DYN_FLAG_MANAGER>);
+    EXPECT_FALSE(std::is_copy_constructible_v<GEN_DYN_FLAG_MANAGER>);
+    EXPECT_FALSE(std::is_copy_assignable_v<GEN_DYN_FLAG_MANAGER>);
+    EXPECT_TRUE(std::has_virtual_destructor_v<GEN_DYN_FLAG_CLEARER>);
+}
+
+TEST(DynFlagManager, ConstructionClearsTheWholeWord) {
+    ErrorRecorder const recorder;
+    RecordingClearer clearer;
+    GEN_DYN_FLAG_MANAGER const manager(&clearer);
+    EXPECT_THAT(clearer.sweeps, ElementsAre(0xFFFFFFFFU));
+    EXPECT_THAT(recorder.errors(), IsEmpty());
+    int used = -1;
+    int dirty = -1;
+    int clean = -1;
+    manager.get_usage_stats(&used, &dirty, &clean);
+    EXPECT_THAT((std::vector{used, dirty, clean}), ElementsAre(0, 0, 32));
+}
+
+TEST(DynFlagManager, DestructionCallsNoClearerAndFreesAll) {
+    RecordingClearer clearer;
+    std::size_t const before = MEM_MANAGER::s_system_memory_counter.current();
+    {
+        GEN_DYN_FLAG_MANAGER manager(&clearer);
+        manager.create_flag("one");
+        manager.destroy_flag(manager.create_flag("two"));
+        EXPECT_GT(MEM_MANAGER::s_system_memory_counter.current(), before);
+        clearer.sweeps.clear();
+    }
+    EXPECT_THAT(clearer.sweeps, IsEmpty());
+    EXPECT_EQ(MEM_MANAGER::s_system_memory_counter.current(), before);
+}
+
+TEST(DynFlagManager, WithoutClearerReportsAndGoesOn) {
+    ErrorRecorder recorder;
+    GEN_DYN_FLAG_MANAGER manager(nullptr);
+    EXPECT_THAT(recorder.errors(), ElementsAre(flag_error("m_clearer != 0", 256)));
+    recorder.clear();
+    for (unsigned i = 0; i < 32; ++i)
+        manager.create_flag(std::to_string(i).c_str());
+    manager.destroy_flag(GEN_DYN_FLAG(0x10));
+    EXPECT_EQ(manager.create_flag("again").mask(), 0x10U);
+
+    // Nobody swept the bit, and that is what "dirty" counts.
+    int used = -1;
+    int dirty = -1;
+    int clean = -1;
+    manager.get_usage_stats(&used, &dirty, &clean);
+    EXPECT_THAT((std::vector{used, dirty, clean}), ElementsAre(31, 1, 0));
+    EXPECT_STREQ(manager.get_flag_name(GEN_DYN_FLAG(0x10)).c_str(), "(0x10) again");
+    EXPECT_THAT(recorder.errors(), IsEmpty());
+}
+
+TEST_F(DynFlags, SlotsAreGivenFromTheLowestUp) {
+    fill(32);
+    EXPECT_THAT(stats(), ElementsAre(32, 0, 0));
+    EXPECT_THAT(recorder.errors(), IsEmpty());
+    EXPECT_THAT(clearer.sweeps, IsEmpty());
+}
+
+TEST_F(DynFlags, NamesAreCopied) {
+    std::string name = "gone";
+    manager.create_flag(name.data());
+    name = "else";
+    EXPECT_EQ(find("gone"), 1U);
+    EXPECT_EQ(text(1), "(0x1) gone");
+}
+
+TEST_F(DynFlags, NamesAreCaseSensitive) {
+    EXPECT_EQ(create("name"), 1U);
+    EXPECT_EQ(create("Name"), 2U);
+    EXPECT_EQ(find("Name"), 2U);
+    EXPECT_THAT(recorder.errors(), IsEmpty());
+}
+
+TEST_F(DynFlags, NamesMayBeOfAnyBytesAndLength) {
+    std::string const longest(100000, 'x');
+    EXPECT_EQ(create(longest), 1U);
+    EXPECT_EQ(create("%s%n%d"), 2U);
+    EXPECT_EQ(create("\xFF\x80\t"), 4U);
+    EXPECT_EQ(find(longest), 1U);
+    EXPECT_EQ(find("%s%n%d"), 2U);
+    EXPECT_EQ(text(6), "(0x6) %s%n%d | \xFF\x80\t");
+    EXPECT_EQ(create("%s%n%d"), 2U);
+    EXPECT_EQ(create(longest), 1U);
+    EXPECT_THAT(recorder.errors(),
+                ElementsAre(flag_error("flag '%s%n%d' (0x2) already exists", 344),
+                            flag_error("flag '" + longest + "' (0x1) already exists", 344)));
+}
+
+TEST_F(DynFlags, NullNameIsAnEmptyOne) {
+    EXPECT_EQ(manager.create_flag(nullptr).mask(), 1U);
+    EXPECT_EQ(find(""), 1U);
+    EXPECT_EQ(manager.get_named_flag(nullptr).mask(), 1U);
+    EXPECT_EQ(create(""), 1U);
+    EXPECT_THAT(recorder.errors(), ElementsAre(flag_error("flag '' (0x1) already exists", 344)));
+}
+
+TEST_F(DynFlags, TakenNameGivesTheExistingFlagAndChangesNothing) {
+    fill(12);
+    destroy(1U << 3);
+    EXPECT_EQ(create("n10"), 1U << 10);
+    EXPECT_THAT(recorder.errors(),
+                ElementsAre(flag_error("flag 'n10' (0x400) already exists", 344)));
+    EXPECT_THAT(stats(), ElementsAre(11, 0, 21));
+    EXPECT_EQ(text(1U << 12), "(0x1000) BAD_FLAG");
+    EXPECT_THAT(clearer.sweeps, IsEmpty());
+}
+
+TEST_F(DynFlags, TakenNameOnAFullManagerSweepsNothing) {
+    fill(32);
+    destroy(1U << 3);
+    EXPECT_EQ(create("n31"), 0x80000000U);
+    EXPECT_THAT(recorder.conditions(), ElementsAre("flag 'n31' (0x80000000) already exists"));
+    EXPECT_THAT(clearer.sweeps, IsEmpty());
+    EXPECT_EQ(text(1U << 3), "(0x8) DIRTY");
+}
+
+TEST_F(DynFlags, NamesakeAboveTheFirstCleanSlotGoesUnseen) {
+    // A slot below a named one is clean only after a sweep that named a higher one.
+    fill(32);
+    destroy(1U << 3);
+    destroy(1U << 7);
+    EXPECT_EQ(create("new"), 1U << 7);
+    EXPECT_THAT(clearer.sweeps, ElementsAre(0x88U));
+
+    EXPECT_EQ(create("n20"), 1U << 3); // slot 20 is n20, but slot 3 comes first
+    EXPECT_THAT(recorder.errors(), IsEmpty());
+    EXPECT_EQ(find("n20"), 1U << 20); // of two namesakes the higher
+
+    // With both below the first clean slot, which is none, each is told and the higher given.
+    EXPECT_EQ(create("n20"), 1U << 20);
+    EXPECT_THAT(recorder.errors(),
+                ElementsAre(flag_error("flag 'n20' (0x8) already exists", 344),
+                            flag_error("flag 'n20' (0x100000) already exists", 344)));
+}
+
+TEST_F(DynFlags, FullManagerReportsAndGivesNoFlag) {
+    fill(32);
+    EXPECT_EQ(create("one more"), 0U);
+    EXPECT_THAT(recorder.errors(),
+                ElementsAre(flag_error("too many flags, can't create 'one more'", 355)));
+    EXPECT_THAT(stats(), ElementsAre(32, 0, 0));
+    EXPECT_THAT(clearer.sweeps, IsEmpty());
+}
+
+TEST_F(DynFlags, FreedSlotIsReusedAfterASweepOfItsBitAlone) {
+    fill(32);
+    destroy(1U << 17);
+    EXPECT_THAT(clearer.sweeps, IsEmpty()); // destroying sweeps nothing
+    EXPECT_EQ(create("again"), 1U << 17);
+    EXPECT_THAT(clearer.sweeps, ElementsAre(1U << 17));
+    EXPECT_THAT(stats(), ElementsAre(32, 0, 0));
+    EXPECT_EQ(text(1U << 17), "(0x20000) again");
+    EXPECT_THAT(recorder.errors(), IsEmpty());
+}
+
+TEST_F(DynFlags, HighestDirtySlotIsReusedAndAllAreSweptAtOnce) {
+    fill(32);
+    destroy(1U << 3);
+    destroy(1U << 7);
+    EXPECT_EQ(create("again"), 1U << 7);
+    EXPECT_THAT(clearer.sweeps, ElementsAre(0x88U));
+    EXPECT_EQ(text(0x88), "(0x88) BAD_FLAG | again"); // slot 3 is clean now
+    EXPECT_EQ(create("next"), 1U << 3);
+    EXPECT_THAT(clearer.sweeps, ElementsAre(0x88U)); // and so needs no other sweep
+}
+
+TEST_F(DynFlags, DirtySlotWaitsWhileACleanOneIsLeft) {
+    fill(31);
+    destroy(1U << 5);
+    EXPECT_EQ(create("last clean"), 1U << 31);
+    EXPECT_THAT(clearer.sweeps, IsEmpty());
+    EXPECT_EQ(text(1U << 5), "(0x20) DIRTY");
+    EXPECT_EQ(create("dirty"), 1U << 5);
+    EXPECT_THAT(clearer.sweeps, ElementsAre(0x20U));
+}
+
+TEST_F(DynFlags, SweepOfEverySlot) {
+    fill(32);
+    for (unsigned i = 0; i < 32; ++i)
+        destroy(1U << i);
+    EXPECT_EQ(create("top"), 0x80000000U);
+    EXPECT_THAT(clearer.sweeps, ElementsAre(0xFFFFFFFFU));
+    EXPECT_THAT(stats(), ElementsAre(1, 0, 31));
+    EXPECT_EQ(create("bottom"), 1U);
+}
+
+TEST_F(DynFlags, DestroyingNoFlagIsIgnored) {
+    fill(2);
+    destroy(0);
+    EXPECT_THAT(recorder.errors(), IsEmpty());
+    EXPECT_THAT(stats(), ElementsAre(2, 0, 30));
+}
+
+TEST_F(DynFlags, DestroyingWhatIsNotOneFlagInUseReportsAndChangesNothing) {
+    struct Row {
+        unsigned mask;
+        char const* condition;
+        int line;
+    };
+    Row const rows[] = {
+        {0x6, "flag 0x6: not a single bit", 514},
+        {0x3, "flag 0x3: not a single bit", 514},
+        {0x80000001U, "flag 0x80000001: not a single bit", 514},
+        {0xFFFFFFFFU, "flag 0xffffffff: not a single bit", 514},
+        {0xC0000000U, "flag 0xc0000000: not a single bit", 514},
+        {0x8, "flag 0x8 not found to delete", 521},
+        {0x80000000U, "flag 0x80000000 not found to delete", 521},
+    };
+    fill(3);
+    for (Row const& row : rows) {
+        SCOPED_TRACE(row.condition);
+        recorder.clear();
+        destroy(row.mask);
+        EXPECT_THAT(recorder.errors(), ElementsAre(flag_error(row.condition, row.line)));
+        EXPECT_THAT(stats(), ElementsAre(3, 0, 29));
+    }
+}
+
+TEST_F(DynFlags, DestroyingTwiceIsReportedTheSecondTime) {
+    fill(3);
+    destroy(2);
+    EXPECT_THAT(recorder.errors(), IsEmpty());
+    destroy(2);
+    EXPECT_THAT(recorder.errors(), ElementsAre(flag_error("flag 0x2 not found to delete", 521)));
+}
+
+TEST_F(DynFlags, DestroyedNameIsForgotten) {
+    fill(3);
+    destroy(2);
+    EXPECT_EQ(find("n1"), 0U);
+    EXPECT_THAT(recorder.errors(), ElementsAre(flag_error("couldn't find flag 'n1'", 425)));
+    EXPECT_EQ(create("n1"), 8U);
+}
+
+TEST_F(DynFlags, UnknownNameIsReportedAndGivesNoFlag) {
+    EXPECT_EQ(find("nobody"), 0U);
+    EXPECT_THAT(recorder.errors(), ElementsAre(flag_error("couldn't find flag 'nobody'", 425)));
+}
+
+TEST_F(DynFlags, FreeDirtySlotsCountAsClean) {
+    fill(5);
+    destroy(1);
+    destroy(4);
+    EXPECT_THAT(stats(), ElementsAre(3, 0, 29));
+}
+
+TEST_F(DynFlags, StatisticsSkipNullCounters) {
+    fill(5);
+    int one = -1;
+    manager.get_usage_stats(&one, nullptr, nullptr);
+    EXPECT_EQ(one, 5);
+    manager.get_usage_stats(nullptr, &one, nullptr);
+    EXPECT_EQ(one, 0);
+    manager.get_usage_stats(nullptr, nullptr, &one);
+    EXPECT_EQ(one, 27);
+    manager.get_usage_stats(nullptr, nullptr, nullptr);
+}
+
+TEST_F(DynFlags, NameOfAMaskTellsEveryBit) {
+    EXPECT_EQ(create("alpha"), 1U);
+    EXPECT_EQ(create("beta"), 2U);
+    EXPECT_EQ(create("gamma"), 4U);
+    destroy(2);
+    struct Row {
+        unsigned mask;
+        char const* text;
+    };
+    Row const rows[] = {
+        {0x0, "(0x0) "},
+        {0x1, "(0x1) alpha"},
+        {0x2, "(0x2) DIRTY"},
+        {0x3, "(0x3) alpha | DIRTY"},
+        {0x8, "(0x8) BAD_FLAG"},
+        {0xF, "(0xf) alpha | DIRTY | gamma | BAD_FLAG"},
+        {0x80000004U, "(0x80000004) gamma | BAD_FLAG"},
+    };
+    for (Row const& row : rows)
+        EXPECT_EQ(text(row.mask), row.text);
+    EXPECT_THAT(recorder.errors(), IsEmpty());
+}
+
+TEST_F(DynFlags, CreatingAllocatesTheNameAlone) {
+    fill(31);
+    destroy(0x10);
+    std::size_t const before = MEM_MANAGER::s_system_memory_counter.current();
+    create("ten bytes");
+    std::size_t const one_name = MEM_MANAGER::s_system_memory_counter.current() - before;
+    EXPECT_GE(one_name, 10U);
+    EXPECT_LE(one_name, 32U);
+}
+
+// Every answer, report and sweep of a long random life must be the plain model's.
+TEST(DynFlagManager, AgreesWithThePlainModel) {
+    for (bool const has_clearer : {true, false}) {
+        SCOPED_TRACE(has_clearer ? "with a clearer" : "without a clearer");
+        ErrorRecorder recorder;
+        RecordingClearer clearer;
+        GEN_DYN_FLAG_MANAGER manager(has_clearer ? &clearer : nullptr);
+        PlainDynFlags model(has_clearer);
+        std::mt19937 random(has_clearer ? 1 : 2);
+        auto const below = [&](unsigned bound) { return static_cast<unsigned>(random() % bound); };
+
+        std::size_t sweeps = 0;
+        std::size_t full = 0;
+        std::size_t duplicates = 0;
+        std::size_t const rounds = effort(400000);
+        for (std::size_t round = 0; round < rounds; ++round) {
+            // Long stretches lean towards creating or destroying, so that all levels are visited.
+            unsigned const lean = round / 1000 % 2 == 0 ? 6 : 2;
+            unsigned const action = below(10);
+            // More names than slots, few enough to meet again.
+            std::string const name = "name" + std::to_string(below(64));
+            if (action < lean) {
+                ASSERT_EQ(manager.create_flag(name.c_str()).mask(), model.create(name));
+            } else if (action < 8) {
+                // Mostly single bits, sometimes several, sometimes none.
+                unsigned mask = 1U << below(32);
+                if (below(16) == 0)
+                    mask = below(2) == 0 ? 0 : mask | 1U << below(32);
+                manager.destroy_flag(GEN_DYN_FLAG(mask));
+                model.destroy(mask);
+            } else if (action == 8) {
+                ASSERT_EQ(manager.get_named_flag(name.c_str()).mask(), model.find(name));
+            } else {
+                auto const mask = static_cast<unsigned>(random());
+                ASSERT_EQ(manager.get_flag_name(GEN_DYN_FLAG(mask)).c_str(), model.text(mask));
+            }
+            std::array<int, 3> stats{};
+            manager.get_usage_stats(&stats[0], &stats[1], &stats[2]);
+            ASSERT_EQ(stats, model.stats());
+            ASSERT_EQ(clearer.sweeps, model.sweeps);
+            ASSERT_EQ(recorder.errors().size(), model.reports.size());
+            for (std::size_t i = 0; i < model.reports.size(); ++i) {
+                auto const& [line, condition] = model.reports[i];
+                ASSERT_EQ(recorder.errors()[i], flag_error(condition, line));
+                full += static_cast<std::size_t>(line == 355);
+                duplicates += static_cast<std::size_t>(line == 344);
+            }
+            sweeps += model.sweeps.size();
+            recorder.clear();
+            clearer.sweeps.clear();
+            model.reports.clear();
+            model.sweeps.clear();
+        }
+        // The life was one that met every situation.
+        if (rounds >= 100000) {
+            EXPECT_EQ(sweeps > 1000, has_clearer);
+            EXPECT_GT(full, 500U);
+            EXPECT_GT(duplicates, 1000U);
+        }
+    }
+}
+
+TEST(DynFlagSelfTest, WithoutManagerReportsAndWritesNothing) {
+    ErrorRecorder const recorder;
+    TempDirectory const directory;
+    ScopedCurrentDirectory const here(directory.path());
+    GEN_DYN_FLAG::test_myself_out(nullptr);
+    EXPECT_THAT(recorder.errors(), ElementsAre(flag_error("mgr!=0", 600)));
+    EXPECT_TRUE(std::filesystem::is_empty(directory.path()));
+}
+
+TEST(DynFlagSelfTest, WritesItsTranscriptToAFileNamedWithBackslashes) {
+    TempDirectory const directory;
+    ScopedCurrentDirectory const here(directory.path());
+    std::string const file = directory.write("d:\\fenno\\comp\\mls\\flag_test.tst",
+                                             std::string(5000, 'x')); // to be truncated
+    ErrorRecorder const recorder;
+    RecordingClearer clearer;
+    GEN_DYN_FLAG_MANAGER manager(&clearer);
+    GEN_DYN_FLAG::test_myself_out(&manager);
+    EXPECT_EQ(read_file(file), "used=0 dirty= 0 clean=32\n"
+                               "(0x1) f1\n"
+                               "(0x2) f2\n"
+                               "(0x4) f3\n"
+                               "(0x8) f4\n"
+                               "used=4 dirty= 0 clean=28\n"
+                               "(0x1) f1\n"
+                               "(0x5) f1 | f3\n"
+                               "(0xd) f1 | f3 | f4\n"
+                               "(0xc) f3 | f4\n"
+                               "(0x9) f1 | f4\n"
+                               "(0x8) f4\n"
+                               "used=3 dirty= 0 clean=29\n"
+                               "(0x18) f4 | f5\n"
+                               "0\n"
+                               "1\n"
+                               "0\n"
+                               "1\n"
+                               "1\n"
+                               "1\n"
+                               "(0x18) f4 | f5\n"
+                               "(0x8) f4\n");
+    EXPECT_THAT(recorder.errors(), IsEmpty());
+    EXPECT_THAT(clearer.sweeps, ElementsAre(0xFFFFFFFFU));
+    EXPECT_EQ(manager.get_named_flag("f5").mask(), 0x10U);
+}
+
+TEST(DynFlagSelfTest, UsesTheManagerAlthoughTheFileCannotBeWritten) {
+    TempDirectory const directory;
+    directory.make_directory("d:\\fenno\\comp\\mls\\flag_test.tst");
+    ScopedCurrentDirectory const here(directory.path());
+    ErrorRecorder const recorder;
+    RecordingClearer clearer;
+    GEN_DYN_FLAG_MANAGER manager(&clearer);
+    GEN_DYN_FLAG::test_myself_out(&manager);
+    EXPECT_THAT(recorder.errors(), IsEmpty());
+    EXPECT_STREQ(manager.get_flag_name(GEN_DYN_FLAG(0x1F)).c_str(),
+                 "(0x1f) f1 | DIRTY | f3 | f4 | f5");
+}
+
+TEST(DynFlagSelfTest, ReportsWhatAUsedManagerAnswers) {
+    TempDirectory const directory;
+    ScopedCurrentDirectory const here(directory.path());
+    ErrorRecorder const recorder;
+    RecordingClearer clearer;
+    GEN_DYN_FLAG_MANAGER manager(&clearer);
+    manager.create_flag("f3");
+    GEN_DYN_FLAG::test_myself_out(&manager);
+    EXPECT_THAT(recorder.errors(), ElementsAre(flag_error("flag 'f3' (0x1) already exists", 344)));
+}

@@ -12,3 +12,4 @@
 #include "gen_path.h"
 #include "gen_string.h"
 #include "gen_time.h"
+#include "gen_undo_redo.h"

@@ -72,9 +72,12 @@ class Commands {
 
 // The families, each in the source file of its name.
 void add_env(Commands& commands);
+void add_flags(Commands& commands);
+void add_histogram(Commands& commands);
 void add_machine(Commands& commands);
 void add_condition(Commands& commands);
 void add_text(Commands& commands);
 void add_time(Commands& commands);
+void add_undo(Commands& commands);
 void add_units(Commands& commands);
 void add_where(Commands& commands);

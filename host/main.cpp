@@ -4,10 +4,13 @@
 GEN_DEFINE_MAIN(argc, argv) {
     Commands commands;
     add_env(commands);
+    add_flags(commands);
+    add_histogram(commands);
     add_machine(commands);
     add_condition(commands);
     add_text(commands);
     add_time(commands);
+    add_undo(commands);
     add_units(commands);
     add_where(commands);
     return commands.run(argc, argv);

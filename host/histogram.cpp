@@ -1,0 +1,298 @@
+#include "command.h"
+#include "number_stream.h"
+#include "reports.h"
+
+#include "gen_bindata.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::size_t default_columns = 80;
+
+/// Columns of the terminal, or what COLUMNS says where there is none.
+std::size_t terminal_columns() {
+    winsize size{};
+    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0)
+        return size.ws_col;
+    char const* const told = std::getenv("COLUMNS");
+    long const columns = told != nullptr ? std::strtol(told, nullptr, 10) : 0;
+    return columns > 0 && columns < 10000 ? static_cast<std::size_t>(columns) : default_columns;
+}
+
+/// Shows on standard error that long input is being read, if that is a terminal.
+class Progress {
+  public:
+    ~Progress() {
+        if (m_shown)
+            std::fputs("\r\033[K", stderr);
+    }
+
+    void step() {
+        constexpr std::size_t interval = 1 << 20;
+        if (++m_count % interval == 0 && m_terminal) {
+            std::fprintf(stderr, "\r%.1f million numbers", static_cast<double>(m_count) / 1e6);
+            m_shown = true;
+        }
+    }
+
+  private:
+    bool m_terminal = isatty(STDERR_FILENO) == 1;
+    bool m_shown = false;
+    std::size_t m_count = 0;
+};
+
+/// Items that are in no bin.
+struct Outside {
+    std::size_t below = 0;
+    std::size_t above = 0;
+    std::size_t not_a_number = 0;
+
+    bool any() const { return below + above + not_a_number != 0; }
+};
+
+struct Range {
+    double low;
+    double high;
+};
+
+/// From the least to the greatest number, edges that are given excepted. Where that has no width,
+/// as around a single value, the edges that are not given make some room.
+Range range_of(std::vector<double> const& items, std::optional<double> low,
+               std::optional<double> high) {
+    constexpr double largest = std::numeric_limits<double>::max();
+    Range data{largest, -largest};
+    for (double const item : items) {
+        if (!std::isfinite(item))
+            continue;
+        data.low = std::min(data.low, item);
+        data.high = std::max(data.high, item);
+    }
+    Range range{low.value_or(data.low), high.value_or(data.high)};
+    if (range.low < range.high)
+        return range;
+    if (!low)
+        range.low = high.value_or(data.low);
+    if (!high)
+        range.high = low.value_or(data.high);
+    double const room = std::max(0.5, std::abs(range.low) * 1e-6);
+    if (!low)
+        range.low = std::max(range.low - room, -largest);
+    if (!high)
+        range.high = std::min(range.high + room, largest);
+    return range;
+}
+
+std::string short_number(double number) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.6g", number);
+    return text;
+}
+
+double percent_of(unsigned count, unsigned total) {
+    return total == 0 ? 0 : 100.0 * count / total;
+}
+
+/// One line a bin, bars as long as the terminal allows.
+class Picture {
+  public:
+    Picture(GEN_BINDATA const& histogram, std::size_t columns) : m_histogram(histogram) {
+        for (unsigned i = 0; i < histogram.num_bins(); ++i) {
+            m_label_width = std::max(m_label_width, label(i).size());
+            m_largest = std::max(m_largest, histogram.item_count(i));
+        }
+        m_count_width = std::to_string(m_largest).size();
+        std::size_t const used = m_label_width + m_count_width + 2 + 8 + 2;
+        m_bar_width = std::max<std::size_t>(columns > used ? columns - used : 0, 10);
+    }
+
+    Value::List lines() const {
+        Value::List all;
+        for (unsigned i = 0; i < m_histogram.num_bins(); ++i)
+            all.emplace_back(line(i));
+        return all;
+    }
+
+  private:
+    std::string label(unsigned i) const {
+        bool const last = i + 1 == m_histogram.num_bins();
+        return "[" + short_number(m_histogram.lowbound(i)) + ", " +
+               short_number(m_histogram.highbound(i)) + (last ? "]" : ")");
+    }
+
+    std::string line(unsigned i) const {
+        unsigned const count = m_histogram.item_count(i);
+        std::string text = label(i);
+        text.resize(m_label_width, ' ');
+        std::string const digits = std::to_string(count);
+        text += "  " + std::string(m_count_width - digits.size(), ' ') + digits;
+        char percent[16];
+        std::snprintf(percent, sizeof percent, "  %5.1f%%", percent_of(count, m_histogram.size()));
+        text += percent;
+        if (count == 0)
+            return text;
+        auto const length = static_cast<std::size_t>(
+            std::lround(static_cast<double>(m_bar_width) * count / m_largest));
+        return text + "  " + std::string(std::max<std::size_t>(length, 1), '#');
+    }
+
+    GEN_BINDATA const& m_histogram;
+    std::size_t m_label_width = 0;
+    std::size_t m_count_width = 1;
+    std::size_t m_bar_width = 0;
+    unsigned m_largest = 1;
+};
+
+class Histogram : public Command {
+  public:
+    void declare(CLI::App& app) override {
+        app.add_option("FILE", m_file, "File with the numbers; standard input if not given");
+        app.add_option("-l,--low", m_low, "Lower edge of the first bin; least number if not given");
+        app.add_option("-u,--high", m_high,
+                       "Upper edge of the last bin; greatest number if not given");
+        app.add_option("-b,--bins", m_bins, "Number of bins")
+            ->check(CLI::Range(1U, 1000000U))
+            ->capture_default_str();
+    }
+
+    Status run(Answer& answer) override {
+        if (m_low && m_high && !(*m_low < *m_high))
+            return refuse("--low has to be below --high", answer);
+        std::string const problem = m_low && m_high ? count_directly() : collect_and_count();
+        if (!problem.empty())
+            return refuse(problem, answer);
+        if (m_histogram == nullptr) {
+            answer.remark("no numbers");
+            answer.field("items", 0);
+            return STATUS_NO;
+        }
+        describe(answer);
+        return status_of(m_histogram->size() != 0 && m_reported.empty());
+    }
+
+  private:
+    static Status refuse(std::string const& problem, Answer& answer) {
+        answer.remark(problem);
+        answer.detail("problem", problem);
+        return STATUS_USAGE;
+    }
+
+    /// With the range known, nothing but the counts is kept.
+    std::string count_directly() {
+        if (!make_histogram({*m_low, *m_high}))
+            return too_wide;
+        return read([this](double item) { count(item); });
+    }
+
+    std::string collect_and_count() {
+        std::vector<double> items;
+        std::string const problem = read([&items](double item) { items.push_back(item); });
+        auto const is_finite = [](double item) { return std::isfinite(item); };
+        if (!problem.empty() || std::none_of(items.begin(), items.end(), is_finite))
+            return problem;
+        if (!make_histogram(range_of(items, m_low, m_high)))
+            return too_wide;
+        for (double const item : items)
+            count(item);
+        return "";
+    }
+
+    std::string read(std::function<void(double)> const& take) const {
+        std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(nullptr, std::fclose);
+        if (!m_file.empty() && m_file != "-") {
+            file.reset(std::fopen(m_file.c_str(), "re"));
+            if (file == nullptr)
+                return "cannot read '" + m_file + "'";
+        }
+        Progress progress;
+        return read_numbers(file != nullptr ? file.get() : stdin, [&](double item) {
+            progress.step();
+            take(item);
+        });
+    }
+
+    bool make_histogram(Range range) {
+        if (!std::isfinite(range.high - range.low))
+            return false;
+        Reports reports;
+        // Never destroyed: it lives as long as the program, as its counts do in any case.
+        static GEN_BINDATA& histogram = *new GEN_BINDATA(range.low, range.high, m_bins);
+        m_histogram = &histogram;
+        m_range = range;
+        m_reported = reports.take();
+        return true;
+    }
+
+    void count(double item) {
+        if (item >= m_range.low && item <= m_range.high)
+            m_histogram->add_item(item);
+        else if (std::isnan(item))
+            ++m_outside.not_a_number;
+        else
+            ++(item < m_range.low ? m_outside.below : m_outside.above);
+    }
+
+    void describe(Answer& answer) const {
+        answer.plain("picture", Picture(*m_histogram, terminal_columns()).lines());
+        answer.field("items", m_histogram->size());
+        answer.detail("low", m_range.low);
+        answer.detail("high", m_range.high);
+        Value::List bins;
+        for (unsigned i = 0; i < m_histogram->num_bins(); ++i) {
+            unsigned const count = m_histogram->item_count(i);
+            bins.push_back(Value::Record{{"low", m_histogram->lowbound(i)},
+                                         {"high", m_histogram->highbound(i)},
+                                         {"count", count},
+                                         {"percent", percent_of(count, m_histogram->size())}});
+        }
+        answer.detail("bins", std::move(bins));
+        Value const outside = Value::Record{{"below", m_outside.below},
+                                            {"above", m_outside.above},
+                                            {"not_a_number", m_outside.not_a_number}};
+        if (m_outside.any())
+            answer.field("not_counted", outside);
+        else
+            answer.detail("not_counted", outside);
+        for (std::string const& report : m_reported)
+            answer.field("reported", report);
+    }
+
+    static constexpr char const* too_wide = "the range is wider than a number can tell";
+
+    std::string m_file;
+    std::optional<double> m_low;
+    std::optional<double> m_high;
+    unsigned m_bins = 10;
+    GEN_BINDATA* m_histogram = nullptr;
+    Range m_range{};
+    Outside m_outside;
+    std::vector<std::string> m_reported;
+};
+
+} // namespace
+
+void add_histogram(Commands& commands) {
+    commands.add<Histogram>({
+        .name = "histogram",
+        .summary = "Counts numbers into bins of equal width and draws them",
+        .example =
+            "  $ seq 1 100 | gen_query histogram --bins 4\n"
+            "  [1, 25.75)     25   25.0%  ##################################\n"
+            "  [25.75, 50.5)  25   25.0%  ##################################\n"
+            "  ...\n"
+            "\n"
+            "A bin holds its lower edge and not its upper one, the last bin both. With both\n"
+            "--low and --high input of any length is counted in constant memory. Numbers\n"
+            "outside are told of and not counted. Status 1 tells that none was counted.",
+    });
+}

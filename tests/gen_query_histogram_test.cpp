@@ -1,0 +1,129 @@
+#include "gen_query.h"
+#include "temp_directory.h"
+#include "terminal.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+ProgramResult run(std::vector<std::string> arguments, std::string const& numbers) {
+    arguments.insert(arguments.begin(), "histogram");
+    ProgramStart start;
+    start.input = numbers;
+    start.unset = {"COLUMNS"};
+    return run_gen_query(arguments, start);
+}
+
+/// What a person sees of the histogram of @p file.
+std::string see(std::string const& file, unsigned columns) {
+    auto const [status, seen] =
+        run_at_terminal({TEST_BINARY_DIR "/gen_query", "histogram", file}, "", columns);
+    EXPECT_EQ(status, 0);
+    return seen;
+}
+
+/// How wide the widest line is.
+std::size_t width_of(std::string const& text) {
+    std::size_t widest = 0;
+    std::size_t width = 0;
+    for (char const byte : text) {
+        width = byte == '\n' ? 0 : width + (byte == '\r' ? 0 : 1);
+        widest = std::max(widest, width);
+    }
+    return widest;
+}
+
+} // namespace
+
+TEST(GenQueryHistogram, DrawsBarsCountsAndShares) {
+    ProgramResult const result =
+        run({"--low", "0", "--high", "10", "--bins", "5"}, "0 1.999 2 10 -1 11, +3;4e0 nan\n");
+    EXPECT_EQ(result.output, "[0, 2)   2   33.3%  " + std::string(60, '#') +
+                                 "\n"
+                                 "[2, 4)   2   33.3%  " +
+                                 std::string(60, '#') +
+                                 "\n"
+                                 "[4, 6)   1   16.7%  " +
+                                 std::string(30, '#') +
+                                 "\n"
+                                 "[6, 8)   0    0.0%\n"
+                                 "[8, 10]  1   16.7%  " +
+                                 std::string(30, '#') +
+                                 "\n"
+                                 "items        6\n"
+                                 "not counted\n"
+                                 "  below         1\n"
+                                 "  above         1\n"
+                                 "  not a number  1\n");
+    EXPECT_EQ(result.status, 0);
+}
+
+TEST(GenQueryHistogram, TakesTheRangeFromTheData) {
+    struct Row {
+        std::vector<std::string> options;
+        char const* numbers;
+        char const* first_bin;
+    };
+    Row const rows[] = {
+        {{}, "3 1 2 inf nan", "[1, 3]"},         {{}, "7 7", "[6.5, 7.5]"},
+        {{}, "1e300", "[9.99999e+299, 1e+300]"}, {{"--low", "0"}, "3", "[0, 3]"},
+        {{"--high", "8"}, "3", "[3, 8]"},        {{"--low", "5"}, "3 5", "[5, 5.5]"},
+        {{"--high", "1"}, "3 1", "[0.5, 1]"},    {{"--low", "5"}, "1", "[5, 5.5]"},
+    };
+    for (Row const& row : rows) {
+        std::vector<std::string> arguments = {"--bins", "1"};
+        arguments.insert(arguments.end(), row.options.begin(), row.options.end());
+        EXPECT_THAT(run(arguments, row.numbers).output, StartsWith(row.first_bin)) << row.numbers;
+    }
+}
+
+TEST(GenQueryHistogram, NumbersMayStraddleTheBlocksTheyAreReadIn) {
+    std::string numbers;
+    for (int i = 0; i < 50000; ++i)
+        numbers += "1234.5" + std::to_string(i % 10) + (i % 7 == 0 ? "\r\n" : " ");
+    ProgramResult const result = run({"-l", "1234.5", "-u", "1234.6", "-b", "1"}, numbers);
+    EXPECT_THAT(result.output, HasSubstr("items  50000\n"));
+}
+
+TEST(GenQueryHistogram, WhatIsNoNumberNamesItsLine) {
+    EXPECT_EQ(run({}, "1\n2 x3\n").errors, "gen_query: line 2: 'x3' is not a number\n");
+    EXPECT_EQ(run({}, "1\n\n+-2").errors, "gen_query: line 3: '+-2' is not a number\n");
+    EXPECT_EQ(run({}, std::string(1000000, '1') + "x").errors,
+              "gen_query: line 1: '" + std::string(40, '1') + "...' is not a number\n");
+    EXPECT_EQ(run({}, "1 2 3 0x10").status, 2);
+}
+
+TEST(GenQueryHistogram, NothingToCountIsStatusOne) {
+    EXPECT_EQ(run({}, "").status, 1);
+    EXPECT_EQ(run({}, "nan inf").status, 1);
+    EXPECT_EQ(run({"-l", "0", "-u", "1"}, "5").status, 1);
+}
+
+TEST(GenQueryHistogram, BarsFitTheTerminal) {
+    TempDirectory const directory;
+    std::string const file = directory.write("numbers", "1 2 3 4 5 5 5 5 5");
+    for (unsigned const columns : {40U, 80U, 133U}) {
+        std::string const seen = see(file, columns);
+        EXPECT_EQ(width_of(seen), columns);
+        EXPECT_THAT(seen, Not(HasSubstr("million")));
+    }
+}
+
+TEST(GenQueryHistogram, LongInputShowsProgressAtATerminal) {
+    std::string numbers;
+    for (int i = 0; i < 1100000; ++i)
+        numbers += "1 ";
+    TempDirectory const directory;
+    std::string const file = directory.write("numbers", numbers);
+    EXPECT_THAT(see(file, 80), HasSubstr("\r1.0 million numbers"));
+    EXPECT_EQ(run({file}, "").errors, "");
+}

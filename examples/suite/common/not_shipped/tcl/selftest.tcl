@@ -1,0 +1,1 @@
+puts "for the makers of the suite alone"

@@ -1,0 +1,1 @@
+set suite_started [clock seconds]

@@ -1,0 +1,1 @@
+`define SEGMENTS 7

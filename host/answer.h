@@ -46,6 +46,9 @@ class Value {
     Content m_content;
 };
 
+/// How a row of a table stands out on a terminal. Elsewhere all rows look alike.
+enum class Emphasis { none, good, faint };
+
 /// The answer of one subcommand: named values in order, each with the way in which people see it.
 /// JSON is one object of all of them, whatever their way.
 class Answer {
@@ -55,11 +58,13 @@ class Answer {
         plain,    ///< the value alone, a list as one line an item
         table,    ///< a list of records as columns under their keys
         hidden,   ///< in JSON only
+        view,     ///< in text only: a line, or a list of records as columns
     };
     struct Entry {
         std::string key;
         Value value;
         Shown shown;
+        std::vector<Emphasis> emphasis = {}; ///< one a row; none where it is shorter
     };
 
     void field(std::string key, Value value) {
@@ -73,6 +78,11 @@ class Answer {
     }
     void detail(std::string key, Value value) {
         add(std::move(key), std::move(value), Shown::hidden);
+    }
+    /// What people alone see: a line, or a table. Scripts are told the same by a detail.
+    void view(std::string_view line) { add("", line, Shown::view); }
+    void view(Value::List rows, std::vector<Emphasis> emphasis) {
+        m_entries.push_back({"", std::move(rows), Shown::view, std::move(emphasis)});
     }
     /// A line for people alone, written to standard error: why nothing was found, for example.
     void remark(std::string text) { m_remarks.push_back(std::move(text)); }

@@ -66,9 +66,13 @@ class JsonWriter {
 } // namespace
 
 void print_json(Answer const& answer, std::FILE* stream) {
+    std::vector<Answer::Entry const*> told;
+    for (Answer::Entry const& entry : answer.entries())
+        if (entry.shown != Answer::Shown::view)
+            told.push_back(&entry);
     JsonWriter writer(stream);
-    writer.sequence('{', '}', answer.entries(), [&writer](Answer::Entry const& entry) {
-        writer.member(entry.key, entry.value);
+    writer.sequence('{', '}', told, [&writer](Answer::Entry const* entry) {
+        writer.member(entry->key, entry->value);
     });
     std::fputc('\n', stream);
 }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdlib>
+#include <unistd.h>
 
 namespace {
 
@@ -137,7 +139,27 @@ std::vector<Row> cells_of(Value::List const& rows) {
     return cells;
 }
 
-void show_table(Value::List const& rows, std::FILE* stream) {
+/// A terminal that shows colour, and whose user has nothing against it (https://no-color.org).
+bool is_coloured(std::FILE* stream) {
+    char const* const refusal = std::getenv("NO_COLOR");
+    char const* const terminal = std::getenv("TERM");
+    return (refusal == nullptr || *refusal == '\0') && terminal != nullptr &&
+           std::string_view(terminal) != "dumb" && isatty(fileno(stream)) == 1;
+}
+
+std::string emphasised(std::string line, Emphasis emphasis) {
+    switch (emphasis) {
+    case Emphasis::good:
+        return "\033[1;32m" + line + "\033[0m";
+    case Emphasis::faint:
+        return "\033[2m" + line + "\033[0m";
+    case Emphasis::none:
+        break;
+    }
+    return line;
+}
+
+void show_table(Value::List const& rows, std::vector<Emphasis> const& emphasis, std::FILE* stream) {
     std::vector<Row> const cells = cells_of(rows);
     std::vector<std::size_t> widths;
     for (Row const& row : cells) {
@@ -145,15 +167,27 @@ void show_table(Value::List const& rows, std::FILE* stream) {
         for (std::size_t column = 0; column < row.size(); ++column)
             widths[column] = std::max(widths[column], row[column].size());
     }
-    for (Row const& row : cells) {
+    bool const coloured = !emphasis.empty() && is_coloured(stream);
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        Row const& row = cells[i];
         std::string line;
         for (std::size_t column = 0; column < row.size(); ++column) {
             line += row[column];
             if (column + 1 < row.size())
                 line.append(widths[column] - row[column].size() + 2, ' ');
         }
+        // The row before the first one holds the heads.
+        if (coloured && i > 0 && i <= emphasis.size())
+            line = emphasised(std::move(line), emphasis[i - 1]);
         write_line(line, stream);
     }
+}
+
+void show_view(Answer::Entry const& entry, std::FILE* stream) {
+    if (auto const* const rows = std::get_if<Value::List>(&entry.value.content()))
+        show_table(*rows, entry.emphasis, stream);
+    else
+        write_line(inline_text(entry.value), stream);
 }
 
 } // namespace
@@ -173,7 +207,10 @@ void print_text(Answer const& answer, std::FILE* stream) {
             show_plain(entry.value, stream);
             break;
         case Answer::Shown::table:
-            show_table(std::get<Value::List>(entry.value.content()), stream);
+            show_table(std::get<Value::List>(entry.value.content()), entry.emphasis, stream);
+            break;
+        case Answer::Shown::view:
+            show_view(entry, stream);
             break;
         case Answer::Shown::hidden:
             break;

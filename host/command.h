@@ -71,11 +71,16 @@ class Commands {
 };
 
 // The families, each in the source file of its name.
+void add_condition(Commands& commands);
 void add_env(Commands& commands);
+void add_find(Commands& commands);
 void add_flags(Commands& commands);
 void add_histogram(Commands& commands);
+void add_include(Commands& commands);
+void add_installation(Commands& commands);
 void add_machine(Commands& commands);
-void add_condition(Commands& commands);
+void add_project(Commands& commands);
+void add_sources(Commands& commands);
 void add_text(Commands& commands);
 void add_time(Commands& commands);
 void add_undo(Commands& commands);

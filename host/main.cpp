@@ -3,11 +3,16 @@
 
 GEN_DEFINE_MAIN(argc, argv) {
     Commands commands;
+    add_condition(commands);
     add_env(commands);
+    add_find(commands);
     add_flags(commands);
     add_histogram(commands);
+    add_include(commands);
+    add_installation(commands);
     add_machine(commands);
-    add_condition(commands);
+    add_project(commands);
+    add_sources(commands);
     add_text(commands);
     add_time(commands);
     add_undo(commands);

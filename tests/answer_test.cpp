@@ -141,3 +141,14 @@ TEST(Answer, EmptyAnswerIsAnEmptyObject) {
     EXPECT_EQ(json_of({}), "{}\n");
     EXPECT_EQ(text_of({}), "");
 }
+
+TEST(Answer, ViewsAreForPeopleAlone) {
+    Answer answer;
+    answer.view("top.v:");
+    answer.view(Value::List{Value::Record{{"there", true}, {"path", "/p"}}}, {Emphasis::good});
+    answer.detail("path", "/p");
+    EXPECT_EQ(text_of(answer), "top.v:\n"
+                               "there  path\n"
+                               "yes    /p\n");
+    EXPECT_EQ(json_of(answer), "{\n  \"path\": \"/p\"\n}\n");
+}

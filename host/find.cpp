@@ -1,0 +1,107 @@
+#include "command.h"
+#include "lookup.h"
+
+#include "gen_path.h"
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+class Find : public Command {
+  public:
+    void declare(CLI::App& app) override {
+        app.add_option("name", m_names, "File names, as a design would write them")->required();
+        m_project.declare(app);
+        auto* const eda = app.add_flag("--eda", m_eda, "Look in the EDA libraries alone");
+        app.add_flag("--cached", m_cached, "Use the cache: a name asked twice is looked up once")
+            ->excludes(eda);
+        m_view.declare(app);
+    }
+
+    Status run(Answer& answer) override {
+        m_project.apply();
+        LookupWatch watch(m_view.manner(), "as named");
+        bool all_found = true;
+        Value::List files;
+        Value::List paths;
+        for (std::string const& name : m_names) {
+            std::string path = look_up(name);
+            std::vector<Asked> const asked = watch.take();
+            m_view.show(answer, name, m_names.size() > 1, asked);
+            // With each hit denied the lookup itself has come back with nothing.
+            std::vector<Asked> const hits = LookupView::hits(asked);
+            if (m_view.all() && !hits.empty())
+                path = hits.front().path;
+            files.emplace_back(told(name, path, asked, hits));
+            if (path.empty()) {
+                answer.remark("'" + name + "' is not found");
+                all_found = false;
+            } else if (!m_view.all()) {
+                paths.emplace_back(path);
+            }
+        }
+        answer.detail("files", std::move(files));
+        if (!m_view.all())
+            answer.plain("paths", std::move(paths));
+        return status_of(all_found);
+    }
+
+  private:
+    std::string look_up(std::string const& name) const {
+        STR const text = gen_text(name);
+        if (m_eda)
+            return host_text(gen_find_eda_file(text).fullpath());
+        if (m_cached)
+            return host_text(gen_find_file_cache_assisted(text).fullpath());
+        return host_text(gen_find_file(text).fullpath());
+    }
+
+    Value::Record told(std::string const& name, std::string const& path,
+                       std::vector<Asked> const& asked, std::vector<Asked> const& hits) const {
+        Value::Record record{{"name", name}};
+        if (path.empty()) {
+            record.insert(record.end(), {{"path", {}}, {"group", {}}, {"in_project", {}}});
+        } else {
+            record.emplace_back("path", path);
+            record.emplace_back("group", hits.empty() ? "cache" : hits.front().group);
+            record.emplace_back("in_project", in_project(path));
+        }
+        m_view.tell(record, asked);
+        return record;
+    }
+
+    /// The path as seen from the project directory, where it lies below it.
+    static Value in_project(std::string const& path) {
+        if (path.front() != '/')
+            return {};
+        STR const relative = gen_get_relative_path_if_starts_with_project_dir(path.c_str());
+        return host_text(relative) == path ? Value() : Value(relative);
+    }
+
+    std::vector<std::string> m_names;
+    ProjectOptions m_project;
+    LookupView m_view;
+    bool m_eda = false;
+    bool m_cached = false;
+};
+
+constexpr Help help = {
+    .name = "find",
+    .summary = "Finds the file that a name means, and tells why that one",
+    .example =
+        "  $ gen_query find adder.v\n"
+        "  /work/counter/adder.v\n"
+        "  $ gen_query find adder.v --user-libs /home/ada/lib --all\n"
+        "  standing  group           path\n"
+        "  wins      project         /work/counter/adder.v\n"
+        "  shadowed  user libraries  /home/ada/lib/adder.v\n"
+        "Asked are the project, its database, the project's libraries, the user's libraries,\n"
+        "the project's parablocks and the shipped libraries, in this order.\n"
+        "The exit status is 0 when every name is found, else 1.",
+};
+
+} // namespace
+
+void add_find(Commands& commands) {
+    commands.add<Find>(help);
+}

@@ -1,0 +1,87 @@
+#include "command.h"
+#include "lookup.h"
+
+#include "gen_path.h"
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+class Include : public Command {
+  public:
+    void declare(CLI::App& app) override {
+        app.add_option("name", m_names, "File names, as include directives would write them")
+            ->required();
+        app.add_option("--from", m_from, "The file that holds the directives");
+        app.add_option("--alias", m_alias, "Another path of that same file");
+        m_project.declare(app);
+        m_view.declare(app);
+    }
+
+    Status run(Answer& answer) override {
+        m_project.apply();
+        LookupWatch watch(m_view.manner(), "beside the including file");
+        bool all_found = true;
+        Value::List files;
+        Value::List paths;
+        for (std::string const& name : m_names) {
+            STR path;
+            STR beside_alias;
+            gen_find_include_file(name.c_str(), text_or_null(m_from), text_or_null(m_alias), &path,
+                                  &beside_alias);
+            std::vector<Asked> const asked = watch.take();
+            m_view.show(answer, name, m_names.size() > 1, asked);
+            std::vector<Asked> const hits = LookupView::hits(asked);
+            files.emplace_back(told(name, beside_alias, asked, hits));
+            if (hits.empty()) {
+                answer.remark("'" + name + "' is not found");
+                all_found = false;
+            } else if (!m_view.all()) {
+                paths.emplace_back(path);
+            }
+        }
+        answer.detail("files", std::move(files));
+        if (!m_view.all())
+            answer.plain("paths", std::move(paths));
+        return status_of(all_found);
+    }
+
+  private:
+    static char const* text_or_null(std::optional<std::string> const& text) {
+        return text ? text->c_str() : nullptr;
+    }
+
+    Value::Record told(std::string const& name, STR const& beside_alias,
+                       std::vector<Asked> const& asked, std::vector<Asked> const& hits) const {
+        bool const found = !hits.empty();
+        Value::Record record{
+            {"name", name},
+            {"path", found ? Value(hits.front().path) : Value()},
+            {"group", found ? Value(hits.front().group) : Value()},
+            {"beside_alias", beside_alias.empty() ? Value() : Value(beside_alias)},
+        };
+        m_view.tell(record, asked);
+        return record;
+    }
+
+    std::vector<std::string> m_names;
+    std::optional<std::string> m_from;
+    std::optional<std::string> m_alias;
+    ProjectOptions m_project;
+    LookupView m_view;
+};
+
+constexpr Help help = {
+    .name = "include",
+    .summary = "Resolves the names of include directives",
+    .example = "  $ gen_query include widths.vh --from src/counter.v\n"
+               "  src/widths.vh\n"
+               "The directory of the including file is looked in last, after every library.\n"
+               "The exit status is 0 when every name is found, else 1.",
+};
+
+} // namespace
+
+void add_include(Commands& commands) {
+    commands.add<Include>(help);
+}

@@ -1,0 +1,96 @@
+#include "command.h"
+#include "lookup.h"
+
+#include "gen_path.h"
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+class Sources : public Command {
+  public:
+    void declare(CLI::App& app) override {
+        app.add_option("unit", m_unit, "Name of a design unit, without an extension")->required();
+        app.add_flag("--shipped", m_shipped, "Look in the shipped libraries alone");
+        m_project.declare(app);
+        m_view.declare(app);
+    }
+
+    Status run(Answer& answer) override {
+        m_project.apply();
+        LookupWatch watch(m_view.manner(), "other");
+        MEM_VECTOR<GEN_SOURCE_CANDIDATE> candidates;
+        auto* const search =
+            m_shipped ? gen_get_source_files_from_korvane_lib : gen_get_source_files;
+        search(gen_text(m_unit), &candidates);
+        std::vector<Asked> const asked = watch.take();
+        m_view.show(answer, m_unit, false, asked);
+        answer.detail("unit", m_unit);
+        tell_file_types(answer);
+        Value::Record more;
+        m_view.tell(more, asked);
+        for (auto& [key, value] : more)
+            answer.detail(key, std::move(value));
+        if (!m_view.all())
+            show(answer, candidates);
+        bool const any = m_view.all() ? !LookupView::hits(asked).empty() : !candidates.empty();
+        if (!any)
+            answer.remark("'" + m_unit + "' has no source file");
+        return status_of(any);
+    }
+
+  private:
+    static void tell_file_types(Answer& answer) {
+        Value::List order;
+        for (STR const& extension : *gen_get_file_type_order_helper())
+            order.emplace_back(extension);
+        answer.detail("file_type_order", std::move(order));
+    }
+
+    static void show(Answer& answer, MEM_VECTOR<GEN_SOURCE_CANDIDATE> const& candidates) {
+        Value::List files;
+        for (auto const& [group, path] : candidates)
+            files.emplace_back(Value::Record{{"group", static_cast<int>(group)},
+                                             {"from", name_of(group)},
+                                             {"type", path.extension()},
+                                             {"path", path.fullpath()}});
+        answer.table("files", std::move(files));
+    }
+
+    static char const* name_of(GEN_LIBRARY_PATHS_ENUM group) {
+        switch (group) {
+        case GEN_LIBRARY_PATHS_PROJECT_DIR:
+            return "project";
+        case GEN_LIBRARY_PATHS_DB_DIR:
+            return "database";
+        case GEN_LIBRARY_PATHS_PROJECT_LIBRARIES:
+            return "project libraries";
+        case GEN_LIBRARY_PATHS_USER_LIBRARIES:
+            return "user libraries";
+        case GEN_LIBRARY_PATHS_KORVANE_LIBRARIES:
+            return "parablocks or shipped libraries";
+        }
+        return "";
+    }
+
+    std::string m_unit;
+    bool m_shipped = false;
+    ProjectOptions m_project;
+    LookupView m_view{LookupView::Rivals::same_extension};
+};
+
+constexpr Help help = {
+    .name = "sources",
+    .summary = "Collects the source files of a design unit, one of each type",
+    .example = "  $ gen_query sources counter\n"
+               "  group  from     type  path\n"
+               "  1      project  v     /work/counter/counter.v\n"
+               "The groups are visited in the order of a lookup: 1, 2, 3, 5, 4.\n"
+               "The exit status is 0 when there is any, else 1.",
+};
+
+} // namespace
+
+void add_sources(Commands& commands) {
+    commands.add<Sources>(help);
+}

@@ -1,0 +1,321 @@
+// gen_query's lookups in the example installation. Paths in the answers are shown as if it lay in
+// "/k/".
+
+#include "gen_query.h"
+#include "temp_directory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using Arguments = std::vector<std::string>;
+
+class GenQueryFind : public testing::Test {
+  protected:
+    void SetUp() override {
+        std::string const suite = TEST_SOURCE_DIR "/../examples/suite/";
+        // The current directory is told by its real path, so that the project has to be a copy.
+        fs::copy(suite + "project", m_root / "project", fs::copy_options::recursive);
+        for (char const* directory : {"common", "eda", "home", "libraries"})
+            fs::create_symlink(suite + directory, m_root / directory);
+        fs::copy(suite + "linux", m_root / "linux");
+        fs::create_symlink(TEST_BINARY_DIR "/gen_query", executable());
+    }
+
+    ProgramResult ask(Arguments const& arguments, std::string const& directory = "project") const {
+        ProgramStart start;
+        start.arguments = {executable()};
+        start.directory = m_root / directory;
+        ProgramResult result = run_gen_query(arguments, start);
+        for (std::string* text : {&result.output, &result.errors})
+            for (std::size_t at = 0; (at = text->find(m_root.path(), at)) != std::string::npos;)
+                text->replace(at, m_root.path().size(), "/k");
+        return result;
+    }
+
+    /// The answer as JSON, to a question that is answered with yes.
+    nlohmann::json json(Arguments arguments) const {
+        arguments.emplace_back("--json");
+        ProgramResult const result = ask(arguments);
+        EXPECT_EQ(result.status, 0) << result.errors;
+        return nlohmann::json::parse(result.output);
+    }
+
+    /// The question asked of the example project with all its groups.
+    Arguments everywhere(Arguments arguments) const {
+        for (std::string const& option :
+             {std::string("--db"), m_root / "project/db", std::string("--project-libs"),
+              std::string("lib"), std::string("--user-libs"), m_root / "home/ada/lib"})
+            arguments.push_back(option);
+        return arguments;
+    }
+
+    std::string executable() const { return m_root / "linux/gen_query"; }
+
+    TempDirectory m_root;
+};
+
+} // namespace
+
+// find
+
+TEST_F(GenQueryFind, PrintsOnePathALine) {
+    ProgramResult const result = ask({"find", "counter.v", "inc/display.vh", "serializer.v"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output, "/k/project/counter.v\n"
+                             "/k/project/inc/display.vh\n"
+                             "/k/libraries/parablocks/io/serializer.v\n");
+    EXPECT_EQ(result.errors, "");
+}
+
+TEST_F(GenQueryFind, NameThatIsNotFoundIsSaidAndStatusOne) {
+    ProgramResult const result = ask({"find", "nothing.v", "counter.v"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "/k/project/counter.v\n");
+    EXPECT_EQ(result.errors, "gen_query: 'nothing.v' is not found\n");
+}
+
+TEST_F(GenQueryFind, TraceShowsEveryQuestionAndWhoAnswered) {
+    ProgramResult const result = ask(everywhere({"find", "debounce.vhd", "--trace"}));
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output, "group              there  path\n"
+                             "project            no     /k/project/debounce.vhd\n"
+                             "database           no     /k/project/db/debounce.vhd\n"
+                             "project libraries  no     /k/project/lib/debounce.vhd\n"
+                             "user libraries     yes    "
+                             "/k/home/ada/lib/debounce.vhd\n"
+                             "/k/home/ada/lib/debounce.vhd\n");
+}
+
+TEST_F(GenQueryFind, TraceOfAMissGoesThroughAllGroups) {
+    ProgramResult const missed = ask(everywhere({"find", "nothing.v", "--trace", "--json"}));
+    EXPECT_EQ(missed.status, 1);
+    auto const files = nlohmann::json::parse(missed.output)["files"];
+    EXPECT_EQ(files[0]["asked"].size(), 5U + 21U);
+    EXPECT_TRUE(files[0]["path"].is_null());
+    EXPECT_EQ(files[0]["asked"][4]["group"], "parablocks");
+    EXPECT_EQ(files[0]["asked"][25]["path"], "/k/eda/hspice/nothing.v");
+}
+
+TEST_F(GenQueryFind, AllShowsTheWinnerBeforeWhatItShadows) {
+    ProgramResult const result = ask(everywhere({"find", "adder.v", "--all"}));
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output, "standing  group              path\n"
+                             "wins      project            /k/project/adder.v\n"
+                             "shadowed  database           /k/project/db/adder.v\n"
+                             "shadowed  project libraries  /k/project/lib/adder.v\n"
+                             "shadowed  user libraries     /k/home/ada/lib/adder.v\n"
+                             "shadowed  parablocks         /k/project/parablocks/adder.v\n"
+                             "shadowed  shipped libraries  "
+                             "/k/libraries/parablocks/arithmetic/adder.v\n");
+    auto const file = json(everywhere({"find", "adder.v", "--all"}))["files"][0];
+    EXPECT_EQ(file["path"], "/k/project/adder.v");
+    EXPECT_EQ(file["group"], "project");
+    EXPECT_EQ(file["candidates"].size(), 6U);
+    EXPECT_EQ(ask({"find", "nothing.v", "--all"}).status, 1);
+}
+
+TEST_F(GenQueryFind, SeveralNamesAreToldApart) {
+    ProgramResult const result = ask({"find", "settings.vh", "blink.khd", "--all"});
+    EXPECT_EQ(result.output, "settings.vh:\n"
+                             "standing  group    path\n"
+                             "wins      project  /k/project/settings.vh\n"
+                             "blink.khd:\n"
+                             "standing  group    path\n"
+                             "wins      project  /k/project/blink.khd\n");
+}
+
+TEST_F(GenQueryFind, EdaLooksInItsLibrariesAlone) {
+    EXPECT_EQ(ask({"find", "adder.v", "--eda"}).output, "/k/eda/sim_lib/adder.v\n");
+    EXPECT_EQ(ask({"find", "counter.v", "--eda"}).status, 1);
+    EXPECT_EQ(ask({"find", "adder.v", "--eda", "--cached"}).status, 2);
+}
+
+TEST_F(GenQueryFind, CachedNameIsAskedForOnce) {
+    auto const files = json({"find", "adder.v", "adder.v", "--cached", "--trace"})["files"];
+    EXPECT_EQ(files[0]["asked"].size(), 1U);
+    EXPECT_EQ(files[0]["group"], "project");
+    EXPECT_EQ(files[1]["asked"].size(), 0U);
+    EXPECT_EQ(files[1]["group"], "cache");
+    EXPECT_EQ(files[1]["path"], "/k/project/adder.v");
+}
+
+TEST_F(GenQueryFind, AbsoluteNameIsOnlyTested) {
+    std::string const path = m_root / "project/counter.v";
+    auto const file = json({"find", path, "--trace"})["files"][0];
+    EXPECT_EQ(file["group"], "as named");
+    EXPECT_EQ(file["in_project"], "counter.v");
+    EXPECT_EQ(ask({"find", path + "x"}).status, 1);
+}
+
+TEST_F(GenQueryFind, PathBelowTheProjectIsToldRelativeToIt) {
+    auto const files = json({"find", "inc/display.vh", "serializer.v"})["files"];
+    EXPECT_EQ(files[0]["in_project"], "inc/display.vh");
+    EXPECT_TRUE(files[1]["in_project"].is_null());
+}
+
+TEST_F(GenQueryFind, ProjectMayLieElsewhere) {
+    EXPECT_EQ(ask({"find", "counter.v"}, "home").status, 1);
+    EXPECT_EQ(ask({"find", "counter.v", "--project", m_root / "project"}, "home").output,
+              "/k/project/counter.v\n");
+    EXPECT_EQ(ask({"find", "counter.v", "--project", "../project"}, "home").output,
+              "../project/counter.v\n");
+}
+
+// Colour
+
+namespace {
+
+/// What a program writes to a terminal of its own.
+std::string terminal_output(Arguments const& arguments, std::string const& directory,
+                            std::vector<std::pair<std::string, std::string>> const& environment) {
+    int const master = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (master < 0 || grantpt(master) != 0 || unlockpt(master) != 0)
+        return "no terminal";
+    std::string const slave = ptsname(master);
+    pid_t const child = fork();
+    if (child == 0) {
+        int const terminal = open(slave.c_str(), O_RDWR | O_NOCTTY);
+        if (dup2(terminal, STDOUT_FILENO) < 0 || chdir(directory.c_str()) != 0)
+            _exit(126);
+        for (auto const& [name, value] : environment)
+            setenv(name.c_str(), value.c_str(), 1);
+        std::vector<char*> argv;
+        for (std::string const& argument : arguments)
+            argv.push_back(const_cast<char*>(argument.c_str()));
+        argv.push_back(nullptr);
+        execv(argv[0], argv.data());
+        _exit(127);
+    }
+    std::string output;
+    char buffer[4096];
+    // Reading fails once nobody holds the other end any more.
+    for (ssize_t got = 0; (got = read(master, buffer, sizeof buffer)) > 0;)
+        output.append(buffer, static_cast<std::size_t>(got));
+    waitpid(child, nullptr, 0);
+    close(master);
+    return output;
+}
+
+} // namespace
+
+TEST_F(GenQueryFind, ColourMarksTheAnswerOnATerminalAlone) {
+    Arguments const arguments{executable(), "find", "adder.v", "--all"};
+    std::string const directory = m_root / "project";
+    std::string const coloured =
+        terminal_output(arguments, directory, {{"TERM", "xterm"}, {"NO_COLOR", ""}});
+    EXPECT_THAT(coloured, HasSubstr("\033[1;32mwins      project "));
+    EXPECT_THAT(coloured, HasSubstr("\033[2mshadowed  "));
+    EXPECT_THAT(coloured, StartsWith("standing"));
+    for (auto const& refusal : {std::pair<std::string, std::string>{"NO_COLOR", "1"},
+                                std::pair<std::string, std::string>{"TERM", "dumb"}}) {
+        std::string const plain =
+            terminal_output(arguments, directory, {{"TERM", "xterm"}, {"NO_COLOR", ""}, refusal});
+        EXPECT_THAT(plain, HasSubstr("wins"));
+        EXPECT_EQ(plain.find('\033'), std::string::npos) << refusal.first;
+    }
+    EXPECT_EQ(ask({"find", "adder.v", "--all"}).output.find('\033'), std::string::npos);
+}
+
+// include
+
+TEST_F(GenQueryFind, NestedIncludesAreResolvedFromTheFileThatHoldsThem) {
+    EXPECT_EQ(ask({"include", "settings.vh", "inc/display.vh", "--from", "counter.v"}).output,
+              "/k/project/settings.vh\n/k/project/inc/display.vh\n");
+    EXPECT_EQ(ask({"include", "segments.vh", "parablocks.vh", "--from", "inc/display.vh"}).output,
+              "inc/segments.vh\n/k/libraries/parablocks/parablocks.vh\n");
+}
+
+TEST_F(GenQueryFind, IncludeBesideTheFileIsToldBesideItsAliasToo) {
+    auto const file = json({"include", "segments.vh", "--from", "inc/display.vh", "--alias",
+                            "/copy/inc/display.vh"})["files"][0];
+    EXPECT_EQ(file["path"], "inc/segments.vh");
+    EXPECT_EQ(file["beside_alias"], "/copy/inc/segments.vh");
+    EXPECT_EQ(file["group"], "beside the including file");
+}
+
+TEST_F(GenQueryFind, IncludeThatIsNotThereIsStatusOne) {
+    ProgramResult const result = ask({"include", "segments.vh"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.errors, "gen_query: 'segments.vh' is not found\n");
+    ProgramResult const traced = ask({"include", "segments.vh", "--from", "counter.v", "--trace"});
+    EXPECT_THAT(traced.output, EndsWith("beside the including file  no     segments.vh\n"));
+}
+
+// sources
+
+TEST_F(GenQueryFind, SourcesComeInGroupOrderOneOfEachType) {
+    ProgramResult const result = ask(everywhere({"sources", "counter"}));
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output, "group  from               type  path\n"
+                             "1      project            kbd   /k/project/counter.kbd\n"
+                             "1      project            vhd   /k/project/counter.vhd\n"
+                             "1      project            v     /k/project/counter.v\n"
+                             "2      database           edf   /k/project/db/counter.edf\n"
+                             "3      project libraries  sv    /k/project/lib/counter.sv\n");
+    auto const answer = json({"sources", "counter"});
+    EXPECT_THAT(answer["file_type_order"],
+                ElementsAre(".kbd", ".ksd", ".khd", ".vhd", ".v", ".sv", ".edf"));
+}
+
+TEST_F(GenQueryFind, AllSourcesCompeteWithinTheirType) {
+    ProgramResult const result = ask(everywhere({"sources", "adder", "--all"}));
+    EXPECT_THAT(result.output, StartsWith("standing  group              path\n"
+                                          "wins      project            /k/project/adder.v\n"
+                                          "shadowed  database "));
+    EXPECT_EQ(json(everywhere({"sources", "counter", "--all"}))["candidates"].size(), 5U);
+}
+
+TEST_F(GenQueryFind, ShippedSourcesAloneAndNone) {
+    EXPECT_THAT(ask({"sources", "adder", "--shipped"}).output,
+                HasSubstr("4      parablocks or shipped libraries  v     "
+                          "/k/libraries/parablocks/arithmetic/adder.v\n"));
+    ProgramResult const none = ask({"sources", "nothing"});
+    EXPECT_EQ(none.status, 1);
+    EXPECT_EQ(none.output, "");
+    EXPECT_EQ(none.errors, "gen_query: 'nothing' has no source file\n");
+}
+
+// project and installation
+
+TEST_F(GenQueryFind, ProjectTellsItsDirectories) {
+    ProgramResult const result = ask(everywhere({"project", "--output", "out/./x"}));
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.output, StartsWith("project            /k/project/\n"
+                                          "database           /k/project/db\n"
+                                          "output             /k/project/out/x/\n"
+                                          "parablocks         /k/project/parablocks/\n"
+                                          "project libraries  lib\n"
+                                          "user libraries     /k/home/ada/lib\n"
+                                          "shipped libraries  /k/libraries/\n"
+                                          "                   /k/libraries/vhdl/\n"));
+    EXPECT_TRUE(fs::is_directory(m_root / "project/out/x"));
+}
+
+TEST_F(GenQueryFind, ExampleInstallationIsComplete) {
+    auto const answer = json({"installation"});
+    EXPECT_EQ(answer["libraries"].size(), 29U);
+    for (auto const& library : answer["libraries"])
+        EXPECT_TRUE(library["there"].get<bool>()) << library;
+    EXPECT_THAT(answer["device_files"], ElementsAre("allycore.ddb", "prismo2.ddb"));
+    for (char const* data : {"common_data", "miscellaneous", "unshipped_data", "tcl_applications",
+                             "tcl_internal", "unshipped_tcl", "device_database"}) {
+        std::string path = answer[data];
+        EXPECT_TRUE(fs::exists(m_root / path.substr(2))) << path;
+    }
+}

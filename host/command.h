@@ -78,6 +78,7 @@ void add_flags(Commands& commands);
 void add_histogram(Commands& commands);
 void add_include(Commands& commands);
 void add_installation(Commands& commands);
+void add_legal(Commands& commands);
 void add_machine(Commands& commands);
 void add_project(Commands& commands);
 void add_sources(Commands& commands);

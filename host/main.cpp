@@ -10,6 +10,7 @@ GEN_DEFINE_MAIN(argc, argv) {
     add_histogram(commands);
     add_include(commands);
     add_installation(commands);
+    add_legal(commands);
     add_machine(commands);
     add_project(commands);
     add_sources(commands);

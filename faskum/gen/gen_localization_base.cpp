@@ -1,0 +1,144 @@
+#include "gen_localization_base.h"
+
+#include <cerrno>
+#include <cstring>
+#include <langinfo.h>
+#include <memory>
+#include <mutex>
+
+#include "err.h"
+
+char const* LOCALIZATION_BASE_STRING = "C";
+
+constinit std::atomic<BASE_LOCALE const*> current_base_locale = nullptr;
+
+namespace {
+
+// What a null base name stands for: the locale in force, in every category.
+BASE_LOCALE const no_base_locale;
+
+// Every locale that was ever asked for stays until the library goes: another thread may be using
+// it, and a host has few names to give.
+constinit std::mutex base_locales_mutex;
+constinit BASE_LOCALE* base_locales = nullptr;
+
+template <typename NODE>
+NODE* add_node(NODE*& list) {
+    NODE* const node = std::construct_at(MEM_STL_ALLOCATOR<NODE>().allocate(1));
+    node->next = list;
+    return list = node;
+}
+
+template <typename NODE>
+NODE* remove_node(NODE* node) {
+    NODE* const next = node->next;
+    std::destroy_at(node);
+    MEM_STL_ALLOCATOR<NODE>().deallocate(node, 1);
+    return next;
+}
+
+void release(locale_t locale) {
+    if (locale != nullptr)
+        freelocale(locale);
+}
+
+struct BASE_LOCALES_RELEASER {
+    ~BASE_LOCALES_RELEASER() {
+        std::lock_guard const lock(base_locales_mutex);
+        current_base_locale.store(nullptr, std::memory_order_release);
+        for (; base_locales != nullptr; base_locales = remove_node(base_locales)) {
+            release(base_locales->character);
+            release(base_locales->numeric);
+            for (BASE_TIME_LOCALE* time = base_locales->times; time != nullptr;
+                 time = remove_node(time))
+                release(time->locale);
+        }
+    }
+} const base_locales_releaser;
+
+/// @p rest with one category of the locale @p name; null, with @p rest as it was, where setlocale
+/// would have refused the name.
+locale_t with_category(int category_mask, STR const& name, locale_t rest) {
+    // newlocale would split a name that tells the categories one by one; setlocale refuses such a
+    // name for a single category.
+    return name.find(';') == STR::npos ? newlocale(category_mask, name.c_str(), rest) : nullptr;
+}
+
+void fill_in(BASE_LOCALE& base) {
+    base.character = with_category(LC_CTYPE_MASK, base.name, nullptr);
+    base.numeric = with_category(LC_NUMERIC_MASK, base.name, nullptr);
+    if (base.numeric != nullptr) {
+        char const* const point = nl_langinfo_l(RADIXCHAR, base.numeric);
+        if (std::strlen(point) == 1)
+            base.decimal_point = *point;
+    }
+}
+
+BASE_LOCALE& find_base_locale(char const* name) {
+    BASE_LOCALE* base = base_locales;
+    while (base != nullptr && base->name != name)
+        base = base->next;
+    if (base == nullptr) {
+        base = add_node(base_locales);
+        base->name = name;
+        fill_in(*base);
+    }
+    current_base_locale.store(base, std::memory_order_release);
+    return *base;
+}
+
+locale_t make_time_locale(STR const& name) {
+    locale_t const in_force = duplocale(uselocale(nullptr));
+    if (in_force == nullptr)
+        return nullptr;
+    locale_t const mixed = with_category(LC_TIME_MASK, name, in_force);
+    if (mixed == nullptr)
+        freelocale(in_force);
+    return mixed;
+}
+
+/// Leaves errno as it was, once the scope ends.
+class ERRNO_SCOPE {
+  public:
+    ERRNO_SCOPE() = default;
+    ~ERRNO_SCOPE() { errno = m_saved; }
+    ERRNO_SCOPE(ERRNO_SCOPE const&) = delete;
+    ERRNO_SCOPE& operator=(ERRNO_SCOPE const&) = delete;
+
+  private:
+    int m_saved = errno;
+};
+
+} // namespace
+
+BASE_LOCALE const& switch_base_locale() {
+    char const* const name = LOCALIZATION_BASE_STRING;
+    if (name == nullptr)
+        return no_base_locale;
+    ERRNO_SCOPE const errno_scope;
+    std::lock_guard const lock(base_locales_mutex);
+    return find_base_locale(name);
+}
+
+locale_t base_time_locale() {
+    char const* const name = LOCALIZATION_BASE_STRING;
+    if (name == nullptr)
+        return nullptr;
+    ERRNO_SCOPE const errno_scope;
+    char const* const character_name = nl_langinfo(NL_LOCALE_NAME(LC_CTYPE));
+    std::lock_guard const lock(base_locales_mutex);
+    BASE_LOCALE& base = find_base_locale(name);
+    BASE_TIME_LOCALE* time = base.times;
+    while (time != nullptr && time->character_name != character_name)
+        time = time->next;
+    if (time == nullptr) {
+        time = add_node(base.times);
+        time->character_name = character_name;
+        time->locale = make_time_locale(base.name);
+    }
+    return time->locale;
+}
+
+void report_localization_error(char const* condition, int line) {
+    err_report_internal_error(condition, "GEN", localization_source, line);
+}

@@ -1,0 +1,87 @@
+#pragma once
+
+/// The locale that LOCALIZATION_BASE_STRING names, kept from call to call.
+///
+/// Switching the process's locale to and fro costs hundreds of nanoseconds under a foreign locale
+/// and is seen by every other thread. A locale object of our own is neither.
+
+#include <atomic>
+#include <locale.h>
+
+#include "gen_localization.h"
+#include "mem_alloc_sys.h"
+
+/// The locale in force, with the time category of a base name.
+struct BASE_TIME_LOCALE {
+    /// Null where setlocale would have refused the base name.
+    locale_t locale = nullptr;
+    /// The character category that was in force.
+    STR character_name;
+    BASE_TIME_LOCALE* next = nullptr;
+};
+
+struct BASE_LOCALE {
+    // Each holds its one category of the base name, and the "C" locale besides. Null where
+    // setlocale would have refused the name: then the locale in force is the answer.
+    locale_t character = nullptr;
+    locale_t numeric = nullptr;
+    /// The decimal point of the numeric category, '\0' where it is none or more than one byte.
+    char decimal_point = '\0';
+    STR name;
+    BASE_TIME_LOCALE* times = nullptr;
+    BASE_LOCALE* next = nullptr;
+};
+
+extern std::atomic<BASE_LOCALE const*> current_base_locale;
+
+/// Finds or makes the base locale for LOCALIZATION_BASE_STRING and makes it the current one.
+/// Leaves errno alone.
+BASE_LOCALE const& switch_base_locale();
+
+/// The base locale for what LOCALIZATION_BASE_STRING says now; valid until gen is unloaded.
+inline BASE_LOCALE const& base_locale() {
+    BASE_LOCALE const* const current = current_base_locale.load(std::memory_order_acquire);
+    char const* wanted = LOCALIZATION_BASE_STRING;
+    if (current != nullptr && wanted != nullptr) [[likely]] {
+        // The texts are compared, since a host may rewrite the one it points us at. They are a
+        // character or two long: a call of strcmp would cost more than the loop.
+        char const* kept = current->name.c_str();
+        while (*kept == *wanted) {
+            if (*kept == '\0')
+                return *current;
+            ++kept;
+            ++wanted;
+        }
+    }
+    return switch_base_locale();
+}
+
+/// The locale in force with the time category of the base name, valid until gen is unloaded; null
+/// where the locale in force is the answer. Time formats may ask for capitals, and which those are
+/// is for the user's character category to say.
+locale_t base_time_locale();
+
+/// Puts this thread into the base locale's character category until the end of the scope: for the
+/// functions that exist in no form that takes a locale. They ask no other category.
+class BASE_CHARACTER_SCOPE {
+  public:
+    BASE_CHARACTER_SCOPE() {
+        if (locale_t const character = base_locale().character)
+            m_previous = uselocale(character);
+    }
+    ~BASE_CHARACTER_SCOPE() {
+        if (m_previous != nullptr)
+            uselocale(m_previous);
+    }
+    BASE_CHARACTER_SCOPE(BASE_CHARACTER_SCOPE const&) = delete;
+    BASE_CHARACTER_SCOPE& operator=(BASE_CHARACTER_SCOPE const&) = delete;
+
+  private:
+    locale_t m_previous = nullptr;
+};
+
+/// The source that internal errors of this family name.
+inline constexpr char const* localization_source = "gen_localization";
+
+/// Reports a broken precondition of this family.
+void report_localization_error(char const* condition, int line);

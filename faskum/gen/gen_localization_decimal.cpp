@@ -1,0 +1,178 @@
+#include "gen_localization_decimal.h"
+
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <xmmintrin.h>
+
+namespace {
+
+/// 5^27 is the largest power of five that fits in 64 bits.
+constexpr int largest_power = 27;
+/// 10^19 - 1 is the longest row of nines that fits in 64 bits.
+constexpr int most_digits = 19;
+
+/// A power of ten as significand * 2^exponent, the significand's top bit set. Negative powers are
+/// cut off: they lie less than one unit below the true value.
+struct POWER_OF_TEN {
+    std::uint64_t significand = 0;
+    int exponent = 0;
+};
+
+constexpr std::uint64_t power_of_five(int power) {
+    std::uint64_t value = 1;
+    for (int i = 0; i < power; ++i)
+        value *= 5;
+    return value;
+}
+
+constexpr POWER_OF_TEN power_of_ten(int power) {
+    if (power >= 0) {
+        std::uint64_t const five = power_of_five(power);
+        int const shift = std::countl_zero(five);
+        return {five << shift, power - shift};
+    }
+    // 2^(63 + width) / five lies between 2^63 and 2^64: 64 steps of long division.
+    std::uint64_t const five = power_of_five(-power);
+    int const width = 64 - std::countl_zero(five);
+    std::uint64_t quotient = 0;
+    std::uint64_t remainder = std::uint64_t{1} << (width - 1);
+    for (int i = 0; i < 64; ++i) {
+        remainder *= 2;
+        quotient *= 2;
+        if (remainder >= five) {
+            remainder -= five;
+            ++quotient;
+        }
+    }
+    return {quotient, power - 63 - width};
+}
+
+constexpr auto powers_of_ten = [] {
+    std::array<POWER_OF_TEN, 2 * largest_power + 1> table;
+    for (int power = -largest_power; power <= largest_power; ++power)
+        table[static_cast<std::size_t>(power + largest_power)] = power_of_ten(power);
+    return table;
+}();
+
+struct PRODUCT {
+    std::uint64_t high;
+    std::uint64_t low;
+};
+
+PRODUCT multiply(std::uint64_t a, std::uint64_t b) {
+#if defined(__SIZEOF_INT128__)
+    __extension__ using wide = unsigned __int128;
+    wide const product = wide{a} * b;
+    return {static_cast<std::uint64_t>(product >> 64), static_cast<std::uint64_t>(product)};
+#else
+    std::uint64_t const a_low = static_cast<std::uint32_t>(a);
+    std::uint64_t const b_low = static_cast<std::uint32_t>(b);
+    std::uint64_t const low = a_low * b_low;
+    std::uint64_t const middle = (a >> 32) * b_low + (low >> 32);
+    std::uint64_t const middle2 = a_low * (b >> 32) + static_cast<std::uint32_t>(middle);
+    return {(a >> 32) * (b >> 32) + (middle >> 32) + (middle2 >> 32),
+            (middle2 << 32) | static_cast<std::uint32_t>(low)};
+#endif
+}
+
+/// digits * 10^power rounded to the nearest double, ties to even, as its bits; 0 when the digits
+/// of the product do not decide it. @p digits is not 0.
+std::uint64_t scaled(std::uint64_t digits, int power) {
+    auto const& [significand, exponent] =
+        powers_of_ten[static_cast<std::size_t>(power + largest_power)];
+    int const shift = std::countl_zero(digits);
+    auto [high, low] = multiply(digits << shift, significand);
+    // The product of two 64-bit numbers with the top bit set has 127 or 128 bits.
+    int const spare = std::countl_zero(high);
+    if (spare != 0) {
+        high = (high << 1) | (low >> 63);
+        low <<= 1;
+    }
+    std::uint64_t constexpr half = 0x400;
+    std::uint64_t const below = high & (2 * half - 1);
+    std::uint64_t mantissa = high >> 11;
+    if (power >= 0) // exact
+        mantissa += below > half || (below == half && (low != 0 || (mantissa & 1) != 0));
+    else if (below - (half - 2) <= 1) // the true value is up to two units above: perhaps past half
+        return 0;
+    else
+        mantissa += below >= half;
+    int const binary_exponent = 127 + exponent - shift - spare;
+    // The mantissa's top bit adds one to the exponent's field, a carry out of rounding up another.
+    return mantissa + (static_cast<std::uint64_t>(binary_exponent + 1022) << 52);
+}
+
+bool rounds_to_nearest() {
+    return (_mm_getcsr() & _MM_ROUND_MASK) == _MM_ROUND_NEAREST;
+}
+
+unsigned digit_value(char c) {
+    return static_cast<unsigned>(static_cast<unsigned char>(c)) - '0';
+}
+
+/// Appends the digits at @p text to @p number, which wraps when there are more than most_digits.
+char const* read_digits(char const* text, std::uint64_t& number) {
+    for (unsigned digit = 0; (digit = digit_value(*text)) <= 9; ++text)
+        number = number * 10 + digit;
+    return text;
+}
+
+/// Reads the exponent whose "e" stands at @p text. What has no digits is no exponent and ends the
+/// number before the "e".
+char const* read_exponent(char const* text, int& exponent) {
+    char const* at = text + 1;
+    bool const negative = *at == '-';
+    if (*at == '-' || *at == '+')
+        ++at;
+    if (digit_value(*at) > 9)
+        return text;
+    int value = 0;
+    for (unsigned digit = 0; (digit = digit_value(*at)) <= 9; ++at)
+        if (value < 1000) // far out of reach already, and must not wrap back
+            value = value * 10 + static_cast<int>(digit);
+    exponent = negative ? -value : value;
+    return at;
+}
+
+} // namespace
+
+char const* read_short_decimal(char const* text, char point, double* number) {
+    while (*text == ' ' || (*text >= '\t' && *text <= '\r'))
+        ++text;
+    bool const negative = *text == '-';
+    if (*text == '-' || *text == '+')
+        ++text;
+
+    std::uint64_t digits = 0;
+    char const* const whole = text;
+    text = read_digits(text, digits);
+    std::ptrdiff_t count = text - whole;
+    int power = 0;
+    if (*text == point) {
+        char const* const fraction = text + 1;
+        text = read_digits(fraction, digits);
+        power = static_cast<int>(fraction - text);
+        count += text - fraction;
+    } else if ((*text | 0x20) == 'x') {
+        return nullptr;
+    }
+    if (count == 0 || count > most_digits)
+        return nullptr;
+    if ((*text | 0x20) == 'e') {
+        int exponent = 0;
+        text = read_exponent(text, exponent);
+        power += exponent;
+    }
+
+    std::uint64_t bits = 0;
+    if (digits != 0) {
+        if (power < -largest_power || power > largest_power || !rounds_to_nearest())
+            return nullptr;
+        bits = scaled(digits, power);
+        if (bits == 0)
+            return nullptr;
+    }
+    *number = std::bit_cast<double>(bits | (static_cast<std::uint64_t>(negative) << 63));
+    return text;
+}

@@ -1,0 +1,54 @@
+#include <cstdlib>
+
+#include "gen_localization_base.h"
+
+namespace {
+
+constexpr int mbccpy_line = 1011;
+constexpr int mbclen_line = 1038;
+
+constexpr unsigned conversion_failed = ~0U;
+
+} // namespace
+
+int gen_local_mblen(char const* string, unsigned count) {
+    BASE_CHARACTER_SCOPE const scope;
+    return std::mblen(string, count);
+}
+
+int gen_local_mbtowc(wchar_t* wide, char const* string, unsigned count) {
+    BASE_CHARACTER_SCOPE const scope;
+    return std::mbtowc(wide, string, count);
+}
+
+int gen_local_wctomb(char* string, wchar_t wide) {
+    BASE_CHARACTER_SCOPE const scope;
+    return std::wctomb(string, wide);
+}
+
+unsigned gen_local_mbstowcs(wchar_t* wide, char const* string, unsigned count) {
+    if (string == nullptr) {
+        report_localization_error("string != NULL", __LINE__);
+        return conversion_failed;
+    }
+    BASE_CHARACTER_SCOPE const scope;
+    return static_cast<unsigned>(std::mbstowcs(wide, string, count));
+}
+
+unsigned gen_local_wcstombs(char* string, wchar_t const* wide, unsigned count) {
+    if (wide == nullptr) {
+        report_localization_error("wide != NULL", __LINE__);
+        return conversion_failed;
+    }
+    BASE_CHARACTER_SCOPE const scope;
+    return static_cast<unsigned>(std::wcstombs(string, wide, count));
+}
+
+void gen_local_mbccpy(unsigned char* /*to*/, unsigned char const* /*from*/) {
+    report_localization_error("not implemented", mbccpy_line);
+}
+
+unsigned gen_local_mbclen(unsigned char const* /*character*/) {
+    report_localization_error("not implemented", mbclen_line);
+    return 0;
+}

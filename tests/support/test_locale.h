@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "environment.h"
+#include "temp_directory.h"
+
+/// Makes the locale "xk_KV" of tests/data/locale available to this process, in a directory of its
+/// own, until the end of the scope; then the process's locale is "C" again. Its character set is
+/// ISO-8859-1, its decimal point a comma.
+class TestLocale {
+  public:
+    static constexpr char const* name = "xk_KV";
+
+    TestLocale();
+    ~TestLocale();
+    TestLocale(TestLocale const&) = delete;
+    TestLocale& operator=(TestLocale const&) = delete;
+
+    /// Why the locale could not be made; "" when it was.
+    std::string const& trouble() const { return m_trouble; }
+
+  private:
+    TempDirectory m_directory;
+    ScopedVariable m_path;
+    std::string m_trouble;
+};

@@ -67,7 +67,8 @@ class MEMINFO {
 };
 
 unsigned long long bytes_of(std::int32_t kilobytes) {
-    return static_cast<unsigned long long>(std::int64_t{kilobytes} * 1024);
+    std::int64_t const bytes = std::int64_t{kilobytes} * 1024;
+    return static_cast<unsigned long long>(bytes);
 }
 
 } // namespace

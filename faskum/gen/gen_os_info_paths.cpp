@@ -20,7 +20,7 @@ void put_variable(char const* name, STR const& value) {
 /// Returns what the variable was.
 STR put_in_front(char const* name, STR const& directory) {
     char const* const value = std::getenv(name);
-    STR const previous = value != nullptr ? value : "";
+    STR previous = value != nullptr ? value : "";
     put_variable(name, directory + ":" + previous);
     return previous;
 }

@@ -1,16 +1,14 @@
 // Preloaded in front of the C library, answers in its place what the environment tells it to. Each
 // variable replaces one function's answer; without it the real one is asked.
 //
-//     FAKED_TIME        time(): seconds since 1970
-//     FAKED_TICKS       times(): the clock-tick count
-//     FAKED_CPU         getrusage(): "user/system" in microseconds, separated by ","; one a call,
-//     the
-//                       last one from then on
-//     FAKED_HOST_NAME   gethostname(): the name, not terminated when it fills the buffer; fails if
-//     "" FAKED_ADDRESSES   gethostbyname(): addresses in hexadecimal, separated by "," FAKED_UNAME
-//     uname(): fails
+//     FAKED_TIME       time(): seconds since 1970
+//     FAKED_TICKS      times(): the clock-tick count
+//     FAKED_CPU        getrusage(): "user/system" in microseconds, one a call, parted by ","; the
+//                      last one holds from then on
+//     FAKED_HOST_NAME  gethostname(): the name, without an end when it fills the buffer; "" fails
+//     FAKED_ADDRESSES  gethostbyname(): addresses in hexadecimal, separated by ","
+//     FAKED_UNAME      uname(): fails
 
-#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>

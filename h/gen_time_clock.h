@@ -40,6 +40,6 @@ KORVANE_API bool gen_format_current_date_and_time(STR* out, char const* format);
 /// parts is padded as any number below 10.
 KORVANE_API STR gen_format_elapsed_time(long const& seconds);
 
-/// Writes now as gen_get_current_date_and_time gives it, with a line end, to @p stream. Null is
-/// ignored.
+/// Writes now as gen_get_current_date_and_time gives it, with a line end, to @p stream, whose state
+/// tells a failure. Null is ignored.
 KORVANE_API void gen_print_local_time(std::ofstream* stream);

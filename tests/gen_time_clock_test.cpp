@@ -194,8 +194,8 @@ TEST(Zone, OthersMayMoveItInBetween) {
 /// A zone file of one offset, in the oldest form, which every reader takes.
 static std::string zone_file(char hours, std::string const& name) {
     std::string file = "TZif" + std::string(16, '\0');
-    for (std::size_t const count : {std::size_t{0}, std::size_t{0}, std::size_t{0}, std::size_t{0},
-                                    std::size_t{1}, name.size() + 1})
+    for (std::size_t const count :
+         std::initializer_list<std::size_t>{0, 0, 0, 0, 1, name.size() + 1})
         file += std::string(3, '\0') + static_cast<char>(count);
     int const seconds = hours * 3600;
     for (int const shift : {24, 16, 8, 0})
@@ -223,14 +223,8 @@ TEST(Zone, ChangedZoneFileIsSeenWithinASecond) {
 TEST(Zone, FileIsNotAskedForOnEveryCall) {
     TempDirectory const directory;
     ProgramStart start;
-    start.arguments = {"/usr/bin/strace",
-                       "-f",
-                       "-e",
-                       "trace=%file",
-                       "-o",
-                       directory / "calls",
-                       TEST_BINARY_DIR "/system_probe",
-                       "many_dates"};
+    start.arguments = {"/usr/bin/strace", "-fetrace=%file", "-o" + directory / "calls",
+                       TEST_BINARY_DIR "/system_probe", "many_dates"};
     start.unset = {"TZ"};
     ProgramResult const result = run_with_faked_answers(start, {});
     if (result.status != 0)
@@ -293,6 +287,13 @@ TEST(PrintLocalTime, WritesOneLineToTheStream) {
 
 TEST(PrintLocalTime, NullStreamIsIgnored) {
     gen_print_local_time(nullptr);
+}
+
+TEST(PrintLocalTime, FailureIsLeftInTheStreamWithoutAnException) {
+    std::ofstream stream; // not open
+    stream.exceptions(std::ios::badbit | std::ios::failbit);
+    EXPECT_NO_THROW(gen_print_local_time(&stream));
+    EXPECT_TRUE(stream.bad());
 }
 
 // --- durations ---------------------------------------------------------------------------------

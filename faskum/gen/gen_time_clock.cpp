@@ -13,54 +13,70 @@ namespace {
 
 static_assert(sizeof(std::time_t) == 8, "dates after January 2038 need 64-bit time");
 
-/// The last conversion, and what the C library knew of the zone after it.
+/// The last conversion and the zone it was made in: that of the site while "TZ" is unset, else the
+/// one that "TZ" names. Asked the same again, as by every line of a log within a second, we have
+/// the answer here.
 ///
-/// While "TZ" is unset, localtime() asks the file system for the zone file on every call, which
-/// costs twenty times as much as the rest of it. So we have it looked at once a second only, and
-/// whenever someone else has moved the zone in between.
-struct CONVERSION {
-    static constexpr std::time_t never = std::numeric_limits<std::time_t>::min();
-
-    std::time_t zone_read_at = never; ///< always `never` while "TZ" is set
-    char const* zone_names[2] = {};
-    long zone_offset = 0;
-    std::time_t instant = 0;
-    std::tm local = {};
-
-    bool zone_is_current(std::time_t now) const {
-        return zone_read_at == now && zone_names[0] == tzname[0] && zone_names[1] == tzname[1] &&
-               zone_offset == timezone;
+/// While "TZ" is unset, localtime() asks the file system for the site's zone file on every call,
+/// which costs twenty times as much as the rest of it. So we have it looked at once a second only,
+/// and whenever someone else has moved the zone in between.
+class CONVERSION {
+  public:
+    /// The local time of @p instant; null when there is none. Good until the next call.
+    std::tm const* convert(std::time_t instant, std::time_t now) {
+        char const* const variable = std::getenv("TZ");
+        if (instant == m_instant && is_in_zone(variable, now))
+            return &m_local;
+        if (variable != nullptr || !is_in_zone(variable, now) || was_moved())
+            tzset(); // with "TZ" as it was, it compares two texts and is done
+        m_zone = UNKNOWN;
+        m_instant = instant;
+        if (localtime_r(&instant, &m_local) == nullptr)
+            return nullptr;
+        remember_zone(variable, now);
+        return &m_local;
     }
-    void remember_zone(std::time_t now) {
-        zone_read_at = now;
-        zone_names[0] = tzname[0];
-        zone_names[1] = tzname[1];
-        zone_offset = timezone;
+
+  private:
+    enum ZONE { UNKNOWN, SITE, VARIABLE };
+
+    bool is_in_zone(char const* variable, std::time_t now) const {
+        if (variable == nullptr)
+            return m_zone == SITE && m_site_read_at == now;
+        return m_zone == VARIABLE && std::strcmp(variable, m_variable) == 0;
     }
+
+    bool was_moved() const {
+        return m_names[0] != tzname[0] || m_names[1] != tzname[1] || m_offset != timezone;
+    }
+
+    void remember_zone(char const* variable, std::time_t now) {
+        if (variable == nullptr) {
+            m_zone = SITE;
+            m_site_read_at = now;
+            m_names[0] = tzname[0];
+            m_names[1] = tzname[1];
+            m_offset = timezone;
+        } else if (std::size_t const size = std::strlen(variable) + 1; size <= sizeof m_variable) {
+            m_zone = VARIABLE;
+            std::memcpy(m_variable, variable, size);
+        }
+    }
+
+    std::time_t m_instant = 0;
+    std::tm m_local = {};
+    ZONE m_zone = UNKNOWN;
+    char m_variable[64] = {};
+    std::time_t m_site_read_at = 0;
+    char const* m_names[2] = {};
+    long m_offset = 0;
 };
 
 CONVERSION last;
 
-/// The local time of @p instant; null when there is none. Good until the next call.
-std::tm const* local_time(std::time_t instant, std::time_t now) {
-    bool const site_zone = std::getenv("TZ") == nullptr;
-    if (!site_zone || !last.zone_is_current(now))
-        tzset(); // with "TZ" set it compares two texts and is done
-    else if (last.instant == instant)
-        return &last.local;
-
-    last.zone_read_at = CONVERSION::never;
-    last.instant = instant;
-    if (localtime_r(&instant, &last.local) == nullptr)
-        return nullptr;
-    if (site_zone)
-        last.remember_zone(now);
-    return &last.local;
-}
-
 std::tm const* local_time_now() {
     std::time_t const now = std::time(nullptr);
-    return local_time(now, now);
+    return last.convert(now, now);
 }
 
 void write_pair(char* out, int value) {
@@ -137,7 +153,7 @@ STR gen_get_current_time() {
 
 STR gen_get_current_date_and_time(long t) {
     std::time_t const now = std::time(nullptr);
-    DATE_LINE const date(local_time(t != 0 ? t : now, now));
+    DATE_LINE const date(last.convert(t != 0 ? t : now, now));
     return date.length != 0 ? STR(date.text, date.length - 1) : STR();
 }
 
@@ -180,5 +196,9 @@ void gen_print_local_time(std::ofstream* stream) {
     if (stream == nullptr)
         return;
     DATE_LINE const date(local_time_now());
-    stream->write(date.text, static_cast<std::streamsize>(date.length));
+    try {
+        stream->write(date.text, static_cast<std::streamsize>(date.length));
+    } catch (...) {
+        // Only a stream that was told to raises one, and its state tells the failure as well.
+    }
 }

@@ -19,6 +19,8 @@ Commands::Commands() : m_state(std::make_unique<State>()) {
     CLI::App& app = m_state->app;
     app.name("gen_query");
     app.require_subcommand(1);
+    app.set_help_all_flag("--help-all", "Print help for every subcommand");
+    app.set_version_flag("--version", "gen_query " GEN_QUERY_VERSION);
     app.footer("Every subcommand takes --json, and tells more with --help.\n"
                "Exit status: 0 found or true, 1 not found or false, 2 usage.\n");
 }

@@ -1,9 +1,9 @@
 #include "command.h"
+#include "input.h"
 
 #include "condition_tree.h"
 #include "err.h"
 #include "gen_bp_parser.h"
-#include "standard_input.h"
 
 #include <CLI/CLI.hpp>
 
@@ -142,15 +142,15 @@ class Condition : public Command {
     }
 
     Status run_many(Answer& answer) {
-        std::string input;
-        if (!read_standard_input(input)) {
+        std::optional<std::string> const input = read_input("-");
+        if (!input) {
             answer.remark("cannot read standard input");
             return STATUS_USAGE;
         }
         Value::List prefixes;
         Value::List details;
         bool failed = false;
-        for (std::string_view const line : lines_of(input)) {
+        for (std::string_view const line : lines_of(*input)) {
             Rewritten const rewritten = rewrite(line, false);
             failed = failed || rewritten.failed;
             prefixes.emplace_back(rewritten.prefix);

@@ -1,7 +1,7 @@
 #include "text.h"
 
 #include "gen_string_lex.h"
-#include "standard_input.h"
+#include "input.h"
 
 #include <CLI/CLI.hpp>
 
@@ -25,10 +25,12 @@ class Sort : public Command {
     }
 
     Status run(Answer& answer) override {
-        if (!read_standard_input(m_text)) {
+        std::optional<std::string> input = read_input("-");
+        if (!input) {
             answer.remark("cannot read standard input");
             return STATUS_USAGE;
         }
+        m_text = std::move(*input);
         Value::Lines lines = lines_of(m_text);
         if (m_reverse) // equal lines keep their order in the end
             std::reverse(lines.begin(), lines.end());

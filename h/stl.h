@@ -7,6 +7,8 @@
 /// null pointer stands for "no arguments": conversions then print nothing.
 
 #include <cstdarg>
+#include <cstddef>
+#include <type_traits>
 
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
@@ -43,8 +45,15 @@ class STL_ARG_CURSOR {
 
     bool has_arguments() const { return m_start != nullptr; }
 
+    /// Where a cursor stands. Good for all cursors over the same arguments.
+    struct PLACE {
+        va_list here;
+    };
+
     /// Back to the first argument.
     KORVANE_API void reset();
+    PLACE place() const { return m_place; }
+    void go_to(PLACE const& place) { m_place = place; }
     /// Past one argument of a machine word, an int or a pointer, that nobody tells more about.
     KORVANE_API void skip_word();
     /// Appends the text of the argument here, formatted by @p conversion, and steps past it.
@@ -61,7 +70,7 @@ class STL_ARG_CURSOR {
     /// past it. Not to be called without arguments.
     template <typename T>
     T take() {
-        return va_arg(m_here, T);
+        return va_arg(m_place.here, T);
     }
 
     /// What vsnprintf makes of @p format with the arguments from here on. Steps past none of them;
@@ -72,5 +81,25 @@ class STL_ARG_CURSOR {
 
   private:
     char* m_start;
-    va_list m_here;
+    PLACE m_place;
+};
+
+/// Arguments put together at run time, for callers that learn only then what a format asks for.
+class STL_ARG_LIST {
+  public:
+    /// Appends one argument as it would arrive behind a "...": an int or longer, a double, a long
+    /// double or a pointer.
+    template <typename T>
+    void add(T value) {
+        static_assert(std::is_same_v<decltype(+value), T> && !std::is_same_v<T, float>);
+        append(&value, sizeof value);
+    }
+    /// What takes a `char* args` can take this, until the next argument is added or the list ends.
+    KORVANE_API char* args();
+
+  private:
+    KORVANE_API void append(void const* value, std::size_t size);
+
+    MEM_VECTOR<char> m_block;
+    va_list m_list;
 };

@@ -3,16 +3,29 @@
 #include "stl_format.h"
 
 #include <cstdio>
+#include <cstring>
 
 // This file alone knows what a `char* args` is: on x86 the va_list, on x86-64 the address of one.
 
 namespace {
 
 #if defined(__i386__)
+constexpr std::size_t slot = 4;
+
 void copy_list(va_list& copy, char* args) {
     copy = args;
 }
 #else
+constexpr std::size_t slot = 8;
+
+// What a va_list is made of, by the convention of the platform.
+struct VA_LIST {
+    unsigned general_offset; // of the next register of that kind in the saved ones
+    unsigned vector_offset;
+    void* stack;
+    void* saved_registers;
+};
+
 void copy_list(va_list& copy, char* args) {
     va_copy(copy, *reinterpret_cast<va_list*>(args));
 }
@@ -36,7 +49,7 @@ STL_ARG_CURSOR::STL_ARG_CURSOR(char* args) : m_start(args) {
 
 void STL_ARG_CURSOR::reset() {
     if (has_arguments())
-        copy_list(m_here, m_start);
+        copy_list(m_place.here, m_start);
 }
 
 void STL_ARG_CURSOR::skip_word() {
@@ -67,7 +80,7 @@ void STL_ARG_CURSOR::skip(char const* conversion) {
 
 int STL_ARG_CURSOR::print(char* buffer, std::size_t size, char const* format) {
     va_list copy;
-    va_copy(copy, m_here);
+    va_copy(copy, m_place.here);
     int const length = std::vsnprintf(buffer, size, format, copy);
     va_end(copy);
     return length;
@@ -77,8 +90,29 @@ void STL_ARG_CURSOR::hand_back(char*& args) {
     if (!has_arguments())
         return;
 #if defined(__i386__)
-    args = m_here;
+    args = m_place.here;
 #else
-    va_copy(*reinterpret_cast<va_list*>(args), m_here);
+    va_copy(*reinterpret_cast<va_list*>(args), m_place.here);
 #endif
+}
+
+char* STL_ARG_LIST::args() {
+#if defined(__i386__)
+    m_list = m_block.data();
+    return m_list;
+#else
+    // As if the registers had been used up by arguments before these.
+    VA_LIST const list = {6 * 8, 6 * 8 + 8 * 16, m_block.data(), nullptr};
+    static_assert(sizeof list == sizeof m_list);
+    std::memcpy(m_list, &list, sizeof list);
+    return STL_ARGS(m_list);
+#endif
+}
+
+void STL_ARG_LIST::append(void const* value, std::size_t size) {
+    std::size_t begin = m_block.size();
+    if (size > slot && slot == 8)
+        begin = (begin + 15) / 16 * 16; // a long double
+    m_block.resize(begin + (size + slot - 1) / slot * slot);
+    std::memcpy(m_block.data() + begin, value, size);
 }

@@ -28,8 +28,8 @@ struct STL_CONVERSION {
     unsigned char flags = 0;
     unsigned char modifier_length = 0;
     char modifier[2]; ///< the length modifier as it was written
-    /// False for a conversion of numbered arguments and for whatever printf itself has to judge: an
-    /// unknown letter, a missing one, a number past the range of int.
+    /// False for a conversion of numbered arguments, and for whatever printf itself has to judge:
+    /// an unknown letter, a missing one, a number past the range of int.
     bool ordinary = true;
     bool width_is_argument = false;
     bool precision_is_argument = false;

@@ -47,10 +47,6 @@ EXPANDED expand(STL_TEXT& text, char const* format, STL_ARG_CURSOR& cursor) {
                 text.append(1, '%');
             continue;
         }
-        if (conversion.letter == '\0') {
-            errno = EINVAL;
-            return EXPANDED::failed;
-        }
         if (!conversion.ordinary)
             return EXPANDED::left_to_printf;
         if (conversion.letter == 'm')

@@ -145,6 +145,20 @@ TEST(StlArgCursor, SkipWordPassesIntsAndPointers) {
         1, 2, "three", 4U, "five", 6, 7, "eight", 9, 10);
 }
 
+TEST(StlArgCursor, GoesBackToAPlace) {
+    with_cursor(
+        [](STL_ARG_CURSOR& cursor) {
+            cursor.skip("%d");
+            STL_ARG_CURSOR::PLACE const second = cursor.place();
+            cursor.skip("%f");
+            EXPECT_EQ(output(cursor, "%s"), "three");
+            cursor.go_to(second);
+            EXPECT_EQ(output(cursor, "%.1f"), "2.0");
+            EXPECT_EQ(output(cursor, "%s"), "three");
+        },
+        1, 2.0, "three");
+}
+
 TEST(StlArgCursor, OutputAppends) {
     with_cursor(
         [](STL_ARG_CURSOR& cursor) {
@@ -217,4 +231,30 @@ TEST(StlOutput, NullCursorPrintsNothing) {
     stl_output(&text, "%s", &cursor);
     EXPECT_EQ(text, "before");
     EXPECT_EQ(cursor, nullptr);
+}
+
+TEST(StlArgList, ArrivesLikeArgumentsOfACall) {
+    STL_ARG_LIST list;
+    list.add("text");
+    list.add(-1);
+    list.add(2.5);
+    list.add(LLONG_MIN);
+    list.add(7U);
+    list.add(0.25L);
+    list.add('c' + 0);
+    list.add(0.125L);
+    list.add(77UL);
+    STR text;
+    stl_vsprintf(&text, "%s %d %.1f %lld %u %Lg %c %Lg %lu", list.args());
+    EXPECT_EQ(text, "text -1 2.5 -9223372036854775808 7 0.25 c 0.125 77");
+}
+
+TEST(StlArgList, HoldsAnyNumberOfArguments) {
+    STL_ARG_LIST list;
+    for (int i = 0; i < 500; ++i)
+        list.add(i);
+    STL_ARG_CURSOR cursor(list.args());
+    for (int i = 0; i < 499; ++i)
+        cursor.skip("%d");
+    EXPECT_EQ(output(cursor, "%d"), "499");
 }

@@ -9,6 +9,7 @@
 #include "gen_iterator_sys.h"
 #include "gen_legal.h"
 #include "gen_localization.h"
+#include "gen_meminfo.h"
 #include "gen_os_info.h"
 #include "gen_path.h"
 #include "gen_string.h"

@@ -82,6 +82,7 @@ void add_legal(Commands& commands);
 void add_machine(Commands& commands);
 void add_project(Commands& commands);
 void add_sources(Commands& commands);
+void add_modules(Commands& commands);
 void add_text(Commands& commands);
 void add_time(Commands& commands);
 void add_undo(Commands& commands);

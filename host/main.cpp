@@ -14,6 +14,7 @@ GEN_DEFINE_MAIN(argc, argv) {
     add_machine(commands);
     add_project(commands);
     add_sources(commands);
+    add_modules(commands);
     add_text(commands);
     add_time(commands);
     add_undo(commands);

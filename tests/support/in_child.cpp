@@ -1,7 +1,11 @@
 #include "in_child.h"
 
+#include <csignal>
 #include <sys/wait.h>
 #include <unistd.h>
+
+/// Behind the text of a body that came to its end.
+static constexpr char end_mark = '\4';
 
 static void write_all(int descriptor, std::string const& text) {
     std::size_t written = 0;
@@ -28,13 +32,18 @@ std::string in_child(std::function<std::string()> const& body) {
     pid_t const child = fork();
     if (child == 0) {
         close(ends[0]);
-        write_all(ends[1], body());
-        _exit(0);
+        write_all(ends[1], body() + end_mark);
+        // Tools that look for leaks at the end of a process do not make one fail that ends so: what
+        // the copy inherited, or gave to its environment, is no leak.
+        kill(getpid(), SIGKILL);
     }
     close(ends[1]);
-    std::string const text = read_all(ends[0]);
+    std::string text = read_all(ends[0]);
     close(ends[0]);
-    int status = 0;
-    bool const ended = child > 0 && waitpid(child, &status, 0) == child && status == 0;
-    return ended ? text : "<died>";
+    if (child > 0)
+        waitpid(child, nullptr, 0);
+    if (text.empty() || text.back() != end_mark)
+        return "<died>";
+    text.pop_back();
+    return text;
 }

@@ -21,11 +21,11 @@ static bool enter_as_oneself(unsigned user, unsigned group) {
 bool enter_private_mounts() {
     bool const entered =
         geteuid() == 0 ? unshare(CLONE_NEWNS) == 0 : enter_as_oneself(geteuid(), getegid());
-    return entered && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+    return entered && mount("none", "/", "", MS_REC | MS_PRIVATE, "") == 0;
 }
 
 bool mount_over(std::string const& source, std::string const& target) {
-    return mount(source.c_str(), target.c_str(), nullptr, MS_BIND, nullptr) == 0;
+    return mount(source.c_str(), target.c_str(), "", MS_BIND, "") == 0;
 }
 
 bool mount_in_memory(std::string const& directory, std::string const& options) {

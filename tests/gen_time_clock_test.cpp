@@ -175,6 +175,16 @@ TEST(Zone, ChangedVariableIsSeenAtOnce) {
     }
 }
 
+TEST(Zone, LongVariablesAreToldApart) {
+    std::string const name = "<" + std::string(100, 'A') + ">";
+    for (int round = 0; round < 2; ++round) {
+        for (auto const& [offset, hour] : {std::pair{"-3", "15"}, {"-4", "16"}}) {
+            ScopedVariable const zone("TZ", (name + offset).c_str());
+            EXPECT_EQ(date(1781265600).substr(11, 2), hour);
+        }
+    }
+}
+
 TEST(Zone, OthersMayMoveItInBetween) {
     long const instant = 1781265600;
     ScopedVariable const none("TZ", nullptr);

@@ -12,9 +12,9 @@ GEN_DEFINE_MAIN(argc, argv) {
     add_installation(commands);
     add_legal(commands);
     add_machine(commands);
+    add_modules(commands);
     add_project(commands);
     add_sources(commands);
-    add_modules(commands);
     add_text(commands);
     add_time(commands);
     add_undo(commands);

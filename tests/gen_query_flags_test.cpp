@@ -53,7 +53,7 @@ TEST(GenQueryFlags, AnswersEveryStepAtOnceAtATerminal) {
     auto const [status, seen] =
         run_at_terminal({TEST_BINARY_DIR "/gen_query", "flags"}, "create alpha\nbake\nslots\n");
     EXPECT_EQ(status, 0);
-    EXPECT_THAT(seen, HasSubstr("flags> (0x1) alpha\r\n"));
+    EXPECT_THAT(seen, HasSubstr("(0x1) alpha\r\nflags> "));
     EXPECT_THAT(seen, HasSubstr("not a step"));
     EXPECT_THAT(seen, HasSubstr("#....... ........ ........ ........\r\nflags> "));
     EXPECT_THAT(seen, EndsWith("used 1, dirty 0, clean 31\r\n"));

@@ -5,6 +5,5 @@
 #include "gen_string_compare.h"
 #include "gen_string_fold.h"
 #include "gen_string_lex.h"
-#include "gen_string_number.h"
 #include "gen_string_message.h"
 #include "gen_string_number.h"

@@ -98,8 +98,12 @@ void remark_errors(Answer& answer, Rewritten const& rewritten, std::string const
     for (std::string const& line : rewritten.diagnostics)
         answer.remark(place + line);
     for (auto const& [condition, times] : rewritten.internal_errors)
-        answer.remark(place + "internal error: " + condition + ", reported " +
-                      std::to_string(times) + (times == 1 ? " time" : " times"));
+        answer.remark(std::string(place)
+                          .append("internal error: ")
+                          .append(condition)
+                          .append(", reported ")
+                          .append(std::to_string(times))
+                          .append(times == 1 ? " time" : " times"));
 }
 
 class Condition : public Command {

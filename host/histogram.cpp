@@ -196,7 +196,7 @@ class Histogram : public Command {
 
     std::string collect_and_count() {
         std::vector<double> items;
-        std::string const problem = read([&items](double item) { items.push_back(item); });
+        std::string problem = read([&items](double item) { items.push_back(item); });
         auto const is_finite = [](double item) { return std::isfinite(item); };
         if (!problem.empty() || std::none_of(items.begin(), items.end(), is_finite))
             return problem;

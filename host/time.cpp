@@ -93,6 +93,7 @@ class Elapsed : public Command {
 ///         that could not be started
 std::optional<int> run_command(std::vector<std::string>& command) {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (std::string& argument : command)
         arguments.push_back(argument.data());
     arguments.push_back(nullptr);

@@ -41,6 +41,7 @@ CLI::App& Commands::family(Help const& help) {
 void Commands::add(CLI::App& parent, Help const& help, std::unique_ptr<Command> command) {
     CLI::App& app = *parent.add_subcommand(help.name, help.summary);
     teach(app, help.example);
+    app.set_help_all_flag(); // it has nothing below it
     app.add_flag("--json", m_state->json, "Answer as one JSON object");
     command->declare(app);
     app.callback([this, chosen = command.get()] { m_state->chosen = chosen; });

@@ -1,16 +1,16 @@
 #!/usr/bin/env python3
-"""Installs a build, moves the tree, and builds a program against it by each way that we promise.
+"""Installs a build, moves the tree, and builds the program that README shows against it, by each way
+that README promises.
 
-    consume.py BUILD COMPILER [FLAG...]
+    consume.py BUILD README COMPILER [FLAG...]
 """
 
 import os
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
-
-HERE = pathlib.Path(__file__).parent
 
 
 def run(*command, **more):
@@ -21,45 +21,48 @@ def run(*command, **more):
     return done.stdout
 
 
-def with_cmake(tree, work, compiler, flags):
-    build = work / "bin"
-    run("cmake", "-G", "Ninja", "-S", HERE, "-B", build, f"-DCMAKE_PREFIX_PATH={tree}",
+def shown_in(readme, language):
+    return re.search(rf"^```{language}\n(.*?)^```$", readme.read_text(), re.M | re.S)[1]
+
+
+def with_cmake(tree, source, build, compiler, flags):
+    run("cmake", "-G", "Ninja", "-S", source, "-B", build, f"-DCMAKE_PREFIX_PATH={tree}",
         f"-DCMAKE_CXX_COMPILER={compiler}", f"-DCMAKE_CXX_FLAGS={' '.join(flags)}")
     run("cmake", "--build", build)
-    return build / "consumer"
+    return build / "adder"
 
 
-def with_pkg_config(tree, work, compiler, flags):
+def with_pkg_config(tree, source, build, compiler, flags):
     directory = next(tree.rglob("korvane_gen.pc")).parent
     environment = {**os.environ, "PKG_CONFIG_PATH": str(directory)}
 
     def ask(*question):
         return run("pkg-config", *question, "korvane_gen", env=environment).split()
 
-    program = work / "bin" / "consumer"
-    program.parent.mkdir()
-    run(compiler, *flags, "-std=c++20", HERE / "main.cpp", "-o", program,
+    build.mkdir()
+    run(compiler, *flags, "-std=c++20", source / "main.cpp", "-o", build / "adder",
         *ask("--cflags"), *ask("--libs"), "-Wl,-rpath," + ask("--variable=libdir")[0])
-    return program
+    return build / "adder"
 
 
-def main(build, compiler, flags):
+def main(build, readme, compiler, flags):
     with tempfile.TemporaryDirectory() as directory:
         scratch = pathlib.Path(os.path.realpath(directory))
         run("cmake", "--install", build, "--prefix", scratch / "staged")
         tree = (scratch / "staged").rename(scratch / "moved")
+        (scratch / "main.cpp").write_text(shown_in(readme, "cpp"))
+        (scratch / "CMakeLists.txt").write_text(shown_in(readme, "cmake"))
+        (scratch / "project").mkdir()
+        (scratch / "project" / "adder.v").touch()
         for way in (with_cmake, with_pkg_config):
-            work = scratch / way.__name__
-            work.mkdir()
-            program = way(tree, work, compiler, flags)
-            output = run(program, "argument")
-            expected = f"2 argument\nconsumer\n{work}/\n0\n"
-            if output != expected:
-                sys.exit(f"{way.__name__}: {output!r}, not {expected!r}")
+            program = way(tree, scratch, scratch / way.__name__, compiler, flags)
+            output = run(program, scratch / "project")
+            if output != f"adder.v is {scratch}/project/adder.v\n":
+                sys.exit(f"{way.__name__}: {output}")
         answer = run(tree / "bin" / "gen_query", "where")
         if f"{tree}/bin/gen_query" not in answer:
             sys.exit(f"gen_query of the moved tree: {answer}")
 
 
 if __name__ == "__main__":
-    main(sys.argv[1], sys.argv[2], sys.argv[3:])
+    main(sys.argv[1], pathlib.Path(sys.argv[2]), sys.argv[3], sys.argv[4:])

@@ -22,10 +22,12 @@ import os
 import pathlib
 import re
 import shlex
-import shutil
 import subprocess
 import sys
 import tempfile
+
+sys.path.append(str(pathlib.Path(__file__).parent.parent))
+import staging  # noqa: E402
 
 SKIPPED = 77
 
@@ -66,21 +68,9 @@ def read_questions(path):
     return questions
 
 
-def stage(root, binary, examples):
-    """An installation with the executable of one width in it."""
-    shutil.rmtree(root, ignore_errors=True)
-    if examples.is_dir():
-        shutil.copytree(examples, root)
-    for directory in ("linux", "project", "home"):
-        (root / directory).mkdir(parents=True, exist_ok=True)
-    (root / "linux" / "gen_query").symlink_to(binary)
-
-
 def ask(root, question, arguments):
-    environment = {"PATH": f"{root}/linux:/usr/bin:/bin", "HOME": f"{root}/home", "LC_ALL": "C",
-                   "TZ": "UTC"}
     done = subprocess.run(arguments, input=question.text.encode(), capture_output=True,
-                          cwd=root / "project", env=environment,
+                          cwd=root / "project", env=staging.environment(root),
                           executable=root / "linux" / "gen_query", timeout=60, check=False)
     answer = [done.stdout, done.stderr]
     fault = json_fault(done.stdout) if "--json" in arguments else None
@@ -99,7 +89,7 @@ def json_fault(output):
 
 
 def answers_of(root, binary, examples, questions):
-    stage(root, binary, examples)
+    staging.stage(root, binary, examples)
     return [ask(root, question, arguments)
             for question in questions for arguments in question.forms()]
 

@@ -343,6 +343,10 @@ TEST(BinData, NoBinsOverNoRangeIsHarmless) {
     EXPECT_EQ(histogram->size(), 1U);
 }
 
+TEST(BinDataDeathTest, MoreBinsThanMemoryEndTheProcessWithAMessage) {
+    EXPECT_EXIT(GEN_BINDATA(0, 1, 0xFFFFFFFFU), testing::ExitedWithCode(255), "out of memory");
+}
+
 TEST(BinData, CountOfABinThatDoesNotExistIsReportedAndZero) {
     for (unsigned const bin : {5U, 6U, 0x40000000U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
         ErrorRecorder const recorder;

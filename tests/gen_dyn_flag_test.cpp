@@ -1,16 +1,11 @@
 #include "gen_dyn_flag.h"
 
-#include "effort.h"
-#include "environment.h"
-#include "error_recorder.h"
+#include "flag_recorder.h"
 #include "mem_alloc_sys.h"
-#include "plain/plain_dyn_flag.h"
-#include "temp_directory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -19,17 +14,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
-
-ReportedError flag_error(std::string condition, int line) {
-    return {std::move(condition), "GEN", "gen_dyn_flag", line};
-}
-
-/// A host whose objects remember nothing but the sweeps they were asked for.
-struct RecordingClearer : GEN_DYN_FLAG_CLEARER {
-    void clear_flags(GEN_DYN_FLAG const& mask) override { sweeps.push_back(mask.mask()); }
-
-    std::vector<unsigned> sweeps;
-};
 
 /// A manager whose construction is over and recorded away.
 class DynFlags : public testing::Test {
@@ -377,135 +361,4 @@ TEST_F(DynFlags, CreatingAllocatesTheNameAlone) {
     std::size_t const one_name = MEM_MANAGER::s_system_memory_counter.current() - before;
     EXPECT_GE(one_name, 10U);
     EXPECT_LE(one_name, 32U);
-}
-
-// Every answer, report and sweep of a long random life must be the plain model's.
-TEST(DynFlagManager, AgreesWithThePlainModel) {
-    for (bool const has_clearer : {true, false}) {
-        SCOPED_TRACE(has_clearer ? "with a clearer" : "without a clearer");
-        ErrorRecorder recorder;
-        RecordingClearer clearer;
-        GEN_DYN_FLAG_MANAGER manager(has_clearer ? &clearer : nullptr);
-        PlainDynFlags model(has_clearer);
-        std::mt19937 random(has_clearer ? 1 : 2);
-        auto const below = [&](unsigned bound) { return static_cast<unsigned>(random() % bound); };
-
-        std::size_t sweeps = 0;
-        std::size_t full = 0;
-        std::size_t duplicates = 0;
-        std::size_t const rounds = effort(400000);
-        for (std::size_t round = 0; round < rounds; ++round) {
-            // Long stretches lean towards creating or destroying, so that all levels are visited.
-            unsigned const lean = round / 1000 % 2 == 0 ? 6 : 2;
-            unsigned const action = below(10);
-            // More names than slots, few enough to meet again.
-            std::string const name = "name" + std::to_string(below(64));
-            if (action < lean) {
-                ASSERT_EQ(manager.create_flag(name.c_str()).mask(), model.create(name));
-            } else if (action < 8) {
-                // Mostly single bits, sometimes several, sometimes none.
-                unsigned mask = 1U << below(32);
-                if (below(16) == 0)
-                    mask = below(2) == 0 ? 0 : mask | 1U << below(32);
-                manager.destroy_flag(GEN_DYN_FLAG(mask));
-                model.destroy(mask);
-            } else if (action == 8) {
-                ASSERT_EQ(manager.get_named_flag(name.c_str()).mask(), model.find(name));
-            } else {
-                auto const mask = static_cast<unsigned>(random());
-                ASSERT_EQ(manager.get_flag_name(GEN_DYN_FLAG(mask)).c_str(), model.text(mask));
-            }
-            std::array<int, 3> stats{};
-            manager.get_usage_stats(&stats[0], &stats[1], &stats[2]);
-            ASSERT_EQ(stats, model.stats());
-            ASSERT_EQ(clearer.sweeps, model.sweeps);
-            ASSERT_EQ(recorder.errors().size(), model.reports.size());
-            for (std::size_t i = 0; i < model.reports.size(); ++i) {
-                auto const& [line, condition] = model.reports[i];
-                ASSERT_EQ(recorder.errors()[i], flag_error(condition, line));
-                full += static_cast<std::size_t>(line == 355);
-                duplicates += static_cast<std::size_t>(line == 344);
-            }
-            sweeps += model.sweeps.size();
-            recorder.clear();
-            clearer.sweeps.clear();
-            model.reports.clear();
-            model.sweeps.clear();
-        }
-        // The life was one that met every situation.
-        if (rounds >= 100000) {
-            EXPECT_EQ(sweeps > 1000, has_clearer);
-            EXPECT_GT(full, 500U);
-            EXPECT_GT(duplicates, 1000U);
-        }
-    }
-}
-
-TEST(DynFlagSelfTest, WithoutManagerReportsAndWritesNothing) {
-    ErrorRecorder const recorder;
-    TempDirectory const directory;
-    ScopedCurrentDirectory const here(directory.path());
-    GEN_DYN_FLAG::test_myself_out(nullptr);
-    EXPECT_THAT(recorder.errors(), ElementsAre(flag_error("mgr!=0", 600)));
-    EXPECT_TRUE(std::filesystem::is_empty(directory.path()));
-}
-
-TEST(DynFlagSelfTest, WritesItsTranscriptToAFileNamedWithBackslashes) {
-    TempDirectory const directory;
-    ScopedCurrentDirectory const here(directory.path());
-    std::string const file = directory.write("d:\\fenno\\comp\\mls\\flag_test.tst",
-                                             std::string(5000, 'x')); // to be truncated
-    ErrorRecorder const recorder;
-    RecordingClearer clearer;
-    GEN_DYN_FLAG_MANAGER manager(&clearer);
-    GEN_DYN_FLAG::test_myself_out(&manager);
-    EXPECT_EQ(read_file(file), "used=0 dirty= 0 clean=32\n"
-                               "(0x1) f1\n"
-                               "(0x2) f2\n"
-                               "(0x4) f3\n"
-                               "(0x8) f4\n"
-                               "used=4 dirty= 0 clean=28\n"
-                               "(0x1) f1\n"
-                               "(0x5) f1 | f3\n"
-                               "(0xd) f1 | f3 | f4\n"
-                               "(0xc) f3 | f4\n"
-                               "(0x9) f1 | f4\n"
-                               "(0x8) f4\n"
-                               "used=3 dirty= 0 clean=29\n"
-                               "(0x18) f4 | f5\n"
-                               "0\n"
-                               "1\n"
-                               "0\n"
-                               "1\n"
-                               "1\n"
-                               "1\n"
-                               "(0x18) f4 | f5\n"
-                               "(0x8) f4\n");
-    EXPECT_THAT(recorder.errors(), IsEmpty());
-    EXPECT_THAT(clearer.sweeps, ElementsAre(0xFFFFFFFFU));
-    EXPECT_EQ(manager.get_named_flag("f5").mask(), 0x10U);
-}
-
-TEST(DynFlagSelfTest, UsesTheManagerAlthoughTheFileCannotBeWritten) {
-    TempDirectory const directory;
-    directory.make_directory("d:\\fenno\\comp\\mls\\flag_test.tst");
-    ScopedCurrentDirectory const here(directory.path());
-    ErrorRecorder const recorder;
-    RecordingClearer clearer;
-    GEN_DYN_FLAG_MANAGER manager(&clearer);
-    GEN_DYN_FLAG::test_myself_out(&manager);
-    EXPECT_THAT(recorder.errors(), IsEmpty());
-    EXPECT_STREQ(manager.get_flag_name(GEN_DYN_FLAG(0x1F)).c_str(),
-                 "(0x1f) f1 | DIRTY | f3 | f4 | f5");
-}
-
-TEST(DynFlagSelfTest, ReportsWhatAUsedManagerAnswers) {
-    TempDirectory const directory;
-    ScopedCurrentDirectory const here(directory.path());
-    ErrorRecorder const recorder;
-    RecordingClearer clearer;
-    GEN_DYN_FLAG_MANAGER manager(&clearer);
-    manager.create_flag("f3");
-    GEN_DYN_FLAG::test_myself_out(&manager);
-    EXPECT_THAT(recorder.errors(), ElementsAre(flag_error("flag 'f3' (0x1) already exists", 344)));
 }

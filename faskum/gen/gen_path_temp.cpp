@@ -1,0 +1,92 @@
+#include "gen_path_temp.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <ctime>
+#include <fstream>
+#include <memory>
+#include <utility>
+
+#include "err.h"
+#include "fio.h"
+#include "gen_exe.h"
+#include "gen_path_project.h"
+
+char const* const GUI_PROFILE_NAME = "korvane_gui.profile";
+
+std::ofstream* gui_profile_stream = nullptr;
+
+namespace {
+
+constexpr std::size_t prefix_length = 3;
+constexpr std::size_t digit_count = 8;
+constexpr char temp_extension[] = ".tmp";
+constexpr std::uint32_t numbers_in_a_round = 65536;
+
+/// Writes eight hexadecimal digits.
+void write_number(char* out, std::uint16_t number) {
+    for (std::size_t i = digit_count; i-- > 0; number = static_cast<std::uint16_t>(number >> 4))
+        out[i] = "0123456789abcdef"[number & 15];
+}
+
+} // namespace
+
+STR gen_get_temp_path() {
+    for (char const* const directory : {"/var/tmp", "/tmp"})
+        if (FIO_FILE_SYSTEM::exists(directory))
+            return STR(directory) + "/";
+    err_report_internal_error("Both /var/tmp and /tmp temporary directories do not exist", "GEN",
+                              "gen_path", __LINE__);
+    return STR();
+}
+
+STR gen_get_temp_filename(STR const& directory, STR const& prefix, unsigned short number) {
+    auto next = static_cast<std::uint16_t>(number != 0 ? number : std::time(nullptr));
+
+    // Set as the base name, so that a dot in the prefix does not cut digits off as an extension.
+    FIO_PATH path;
+    path.directory(directory);
+    path.base(STR(prefix.c_str()).substr(0, prefix_length) + STR(digit_count, '0'));
+    path.extension(temp_extension, "");
+    STR text = path.fullpath();
+    char* const digits = text.data() + text.size() - (sizeof temp_extension - 1) - digit_count;
+
+    // Creating tells by itself whether a name is taken; asking first would only leave time for
+    // somebody else to take it.
+    for (std::uint32_t tried = 1;; ++tried) {
+        write_number(digits, next++);
+        if (FIO_FILE_SYSTEM::touch(text))
+            return text;
+        if (tried == numbers_in_a_round) {
+            gen_mem_msg_debug("No temporary file can be created in \"%s\": tried all %u numbers",
+                              directory.c_str(), static_cast<unsigned>(numbers_in_a_round));
+            tried = 0;
+        }
+    }
+}
+
+STR gen_get_user_profile_directory() {
+    char const* const home = std::getenv("HOME");
+    if (home == nullptr)
+        return STR();
+    STR directory = home;
+    if (!directory.ends_with('/'))
+        directory += '/';
+    directory += ".dravik.korvane";
+    return FIO_FILE_SYSTEM::create(directory) ? directory : STR();
+}
+
+std::ofstream* gen_get_gui_profile_stream() {
+    return gui_profile_stream;
+}
+
+void gen_set_gui_profile_stream() {
+    delete std::exchange(gui_profile_stream, nullptr);
+    if (db_dir_path == nullptr)
+        return;
+    FIO_PATH path = *db_dir_path;
+    path.filename(GUI_PROFILE_NAME);
+    auto stream = std::make_unique<std::ofstream>(path.fullpath().c_str(), std::ios::trunc);
+    if (stream->good())
+        gui_profile_stream = stream.release();
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+/// Files of this run and of this user: temporary files, the user's settings directory, and the
+/// profile of the graphical shell.
+
+#include <iosfwd>
+
+#include "korvane_export.h"
+#include "mem_alloc_sys.h"
+
+/// The directory for temporary files, ending in "/": "/var/tmp/" where that exists, else "/tmp/".
+/// No environment variable has a say. Where neither exists it reports an internal error and gives
+/// "".
+KORVANE_API STR gen_get_temp_path();
+
+/// Creates an empty file that was not there before and gives its path: in @p directory the first
+/// three characters of @p prefix, the number in eight hexadecimal digits, and ".tmp".
+///
+///     ("/var/tmp", "report", 42)  => "/var/tmp/rep0000002a.tmp"
+///
+/// A name that is taken, be it by a file, a directory or a link to nowhere, is stepped over: the
+/// next number is tried, 0 after 65535. The file is always this caller's own, whoever else asks at
+/// the same time. Where no name can be created the function goes on trying, and tells the debug
+/// channel so after each round of all numbers.
+/// @param directory where to create it; "" is the current directory
+/// @param number    the first number to try; 0 takes one from the clock
+KORVANE_API STR gen_get_temp_filename(STR const& directory, STR const& prefix,
+                                      unsigned short number);
+
+/// The directory of the user's settings, ".dravik.korvane" in the directory that "HOME" names,
+/// without a "/" at its end. It is created if it is missing. "" where "HOME" is not set, or the
+/// directory cannot be had.
+KORVANE_API STR gen_get_user_profile_directory();
+
+/// The file name of the graphical shell's profile, "korvane_gui.profile".
+KORVANE_API extern char const* const GUI_PROFILE_NAME;
+/// The stream that the profile is written to, or null. It belongs to the library: only
+/// gen_set_gui_profile_stream creates and destroys it.
+KORVANE_API extern std::ofstream* gui_profile_stream;
+
+/// gui_profile_stream.
+KORVANE_API std::ofstream* gen_get_gui_profile_stream();
+/// Closes the profile and opens it anew and empty, in the directory of the project's database path.
+/// The stream is null afterwards where no database directory is set or the file cannot be opened.
+KORVANE_API void gen_set_gui_profile_stream();

@@ -81,6 +81,7 @@ void add_installation(Commands& commands);
 void add_legal(Commands& commands);
 void add_machine(Commands& commands);
 void add_modules(Commands& commands);
+void add_names(Commands& commands);
 void add_project(Commands& commands);
 void add_sources(Commands& commands);
 void add_text(Commands& commands);

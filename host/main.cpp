@@ -13,6 +13,7 @@ GEN_DEFINE_MAIN(argc, argv) {
     add_legal(commands);
     add_machine(commands);
     add_modules(commands);
+    add_names(commands);
     add_project(commands);
     add_sources(commands);
     add_text(commands);

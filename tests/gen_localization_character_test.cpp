@@ -2,13 +2,10 @@
 
 #include "error_recorder.h"
 
-#include <cerrno>
 #include <climits>
-#include <cstring>
 #include <ctype.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <thread>
 #include <wctype.h>
 
 #include "gen_string_fold.h"
@@ -105,90 +102,6 @@ TEST_F(LocalCharacter, NeutralClassesHoldUnderAForeignLocale) {
     EXPECT_EQ(gen_local_toupper('i'), 'I');
     EXPECT_NE(isspace(0xA0), 0);
     EXPECT_EQ(gen_local_isspace(0xA0), 0);
-}
-
-TEST_F(LocalCharacter, BaseNameMayBeAnotherInstalledLocale) {
-    LOCALIZATION_BASE_STRING = TestLocale::name;
-    EXPECT_EQ(isalpha(0xE4), 0);
-    EXPECT_NE(gen_local_isalpha(0xE4), 0);
-    EXPECT_EQ(gen_local_toupper('i'), 0xCC);
-}
-
-TEST_F(LocalCharacter, BaseNameIsFollowedWhenItsTextIsRewritten) {
-    char base[16] = "C";
-    LOCALIZATION_BASE_STRING = base;
-    EXPECT_EQ(gen_local_isalpha(0xE4), 0);
-    std::strcpy(base, TestLocale::name);
-    EXPECT_NE(gen_local_isalpha(0xE4), 0);
-    std::strcpy(base, "C");
-    EXPECT_EQ(gen_local_isalpha(0xE4), 0);
-    std::strcpy(base, "no_SUCH");
-    EXPECT_EQ(gen_local_isalpha(0xE4), 0);
-    std::setlocale(LC_ALL, TestLocale::name);
-    EXPECT_NE(gen_local_isalpha(0xE4), 0);
-}
-
-// setlocale takes such a name for all categories at once only.
-TEST_F(LocalCharacter, BaseNameThatTellsTheCategoriesOneByOneCountsAsNotInstalled) {
-    std::string const every = std::string("LC_CTYPE=") + TestLocale::name +
-                              ";LC_NUMERIC=C;LC_TIME=C;LC_COLLATE=C;LC_MONETARY=C;LC_MESSAGES=C;"
-                              "LC_PAPER=C;LC_NAME=C;LC_ADDRESS=C;LC_TELEPHONE=C;LC_MEASUREMENT=C;"
-                              "LC_IDENTIFICATION=C";
-    LOCALIZATION_BASE_STRING = every.c_str();
-    EXPECT_NE(std::setlocale(LC_ALL, every.c_str()), nullptr);
-    std::setlocale(LC_ALL, "C");
-    EXPECT_EQ(gen_local_isalpha(0xE4), 0);
-}
-
-// The user may have a locale for one thread alone: then it is that one the thread goes back to.
-TEST_F(LocalCharacter, TheThreadsOwnLocaleIsKept) {
-    locale_t const own = newlocale(LC_ALL_MASK, TestLocale::name, nullptr);
-    ASSERT_NE(own, nullptr);
-    locale_t const previous = uselocale(own);
-    char text[] = "I\xC4";
-    EXPECT_STREQ(gen_local_strlwr(text), "i\xC4");
-    EXPECT_EQ(gen_local_isalpha(0xE4), 0);
-    EXPECT_EQ(uselocale(nullptr), own);
-    uselocale(previous);
-    freelocale(own);
-}
-
-TEST_F(LocalCharacter, OtherThreadsNeverSeeTheNeutralLocale) {
-    std::setlocale(LC_ALL, TestLocale::name);
-    std::atomic<bool> done = false;
-    std::atomic<int> strayed = 0;
-    std::thread observer([&] {
-        while (!done)
-            strayed += isalpha(0xE4) == 0;
-    });
-    for (int i = 0; i < 20'000; ++i) {
-        char text[] = "\xC4";
-        gen_local_strlwr(text);
-        gen_local_isalpha(i % 256);
-    }
-    done = true;
-    observer.join();
-    EXPECT_EQ(strayed, 0);
-}
-
-TEST_F(LocalCharacter, ThreadsMayCallAtOnceAlsoTheFirstTime) {
-    LOCALIZATION_BASE_STRING = TestLocale::name;
-    std::atomic<int> wrong = 0;
-    auto const ask = [&] {
-        for (int i = 0; i < 1000; ++i)
-            wrong += gen_local_isalpha(0xE4) == 0;
-    };
-    std::thread other(ask);
-    ask();
-    other.join();
-    EXPECT_EQ(wrong, 0);
-}
-
-TEST_F(LocalCharacter, ErrnoIsLeftAloneWhenTheBaseNameIsNew) {
-    LOCALIZATION_BASE_STRING = "another_NAME_that_is_not_installed";
-    errno = 0;
-    gen_local_isalpha('a');
-    EXPECT_EQ(errno, 0);
 }
 
 TEST_F(LocalCharacter, StringCaseFoldsAsIfTheCategoryWereSwitched) {

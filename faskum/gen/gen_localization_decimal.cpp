@@ -76,6 +76,10 @@ PRODUCT multiply(std::uint64_t a, std::uint64_t b) {
 #endif
 }
 
+bool rounds_to_nearest() {
+    return (_mm_getcsr() & _MM_ROUND_MASK) == _MM_ROUND_NEAREST;
+}
+
 /// digits * 10^power rounded to the nearest double, ties to even, as its bits; 0 when the digits
 /// of the product do not decide it. @p digits is not 0.
 std::uint64_t scaled(std::uint64_t digits, int power) {
@@ -83,28 +87,24 @@ std::uint64_t scaled(std::uint64_t digits, int power) {
         powers_of_ten[static_cast<std::size_t>(power + largest_power)];
     int const shift = std::countl_zero(digits);
     auto [high, low] = multiply(digits << shift, significand);
-    // The product of two 64-bit numbers with the top bit set has 127 or 128 bits.
-    int const spare = std::countl_zero(high);
-    if (spare != 0) {
-        high = (high << 1) | (low >> 63);
-        low <<= 1;
-    }
+    // The product of two 64-bit numbers with the top bit set has 127 or 128 bits. Which of them is
+    // anybody's guess, as is the sign of the power, so nothing here branches on either.
+    int const spare = static_cast<int>(high >> 63 == 0);
+    high = (high << spare) | (low >> 1 >> (63 - spare));
+    std::uint64_t const rest = (low << spare) | static_cast<std::uint64_t>(power < 0);
+
     std::uint64_t constexpr half = 0x400;
     std::uint64_t const below = high & (2 * half - 1);
-    std::uint64_t mantissa = high >> 11;
-    if (power >= 0) // exact
-        mantissa += below > half || (below == half && (low != 0 || (mantissa & 1) != 0));
-    else if (below - (half - 2) <= 1) // the true value is up to two units above: perhaps past half
+    // A cut-off power puts the true value up to two units above the product: perhaps past half.
+    if (below - (half - 2) <= 1 && power < 0) [[unlikely]]
         return 0;
-    else
-        mantissa += below >= half;
+    std::uint64_t mantissa = high >> 11;
+    mantissa += static_cast<std::uint64_t>(below > half) |
+                (static_cast<std::uint64_t>(below == half) &
+                 (static_cast<std::uint64_t>(rest != 0) | (mantissa & 1)));
     int const binary_exponent = 127 + exponent - shift - spare;
     // The mantissa's top bit adds one to the exponent's field, a carry out of rounding up another.
     return mantissa + (static_cast<std::uint64_t>(binary_exponent + 1022) << 52);
-}
-
-bool rounds_to_nearest() {
-    return (_mm_getcsr() & _MM_ROUND_MASK) == _MM_ROUND_NEAREST;
 }
 
 unsigned digit_value(char c) {
@@ -133,6 +133,30 @@ char const* read_exponent(char const* text, int& exponent) {
             value = value * 10 + static_cast<int>(digit);
     exponent = negative ? -value : value;
     return at;
+}
+
+constexpr double exact_powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                   1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                   1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr int largest_exact_power = 22;
+constexpr std::uint64_t largest_exact_digits = std::uint64_t{1} << 53;
+
+/// Gives the number in *number unless its rounding cannot be told here.
+bool combine(bool negative, std::uint64_t digits, int power, double* number) {
+    if (digits <= largest_exact_digits && power >= -largest_exact_power &&
+        power <= largest_exact_power) [[likely]] {
+        // Both factors are doubles to the last bit, so one operation rounds as it has to, in
+        // whatever direction the processor is set to.
+        auto const magnitude = static_cast<double>(static_cast<std::int64_t>(digits));
+        double const value = negative ? -magnitude : magnitude;
+        *number = power < 0 ? value / exact_powers[-power] : value * exact_powers[power];
+        return true;
+    }
+    if (digits == 0 || power < -largest_power || power > largest_power || !rounds_to_nearest())
+        return false;
+    std::uint64_t const bits = scaled(digits, power);
+    *number = std::bit_cast<double>(bits | (static_cast<std::uint64_t>(negative) << 63));
+    return bits != 0;
 }
 
 } // namespace
@@ -164,15 +188,5 @@ char const* read_short_decimal(char const* text, char point, double* number) {
         text = read_exponent(text, exponent);
         power += exponent;
     }
-
-    std::uint64_t bits = 0;
-    if (digits != 0) {
-        if (power < -largest_power || power > largest_power || !rounds_to_nearest())
-            return nullptr;
-        bits = scaled(digits, power);
-        if (bits == 0)
-            return nullptr;
-    }
-    *number = std::bit_cast<double>(bits | (static_cast<std::uint64_t>(negative) << 63));
-    return text;
+    return combine(negative, digits, power, number) ? text : nullptr;
 }

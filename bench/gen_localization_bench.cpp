@@ -1,0 +1,195 @@
+#include "gen_localization.h"
+
+#include "contest.h"
+
+#include <array>
+#include <cctype>
+#include <charconv>
+#include <clocale>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <locale.h>
+#include <stdlib.h>
+#include <string_view>
+
+namespace {
+
+/// The user's locale of a work, compiled into a directory of this run when it is first asked for.
+/// A machine without localedef measures the works of locale "C" twice and says so.
+class UserLocale {
+  public:
+    UserLocale() = default;
+    UserLocale(UserLocale const&) = delete;
+    UserLocale& operator=(UserLocale const&) = delete;
+    ~UserLocale() {
+        std::error_code ignored;
+        if (!m_directory.empty())
+            std::filesystem::remove_all(m_directory, ignored);
+    }
+
+    void use(char const* name) {
+        if (std::string_view(name) != "C" && m_directory.empty())
+            make(name);
+        if (std::setlocale(LC_ALL, name) == nullptr)
+            std::fprintf(stderr, "locale %s is missing\n", name);
+    }
+
+  private:
+    void make(std::string const& name) {
+        m_directory = (std::filesystem::temp_directory_path() / "gen_bench_XXXXXX").string();
+        if (mkdtemp(m_directory.data()) == nullptr)
+            return;
+        std::string const language = name.substr(0, name.find('.'));
+        std::string const command =
+            "localedef -i " + language + " -f UTF-8 " + m_directory + "/" + name;
+        if (std::system(command.c_str()) != 0)
+            std::fprintf(stderr, "localedef failed\n");
+        setenv("LOCPATH", m_directory.c_str(), 1);
+    }
+
+    std::string m_directory;
+};
+
+UserLocale user_locale;
+
+/// Enters a contestant that runs under the user's locale, which is set up before the clock starts.
+template <typename ROUND>
+void enter_under(char const* locale, std::string const& work, std::string const& contestant,
+                 ROUND round) {
+    benchmark::RegisterBenchmark((work + ", locale " + locale + "/" + contestant).c_str(),
+                                 [locale, round](benchmark::State& state) {
+                                     user_locale.use(locale);
+                                     std::size_t turn = 0;
+                                     for (auto _ : state)
+                                         benchmark::DoNotOptimize(round(turn++ % input_count));
+                                 });
+}
+
+locale_t kept_locale() {
+    static locale_t const kept = newlocale(LC_ALL_MASK, "C", nullptr);
+    return kept;
+}
+
+/// What the twins are defined by, done word by word.
+template <typename CALL>
+auto switched(int category, CALL call) {
+    std::string const users = std::setlocale(category, nullptr);
+    std::setlocale(category, "C");
+    auto const result = call();
+    std::setlocale(category, users.c_str());
+    return result;
+}
+
+/// A function that is called, as a twin has to be, and only knows the letters of "C".
+[[gnu::noinline]] int limit_isalpha(unsigned char c) {
+    static constexpr auto is_letter = [] {
+        std::array<bool, 256> table{};
+        for (int letter = 'a'; letter <= 'z'; ++letter)
+            table[static_cast<std::size_t>(letter)] = table[static_cast<std::size_t>(letter - 32)] =
+                true;
+        return table;
+    }();
+    return is_letter[c];
+}
+
+void enter_isalpha(char const* locale) {
+    std::vector<int> characters;
+    for (std::size_t i = 0; i < input_count; ++i)
+        characters.push_back(static_cast<int>(random_below(256)));
+    std::string const work = "gen_local_isalpha";
+    enter_under(locale, work, "gen",
+                [characters](std::size_t i) { return gen_local_isalpha(characters[i]); });
+    enter_under(locale, work, "isalpha_l, kept locale",
+                [characters](std::size_t i) { return isalpha_l(characters[i], kept_locale()); });
+    enter_under(locale, work, "setlocale, isalpha", [characters](std::size_t i) {
+        return switched(LC_CTYPE, [&] { return std::isalpha(characters[i]); });
+    });
+    enter_under(locale, work, "limit", [characters](std::size_t i) {
+        return limit_isalpha(static_cast<unsigned char>(characters[i]));
+    });
+}
+
+/// Numbers as reports and constraint files write them: a few digits, now and then all of them.
+std::vector<std::string> decimal_texts() {
+    std::vector<std::string> texts;
+    for (std::size_t i = 0; i < input_count; ++i) {
+        double const value =
+            std::ldexp(static_cast<double>(bench_random()()), -static_cast<int>(random_below(48)));
+        int const digits = random_below(8) == 0 ? 17 : 1 + static_cast<int>(random_below(9));
+        char text[40];
+        std::snprintf(text, sizeof text, "%.*g", digits, random_below(4) == 0 ? -value : value);
+        texts.emplace_back(text);
+    }
+    return texts;
+}
+
+/// Reads [-]digits[.digits][e[+-]digits] of at most 17 digits and a power within 22 in one pass,
+/// and looks for nothing else; past 2^53 the last bit may be wrong.
+double limit_decimal(char const* text) {
+    static constexpr double powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                        1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                        1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    bool const negative = *text == '-';
+    text += negative;
+    unsigned long long digits = 0;
+    unsigned digit = 0;
+    for (; (digit = static_cast<unsigned>(*text) - '0') <= 9; ++text)
+        digits = digits * 10 + digit;
+    int power = 0;
+    if (*text == '.') {
+        char const* const fraction = ++text;
+        for (; (digit = static_cast<unsigned>(*text) - '0') <= 9; ++text)
+            digits = digits * 10 + digit;
+        power = static_cast<int>(fraction - text);
+    }
+    if (*text == 'e') {
+        ++text;
+        bool const down = *text == '-';
+        text += down || *text == '+';
+        int exponent = 0;
+        for (; (digit = static_cast<unsigned>(*text) - '0') <= 9; ++text)
+            exponent = exponent * 10 + static_cast<int>(digit);
+        power += down ? -exponent : exponent;
+    }
+    auto const number = static_cast<double>(digits);
+    double const value = power < 0 ? number / powers[-power] : number * powers[power];
+    return negative ? -value : value;
+}
+
+void enter_decimals(char const* locale, std::string const& work, double (*twin)(char const*)) {
+    std::vector<std::string> const texts = decimal_texts();
+    enter_under(locale, work, "gen",
+                [texts, twin](std::size_t i) { return twin(texts[i].c_str()); });
+    enter_under(locale, work, "std::from_chars", [texts](std::size_t i) {
+        double value = 0;
+        std::from_chars(texts[i].data(), texts[i].data() + texts[i].size(), value);
+        return value;
+    });
+    enter_under(locale, work, "strtod_l, kept locale", [texts](std::size_t i) {
+        return strtod_l(texts[i].c_str(), nullptr, kept_locale());
+    });
+    enter_under(locale, work, "setlocale, strtod", [texts](std::size_t i) {
+        return switched(LC_NUMERIC, [&] { return std::strtod(texts[i].c_str(), nullptr); });
+    });
+    enter_under(locale, work, "limit",
+                [texts](std::size_t i) { return limit_decimal(texts[i].c_str()); });
+}
+
+double read_with_end(char const* text) {
+    char* end = nullptr;
+    double const value = gen_local_strtod(text, &end);
+    benchmark::DoNotOptimize(end);
+    return value;
+}
+
+Family const twins{[] {
+    for (char const* const locale : {"C", "de_DE.UTF-8"}) {
+        enter_isalpha(locale);
+        enter_decimals(locale, "gen_local_atof", gen_local_atof);
+        enter_decimals(locale, "gen_local_strtod", read_with_end);
+    }
+}};
+
+} // namespace

@@ -4,7 +4,8 @@
 
 #include <clocale>
 
-TestLocale::TestLocale() : m_path("LOCPATH", m_directory.path().c_str()) {
+TestLocale::TestLocale()
+    : m_path("LOCPATH", m_directory.path().c_str()), m_previous(std::setlocale(LC_ALL, nullptr)) {
     // Forced, because the source leaves out categories that nobody here asks.
     std::string const source = std::string(TEST_SOURCE_DIR "/data/locale/") + name;
     ProgramStart start;
@@ -15,9 +16,9 @@ TestLocale::TestLocale() : m_path("LOCPATH", m_directory.path().c_str()) {
         m_trouble = "/usr/bin/localedef is not installed";
     else if (std::setlocale(LC_NUMERIC, name) == nullptr)
         m_trouble = "localedef could not make the test locale: " + made.errors;
-    std::setlocale(LC_NUMERIC, "C");
+    std::setlocale(LC_ALL, m_previous.c_str());
 }
 
 TestLocale::~TestLocale() {
-    std::setlocale(LC_ALL, "C");
+    std::setlocale(LC_ALL, m_previous.c_str());
 }

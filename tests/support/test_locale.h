@@ -5,9 +5,9 @@
 #include "environment.h"
 #include "temp_directory.h"
 
-/// Makes the locale "xk_KV" of tests/data/locale available to this process, in a directory of its
-/// own, until the end of the scope; then the process's locale is "C" again. Its character set is
-/// ISO-8859-1, its decimal point a comma.
+/// Makes the locale "xk_KV" of tests/data/locale available to this process and to those that it
+/// starts, in a directory of its own, until the end of the scope; then the process's locale is what
+/// it was. Its character set is ISO-8859-1, its decimal point a comma.
 class TestLocale {
   public:
     static constexpr char const* name = "xk_KV";
@@ -23,5 +23,6 @@ class TestLocale {
   private:
     TempDirectory m_directory;
     ScopedVariable m_path;
+    std::string m_previous;
     std::string m_trouble;
 };

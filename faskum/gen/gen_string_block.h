@@ -6,6 +6,7 @@
 /// Whoever loads a block behind the end of a text must not leave the page that the end is in, and
 /// is a BLOCK_READS_PAGE function: the address sanitizer would take it for an overrun.
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <immintrin.h>
@@ -13,9 +14,21 @@
 #define BLOCK_READS_PAGE __attribute__((no_sanitize("address")))
 #define BLOCK_INLINE BLOCK_READS_PAGE __attribute__((always_inline)) inline
 
+constexpr std::uintptr_t block_page_size = 4096;
+
+// Most names are shorter than two blocks of 16 bytes, their heads, which are worth being handled on
+// the spot.
+constexpr std::size_t block_head_size = 32;
+
+/// The last offset in a page at which a head may be loaded; below 0 under valgrind, where none may.
+extern int block_last_head_offset;
+
 namespace {
 
-constexpr std::uintptr_t block_page_size = 4096;
+BLOCK_INLINE bool block_head_fits(char const* text) {
+    auto const offset = reinterpret_cast<std::uintptr_t>(text) & (block_page_size - 1);
+    return static_cast<int>(offset) <= block_last_head_offset;
+}
 
 /// How many bytes may be read at @p text before its page ends.
 BLOCK_INLINE std::size_t block_page_room(char const* text) {
@@ -52,6 +65,13 @@ BLOCK_INLINE __m128i block_lesser(__m128i a, __m128i b) {
 /// One bit a byte, set where the byte is zero.
 BLOCK_INLINE unsigned block_zeros(__m128i block) {
     return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(block, _mm_setzero_si128())));
+}
+
+/// The length of a text whose head fits; block_head_size if it is not less.
+BLOCK_INLINE std::size_t block_head_length(char const* text) {
+    unsigned const ends = block_zeros(block_load16(text)) | block_zeros(block_load16(text + 16))
+                                                                << 16;
+    return static_cast<std::size_t>(std::countr_zero(ends));
 }
 
 #if defined(__AVX2__)

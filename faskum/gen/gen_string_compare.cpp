@@ -32,18 +32,11 @@ int compare_folded_bytes(char const* a, char const* b, std::size_t limit) {
     }
 }
 
-// Most names are shorter than two blocks of 16 bytes, so these are compared on the spot and only
-// the rest goes through a pointer.
-constexpr std::size_t head_size = 32;
-
-/// The last offset in a page at which a head may be loaded; below 0 where none may be.
-int last_head_offset = block_page_size - head_size;
 COMPARE_EXACT compare_exact_rest = compare_exact_sse2;
 COMPARE_FOLDED compare_folded_rest = compare_folded_sse2;
 
 __attribute__((constructor)) void choose_comparisons() {
     if (cpu_is_valgrind()) {
-        last_head_offset = -1;
         compare_exact_rest = compare_exact_bytes;
         compare_folded_rest = compare_folded_bytes;
     } else if (cpu_has_avx2()) {
@@ -52,15 +45,10 @@ __attribute__((constructor)) void choose_comparisons() {
     }
 }
 
-BLOCK_INLINE bool head_fits(char const* text) {
-    auto const offset = reinterpret_cast<std::uintptr_t>(text) & (block_page_size - 1);
-    return static_cast<int>(offset) <= last_head_offset;
-}
-
-/// Where in the heads of two texts these differ or end first; head_size where they go on.
+/// Where in the heads of two texts these differ or end first; block_head_size where they go on.
 template <bool FOLD>
 BLOCK_INLINE unsigned head_stop(char const* a, char const* b) {
-    for (unsigned at = 0; at < head_size; at += 16) {
+    for (unsigned at = 0; at < block_head_size; at += 16) {
         __m128i const first = block_load16(a + at);
         __m128i const second = block_load16(b + at);
         unsigned const stop =
@@ -68,17 +56,18 @@ BLOCK_INLINE unsigned head_stop(char const* a, char const* b) {
         if (stop != 0)
             return at + static_cast<unsigned>(std::countr_zero(stop));
     }
-    return head_size;
+    return block_head_size;
 }
 
 BLOCK_INLINE int compare_folded(char const* a, char const* b, std::size_t limit) {
-    if (head_fits(a) && head_fits(b)) [[likely]] {
+    if (block_head_fits(a) && block_head_fits(b)) [[likely]] {
         unsigned const stop = head_stop<true>(a, b);
-        if (stop < head_size)
+        if (stop < block_head_size)
             return stop < limit ? ascii_folded(a[stop]) - ascii_folded(b[stop]) : 0;
-        if (limit <= head_size)
+        if (limit <= block_head_size)
             return 0;
-        return compare_folded_rest(a + head_size, b + head_size, limit - head_size);
+        return compare_folded_rest(a + block_head_size, b + block_head_size,
+                                   limit - block_head_size);
     }
     return compare_folded_rest(a, b, limit);
 }
@@ -96,12 +85,12 @@ int compare_nulls(char const* a, char const* b) {
 BLOCK_READS_PAGE int gen_strcmp(char const* a, char const* b) {
     if (any_null(a, b)) [[unlikely]]
         return compare_nulls(a, b);
-    if (head_fits(a) && head_fits(b)) [[likely]] {
+    if (block_head_fits(a) && block_head_fits(b)) [[likely]] {
         unsigned const stop = head_stop<false>(a, b);
-        if (stop < head_size)
+        if (stop < block_head_size)
             return static_cast<unsigned char>(a[stop]) - static_cast<unsigned char>(b[stop]);
-        a += head_size;
-        b += head_size;
+        a += block_head_size;
+        b += block_head_size;
     }
     return compare_exact_rest(a, b);
 }

@@ -7,3 +7,4 @@
 #include "gen_string_lex.h"
 #include "gen_string_message.h"
 #include "gen_string_number.h"
+#include "gen_string_text.h"

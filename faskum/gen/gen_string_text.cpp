@@ -1,0 +1,89 @@
+#include "gen_string_text.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <string_view>
+
+namespace {
+
+bool is_space(char character) {
+    return character == ' ';
+}
+
+bool is_white_space(char character) {
+    return character == ' ' || character == '\t' || character == '\n' || character == '\r';
+}
+
+/// The part of @p s between what is trimmed off its ends.
+std::string_view inner(STR const& s, bool (&trimmed)(char)) {
+    std::size_t end = s.size();
+    while (end > 0 && trimmed(s[end - 1]))
+        --end;
+    std::size_t begin = 0;
+    while (begin < end && trimmed(s[begin]))
+        ++begin;
+    return std::string_view(s).substr(begin, end - begin);
+}
+
+} // namespace
+
+char* gen_strcat(char* dst, char const* src) {
+    if (dst != nullptr && src != nullptr)
+        gen_strcpy(dst + std::strlen(dst), src);
+    return dst;
+}
+
+char* gen_strrev(char* s) {
+    if (s != nullptr)
+        std::reverse(s, s + std::strlen(s));
+    return s;
+}
+
+// Texts that overlap are copied as if they did not.
+
+char* gen_strcpy(char* dst, char const* src) {
+    if (dst == nullptr)
+        return dst;
+    if (src == nullptr)
+        *dst = '\0';
+    else
+        std::memmove(dst, src, std::strlen(src) + 1);
+    return dst;
+}
+
+char* gen_strncpy(char* dst, char const* src, unsigned n) {
+    if (dst == nullptr)
+        return dst;
+    if (src == nullptr) {
+        *dst = '\0';
+        return dst;
+    }
+    std::size_t const copied = strnlen(src, n);
+    std::size_t const left = n - copied;
+    std::memmove(dst, src, copied);
+    std::memset(dst + copied, '\0', left >= 2 ? left - 1 : 1);
+    return dst;
+}
+
+int gen_writeprivateprofilestring(char const*, char const*, char const*, char const*) {
+    return 0;
+}
+
+STR gen_remove_leading_and_trailing_spaces(STR const& s) {
+    return STR(inner(s, is_space));
+}
+
+void gen_remove_leading_and_trailing_spaces(STR const& s, STR* out) {
+    if (out != nullptr)
+        *out = inner(s, is_space);
+}
+
+STR gen_remove_leading_and_trailing_white_spaces(STR const& s) {
+    return STR(inner(s, is_white_space));
+}
+
+void gen_remove_leading_and_trailing_white_spaces(STR const& s, STR* out) {
+    if (out != nullptr)
+        *out = inner(s, is_white_space);
+}

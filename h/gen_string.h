@@ -8,3 +8,4 @@
 #include "gen_string_message.h"
 #include "gen_string_number.h"
 #include "gen_string_text.h"
+#include "gen_string_wildcard.h"

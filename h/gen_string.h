@@ -2,6 +2,7 @@
 
 /// Strings and text.
 
+#include "gen_string_checksum.h"
 #include "gen_string_compare.h"
 #include "gen_string_fold.h"
 #include "gen_string_lex.h"

@@ -1,0 +1,102 @@
+#include "gen_string_checksum.h"
+
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstring>
+
+#include "err.h"
+#include "gen_cpu.h"
+#include "gen_string_block.h"
+#include "gen_string_crc.h"
+
+namespace {
+
+constexpr int hash_size_line = 2837;
+constexpr unsigned least_hash_entry = 3;
+
+constexpr std::array<char, 256> safe_characters = [] {
+    std::array<char, 256> table{};
+    for (unsigned byte = 0; byte < table.size(); ++byte)
+        table[byte] = static_cast<char>(byte);
+    constexpr char invalid[] = " !#$%&'()+-./<=>?[\\]|";
+    constexpr char safe[] = "_EFRCKTQPMJLIADBGOHNS";
+    static_assert(sizeof invalid == sizeof safe);
+    for (std::size_t i = 0; i + 1 < sizeof invalid; ++i)
+        table[static_cast<unsigned char>(invalid[i])] = safe[i];
+    return table;
+}();
+
+constexpr std::uint32_t crc_start = 0xFFFFFFFF;
+
+using CRC_UPDATE = std::uint32_t (*)(std::uint32_t, char const*, std::size_t);
+CRC_UPDATE crc_update_long = crc_update_sliced;
+
+__attribute__((constructor)) void choose_crc() {
+    if (cpu_has_carryless_multiplication())
+        crc_update_long = crc_update_folded;
+}
+
+/// Measured and summed up in pieces, so that a long text comes from memory once.
+std::uint32_t crc_of_long(char const* text) {
+    constexpr std::size_t piece_size = 16 * 1024;
+    std::uint32_t crc = crc_start;
+    std::size_t size = 0;
+    do {
+        size = strnlen(text, piece_size);
+        crc = size >= crc_least_folded ? crc_update_long(crc, text, size)
+                                       : crc_update_sliced(crc, text, size);
+        text += size;
+    } while (size == piece_size);
+    return crc;
+}
+
+} // namespace
+
+void gen_replace_invalid_chars(char* name) {
+    if (name == nullptr)
+        return;
+    std::size_t length = std::strlen(name);
+    while (length > 0 && name[length - 1] == ' ')
+        --length;
+    name[length] = '\0';
+    for (std::size_t i = 0; i < length; ++i)
+        name[i] = safe_characters[static_cast<unsigned char>(name[i])];
+}
+
+BLOCK_READS_PAGE int gen_crc_generator(char const* text) {
+    if (text == nullptr || *text == '\0')
+        return 0;
+    if (block_head_fits(text)) [[likely]] {
+        std::size_t const size = block_head_length(text);
+        if (size < block_head_size)
+            return static_cast<int>(crc_update_sliced(crc_start, text, size));
+    }
+    return static_cast<int>(crc_of_long(text));
+}
+
+int gen_crc_string_to_dword(char* text) {
+    gen_replace_invalid_chars(text);
+    return gen_crc_generator(text);
+}
+
+constexpr std::uint32_t gen_hash_size_primes[32] = {
+    2,        3,        7,         13,        31,        61,         127,        251,
+    509,      1021,     2039,      4093,      8191,      16381,      32749,      65521,
+    131071,   262139,   524287,    1048573,   2097143,   4194301,    8388593,    16777213,
+    33554393, 67108859, 134217689, 268435399, 536870909, 1073741789, 2147483647, 4294967291,
+};
+
+unsigned gen_hash_next_size(unsigned n) {
+    // Entry k does not exceed 2 to the power k + 1 and is more than half of it.
+    unsigned entry = least_hash_entry;
+    if (n > gen_hash_size_primes[least_hash_entry]) {
+        entry = static_cast<unsigned>(std::bit_width(n - 1)) - 1;
+        entry += static_cast<unsigned>(gen_hash_size_primes[entry] < n);
+    }
+    if (entry == std::size(gen_hash_size_primes)) {
+        err_report_internal_error("rval != 0", "GEN", "gen_string", hash_size_line);
+        return 0;
+    }
+    return gen_hash_size_primes[entry];
+}

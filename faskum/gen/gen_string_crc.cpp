@@ -1,0 +1,54 @@
+#include "gen_string_crc.h"
+
+#include <cstring>
+
+constexpr std::array<std::array<std::uint32_t, 256>, 16> crc_table = [] {
+    std::array<std::array<std::uint32_t, 256>, 16> table{};
+    for (std::uint32_t byte = 0; byte < 256; ++byte) {
+        std::uint32_t crc = byte;
+        for (int bit = 0; bit < 8; ++bit)
+            crc = crc_shifted(crc);
+        table[0][byte] = crc;
+    }
+    for (std::size_t slice = 1; slice < table.size(); ++slice)
+        for (std::size_t byte = 0; byte < 256; ++byte) {
+            std::uint32_t const crc = table[slice - 1][byte];
+            table[slice][byte] = (crc >> 8) ^ table[0][crc & 0xFF];
+        }
+    return table;
+}();
+
+namespace {
+
+std::uint32_t word_at(char const* data) {
+    std::uint32_t word;
+    std::memcpy(&word, data, sizeof word);
+    return word;
+}
+
+/// What the four bytes of a word become with @p slice bytes behind the word.
+std::uint32_t sliced(std::uint32_t word, std::size_t slice) {
+    return crc_table[slice + 3][word & 0xFF] ^ crc_table[slice + 2][word >> 8 & 0xFF] ^
+           crc_table[slice + 1][word >> 16 & 0xFF] ^ crc_table[slice][word >> 24];
+}
+
+} // namespace
+
+std::uint32_t crc_update_sliced(std::uint32_t crc, char const* data, std::size_t size) {
+    for (; size >= 16; data += 16, size -= 16)
+        crc = sliced(crc ^ word_at(data), 12) ^ sliced(word_at(data + 4), 8) ^
+              sliced(word_at(data + 8), 4) ^ sliced(word_at(data + 12), 0);
+    if (size >= 8) {
+        crc = sliced(crc ^ word_at(data), 4) ^ sliced(word_at(data + 4), 0);
+        data += 8;
+        size -= 8;
+    }
+    if (size >= 4) {
+        crc = sliced(crc ^ word_at(data), 0);
+        data += 4;
+        size -= 4;
+    }
+    for (; size != 0; ++data, --size)
+        crc = (crc >> 8) ^ crc_table[0][(crc ^ static_cast<unsigned char>(*data)) & 0xFF];
+    return crc;
+}

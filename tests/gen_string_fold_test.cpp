@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
+#include <clocale>
 #include <string>
+
+#include "test_locale.h"
 
 namespace {
 
@@ -95,6 +98,26 @@ TEST(Fold, NullAndEmptyAreLeftAlone) {
         STR nothing;
         fold.of_string(nothing);
         EXPECT_TRUE(nothing.empty()) << fold.name;
+    }
+}
+
+TEST(Fold, PlainFamilyFollowsTheLocaleAndTheAsciiFamilyDoesNot) {
+    TestLocale const locale;
+    ASSERT_EQ(locale.trouble(), "");
+    std::setlocale(LC_ALL, TestLocale::name);
+    STR text = "A\xC4\xDF";
+    gen_tolower(text);
+    EXPECT_EQ(text, "a\xE4\xDF");
+    gen_toupper(text.data());
+    EXPECT_EQ(text, "A\xC4\xDF");
+    EXPECT_STREQ(gen_strlwr(text.data()), "a\xE4\xDF");
+    EXPECT_STREQ(gen_strupr(text.data()), "A\xC4\xDF");
+    gen_ascii_tolower(text);
+    EXPECT_EQ(text, "a\xC4\xDF");
+    for (Fold const& fold : folds) {
+        STR bytes = every_byte();
+        fold.of_string(bytes);
+        EXPECT_EQ(bytes, folded_one_by_one(every_byte(), fold.of_byte)) << fold.name;
     }
 }
 

@@ -133,6 +133,15 @@ TEST(Atoi, EveryLengthAtEveryPosition) {
             }
 }
 
+TEST(Atoi, BlanksAndDigitsByTheMegabyte) {
+    std::string const text = std::string(1'000'000, ' ') + '-' + std::string(1'000'000, '7') + 'x';
+    STR const string(text.data(), text.size());
+    auto position = string.begin();
+    std::size_t plain_position = 0;
+    EXPECT_EQ(gen_atoi(string, &position), plain_atoi(text, plain_position));
+    EXPECT_EQ(*position, 'x');
+}
+
 TEST(Atoi, SameAnswersAsDigitByDigit) {
     std::mt19937 random(5);
     std::string const alphabet = "  \t\n-+0123456789012345678901234567890123456789x/:";

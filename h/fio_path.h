@@ -35,7 +35,10 @@ class KORVANE_API FIO_PATH {
         : m_text(other.m_text), m_name(other.m_name), m_extension(other.m_extension),
           m_separator(other.m_separator) {}
     FIO_PATH(FIO_PATH&& other) noexcept { swap(other); }
-    ~FIO_PATH() = default;
+    ~FIO_PATH() {
+        if (m_rendered != nullptr) [[unlikely]]
+            forget_rendering();
+    }
 
     FIO_PATH& operator=(FIO_PATH const& other);
     FIO_PATH& operator=(FIO_PATH&& other) noexcept;
@@ -104,6 +107,7 @@ class KORVANE_API FIO_PATH {
     friend class FIO_FIND;
 
     void parse();
+    void forget_rendering();
     std::string_view text() const { return m_text; }
     void swap(FIO_PATH& other) noexcept {
         m_text.swap(other.m_text);
@@ -115,6 +119,8 @@ class KORVANE_API FIO_PATH {
     STR m_text;
     std::size_t m_name = 0;      ///< where the file name begins
     std::size_t m_extension = 0; ///< where the extension's dot stands, or the text's length
-    mutable STR m_rendered;      ///< filled only for a separator other than '/'
+    /// The text with a separator other than '/', made when it is asked for. Hardly any path needs
+    /// one, and lists and caches hold many paths.
+    mutable STR* m_rendered = nullptr;
     char m_separator = '/';
 };

@@ -3,6 +3,7 @@
 #include "fio_directory.h"
 
 #include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -99,9 +100,17 @@ FIO_PATH& FIO_PATH::operator=(char const* text) {
 FIO_PATH::operator char const*() const {
     if (m_separator == '/')
         return m_text.c_str();
-    m_rendered = m_text;
-    std::replace(m_rendered.begin(), m_rendered.end(), '/', m_separator);
-    return m_rendered.c_str();
+    if (m_rendered == nullptr)
+        m_rendered = std::construct_at(MEM_STL_ALLOCATOR<STR>().allocate(1));
+    *m_rendered = m_text;
+    std::replace(m_rendered->begin(), m_rendered->end(), '/', m_separator);
+    return m_rendered->c_str();
+}
+
+void FIO_PATH::forget_rendering() {
+    std::destroy_at(m_rendered);
+    MEM_STL_ALLOCATOR<STR>().deallocate(m_rendered, 1);
+    m_rendered = nullptr;
 }
 
 STR FIO_PATH::full_directory() const {

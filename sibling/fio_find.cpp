@@ -6,16 +6,49 @@
 #include "fio_wildcard.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
+/// The system would read no further than an embedded NUL, and answer for another name.
+bool is_system_text(std::string_view text) {
+    return text.find('\0') == std::string_view::npos;
+}
+
 /// A name that can be looked for in a directory.
 bool is_relative_name(std::string_view name) {
-    return !name.empty() && name.front() != '/';
+    return !name.empty() && name.front() != '/' && is_system_text(name);
 }
 
 bool is_absolute(std::string_view text) {
     return text.starts_with('/');
+}
+
+/// Copies a text to where there is room for it; gives the place behind it.
+char* put(char* at, std::string_view text) {
+    return std::copy(text.begin(), text.end(), at);
+}
+
+/// What relative ones of these directories start at: the current directory, ending in "/". It is
+/// not asked for when there are none.
+STR directory_for(MEM_VECTOR<STR> const& directories) {
+    bool const all_absolute = std::all_of(directories.begin(), directories.end(), is_absolute);
+    return all_absolute ? STR() : fio_absolute_directory("");
+}
+
+/// The extensions that a file name can end with.
+MEM_VECTOR<std::string_view> endings_of(MEM_VECTOR<STR> const& extensions) {
+    MEM_VECTOR<std::string_view> endings;
+    endings.reserve(extensions.size());
+    std::copy_if(extensions.begin(), extensions.end(), std::back_inserter(endings), is_system_text);
+    return endings;
+}
+
+std::size_t longest(MEM_VECTOR<std::string_view> const& texts) {
+    std::size_t length = 0;
+    for (std::string_view const text : texts)
+        length = std::max(length, text.size());
+    return length;
 }
 
 } // namespace
@@ -57,6 +90,8 @@ void FIO_FIND::make_prefixes() {
     m_longest_prefix = 0;
     m_has_relative_entries = false;
     for (FIO_PATH const& directory : m_directories) {
+        if (!is_system_text(directory.text()))
+            continue;
         bool const absolute = directory.absolute();
         STR& prefix = m_prefixes.emplace_back(absolute ? STR() : m_base_prefix);
         prefix += directory.text();
@@ -79,61 +114,46 @@ void FIO_FIND::set_directory_for_results_to_become_absolute_to(char const* direc
         make_prefixes();
 }
 
-void FIO_FIND::reserve_question(std::size_t name_length) {
-    m_question.clear();
-    m_question.reserve(m_longest_prefix + name_length);
-}
-
-bool FIO_FIND::ask() const {
-    // The system would read no further than an embedded NUL and answer for another name.
-    return m_question.find('\0') == STR::npos && fio_path_exists(this, m_question.c_str());
+char* FIO_FIND::room_for_question(std::size_t longest_name) {
+    std::size_t const size = m_longest_prefix + longest_name + 1;
+    if (m_question.size() < size)
+        m_question.resize(size);
+    return m_question.data();
 }
 
 FIO_PATH FIO_FIND::find_first_relative_path(FIO_PATH const& relative_path) {
     std::string_view const name = relative_path.text();
     if (!is_relative_name(name))
         return {};
-    reserve_question(name.size());
+    char* const path = room_for_question(name.size());
     for (STR const& prefix : m_prefixes) {
-        m_question.assign(prefix).append(name);
-        if (ask())
-            return m_question;
+        *put(put(path, prefix), name) = '\0';
+        if (fio_path_exists(this, path))
+            return path;
     }
     return {};
-}
-
-/// Asks for the base name with each extension under one directory; true when one was there.
-bool FIO_FIND::append_found(std::string_view prefix, STR const& base_name,
-                            MEM_VECTOR<STR> const& extensions, MEM_LIST<FIO_PATH>& results) {
-    bool found = false;
-    m_question.assign(prefix).append(base_name);
-    std::size_t const stem = m_question.size();
-    for (STR const& extension : extensions) {
-        m_question.resize(stem);
-        if (!extension.empty() && extension.front() != '.')
-            m_question += '.';
-        m_question += extension;
-        if (ask()) {
-            results.emplace_back(m_question);
-            found = true;
-        }
-    }
-    return found;
 }
 
 void FIO_FIND::find_all(STR const& base_name, MEM_VECTOR<STR> const& extensions,
                         MEM_LIST<FIO_PATH>* results, bool all_directories, bool absolute) {
     if (results == nullptr || !is_relative_name(base_name))
         return;
-    std::size_t longest_extension = 0;
-    for (STR const& extension : extensions)
-        longest_extension = std::max(longest_extension, extension.size());
-    reserve_question(base_name.size() + 1 + longest_extension);
+    STR const current = absolute ? directory_for(m_prefixes) : STR();
+    MEM_VECTOR<std::string_view> const endings = endings_of(extensions);
+    char* const path = room_for_question(current.size() + base_name.size() + longest(endings) + 1);
     for (STR const& prefix : m_prefixes) {
-        bool const found =
-            append_found(absolute && !is_absolute(prefix) ? fio_absolute_directory(prefix) : prefix,
-                         base_name, extensions, *results);
-        if (found && !all_directories)
+        char* const directory = is_absolute(prefix) ? path : put(path, current);
+        char* const stem = put(put(directory, prefix), base_name);
+        std::size_t const found_before = results->size();
+        for (std::string_view const ending : endings) {
+            char* at = stem;
+            if (!ending.starts_with('.') && !ending.empty())
+                *at++ = '.';
+            *put(at, ending) = '\0';
+            if (fio_path_exists(this, path))
+                results->emplace_back(path);
+        }
+        if (!all_directories && results->size() > found_before)
             return;
     }
 }

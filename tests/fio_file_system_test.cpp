@@ -1,6 +1,7 @@
 #include "fio_file_system.h"
 
 #include "environment.h"
+#include "library_texts.h"
 #include "temp_directory.h"
 
 #include <gmock/gmock.h>
@@ -14,10 +15,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
-
-STR library_string(std::string const& text) {
-    return STR(text.data(), text.size());
-}
 
 bool exists(std::string const& path) {
     bool const by_text = FIO_FILE_SYSTEM::exists(path.c_str());

@@ -1,13 +1,11 @@
 #include "fio_find.h"
 
 #include "environment.h"
-#include "fio_file_system.h"
+#include "library_texts.h"
 #include "temp_directory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <unistd.h>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -15,21 +13,6 @@ using testing::IsEmpty;
 namespace {
 
 using Texts = std::vector<std::string>;
-
-STR library_string(std::string const& text) {
-    return STR(text.data(), text.size());
-}
-
-Texts entries(FIO_FIND const& find) {
-    Texts texts;
-    for (FIO_PATH const& directory : find.directories())
-        texts.emplace_back(directory.fullpath());
-    return texts;
-}
-
-Texts entries(std::string const& path_list) {
-    return entries(FIO_FIND(library_string(path_list)));
-}
 
 std::string find(FIO_FIND& find, char const* name) {
     return std::string(find.find_first_relative_path(FIO_PATH(name)).fullpath());
@@ -40,70 +23,10 @@ Texts find_all(FIO_FIND& find, char const* base, std::vector<char const*> const&
     MEM_VECTOR<STR> wanted(extensions.begin(), extensions.end());
     MEM_LIST<FIO_PATH> results;
     find.find_all(base, wanted, &results, all_directories, absolute);
-    Texts texts;
-    for (FIO_PATH const& result : results)
-        texts.emplace_back(result.fullpath());
-    return texts;
+    return texts(results);
 }
 
-Texts names(FIO_FIND& find) {
-    Texts texts;
-    for (STR name = find.find_first(); !name.empty(); name = find.find_next())
-        texts.emplace_back(name);
-    return texts;
-}
-
-// The list
-
-TEST(FioFindList, IsSplitAtSemicolons) {
-    EXPECT_THAT(entries("/a;lib;/c/d/"), ElementsAre("/a", "lib", "/c/d/"));
-    EXPECT_THAT(entries("/a"), ElementsAre("/a"));
-}
-
-TEST(FioFindList, DropsBlanksAroundAnEntryAndEmptyEntries) {
-    EXPECT_THAT(entries(" /a ;\t/b c\t;; ;"), ElementsAre("/a", "/b c"));
-    EXPECT_THAT(entries(""), IsEmpty());
-    EXPECT_THAT(entries(" ; ;; \t"), IsEmpty());
-    EXPECT_THAT(entries("\"\";\" \""), ElementsAre(" "));
-}
-
-TEST(FioFindList, KeepsAQuotedEntryWhole) {
-    EXPECT_THAT(entries("\"/a;b\";/c"), ElementsAre("/a;b", "/c"));
-    EXPECT_THAT(entries(" \" /a \" ; \"b\""), ElementsAre(" /a ", "b"));
-    EXPECT_THAT(entries("\"/a\"b;c\""), ElementsAre("/a\"b;c"));
-}
-
-TEST(FioFindList, QuoteThatNothingClosesIsPartOfTheName) {
-    EXPECT_THAT(entries("\"/a;/b"), ElementsAre("\"/a", "/b"));
-    EXPECT_THAT(entries("/a\"b;/c\"d"), ElementsAre("/a\"b", "/c\"d"));
-    EXPECT_THAT(entries("\""), ElementsAre("\""));
-}
-
-TEST(FioFindList, ManyUnclosedQuotesAreSplitInLinearTime) {
-    std::string list;
-    for (int i = 0; i < 200'000; ++i)
-        list += "\"a;";
-    EXPECT_EQ(entries(list).size(), 200'000U);
-}
-
-TEST(FioFindList, TextThatNamesADirectoryIsOneEntry) {
-    TempDirectory const directory;
-    std::string const odd = directory.make_directory(" one; \"two\";");
-    EXPECT_THAT(entries(odd), ElementsAre(odd));
-    EXPECT_THAT(entries(odd + "/"), ElementsAre(odd + "/"));
-    ScopedCurrentDirectory const here(directory.path());
-    EXPECT_THAT(entries(" one; \"two\";"), ElementsAre(" one; \"two\";"));
-    // A file is no directory to look in.
-    directory.write("f;g");
-    EXPECT_THAT(entries(directory / "f;g"), ElementsAre(directory / "f", "g"));
-}
-
-TEST(FioFindList, OfPathsKeepsThemAndDropsEmptyOnes) {
-    FIO_FIND const find(MEM_LIST<FIO_PATH>{FIO_PATH("/a;b"), FIO_PATH(), FIO_PATH(" c ")});
-    EXPECT_THAT(entries(find), ElementsAre("/a;b", " c "));
-}
-
-TEST(FioFindList, IsRebuiltInPlace) {
+TEST(FioFind, IsRebuiltInPlace) {
     TempDirectory const directory;
     std::string const first = directory.write("one/top.v");
     std::string const second = directory.write("two/top.v");
@@ -111,12 +34,12 @@ TEST(FioFindList, IsRebuiltInPlace) {
     EXPECT_EQ(find(list, "top.v"), first);
     list.init(library_string(directory / "two"));
     EXPECT_EQ(find(list, "top.v"), second);
-    EXPECT_THAT(entries(list), ElementsAre(directory / "two"));
+    EXPECT_THAT(texts(list.directories()), ElementsAre(directory / "two"));
     list.init("");
     EXPECT_EQ(find(list, "top.v"), "");
 }
 
-TEST(FioFindList, LivesInTrackedMemory) {
+TEST(FioFind, LivesInTrackedMemory) {
     std::size_t const before = MEM_MANAGER::s_system_memory_counter.current();
     auto* const find = new FIO_FIND(STR("/a;/b"));
     EXPECT_GE(MEM_MANAGER::s_system_memory_counter.current(), before + sizeof(FIO_FIND));
@@ -180,6 +103,9 @@ TEST_F(FioFindFirst, NameWithAnEmbeddedNulIsNeverFound) {
     EXPECT_EQ(m_find.find_first_relative_path(FIO_PATH(STR("top.v\0x", 7))).fullpath(), "");
     FIO_FIND list(library_string(m_directory / "two") + STR("/\0x", 3));
     EXPECT_EQ(find(list, "top.v"), "");
+    MEM_LIST<FIO_PATH> results;
+    m_find.find_all("top", {STR("v\0x", 3)}, &results, true, true);
+    EXPECT_THAT(results, IsEmpty());
 }
 
 TEST_F(FioFindFirst, LinksCountWhereTheyLead) {
@@ -238,7 +164,7 @@ TEST(FioFindBase, RelativeEntriesStartAtIt) {
                                          : directory / "p/lib/top.v";
         EXPECT_EQ(find(list, "top.v"), expected);
         EXPECT_EQ(find(list, "only.v"), directory / "abs/only.v");
-        EXPECT_THAT(entries(list), ElementsAre("lib", directory / "abs"));
+        EXPECT_THAT(texts(list.directories()), ElementsAre("lib", directory / "abs"));
     }
 }
 
@@ -334,77 +260,6 @@ TEST_F(FioFindAll, MakesRelativeResultsAbsoluteWhenAsked) {
     list.set_directory_for_results_to_become_absolute_to(m_directory.path().c_str());
     EXPECT_THAT(find_all(list, "top", {".v"}, true, /*absolute=*/false),
                 ElementsAre(*this / "one/top.v"));
-}
-
-// Wildcards
-
-class FioFindPattern : public testing::Test {
-  protected:
-    void SetUp() override {
-        for (char const* name : {"b.ddb", "a.ddb", "B.ddb", "ab.ddb", ".ddb", "a.ddbx", "a b.ddb",
-                                 "[a].ddb", "sub/c.ddb"})
-            m_directory.write(name);
-    }
-    Texts names_of(char const* pattern) {
-        FIO_FIND search(library_string(m_directory / pattern));
-        return names(search);
-    }
-
-    TempDirectory m_directory;
-};
-
-TEST_F(FioFindPattern, NamesComeBareAndSortedByByteValue) {
-    EXPECT_THAT(names_of("*.ddb"),
-                ElementsAre(".ddb", "B.ddb", "[a].ddb", "a b.ddb", "a.ddb", "ab.ddb", "b.ddb"));
-}
-
-TEST_F(FioFindPattern, OnlyStarAndQuestionMarkAreSpecial) {
-    EXPECT_THAT(names_of("?.ddb"), ElementsAre("B.ddb", "a.ddb", "b.ddb"));
-    EXPECT_THAT(names_of("[a].ddb"), ElementsAre("[a].ddb"));
-    EXPECT_THAT(names_of("a*b*"), ElementsAre("a b.ddb", "a.ddb", "a.ddbx", "ab.ddb"));
-    EXPECT_THAT(names_of("a.ddb"), ElementsAre("a.ddb"));
-    EXPECT_THAT(names_of("\\a.ddb"), IsEmpty());
-}
-
-TEST_F(FioFindPattern, StarNeverDeliversTheDirectoryItselfOrItsParent) {
-    EXPECT_EQ(names_of("*").size(), 9U);
-    EXPECT_THAT(names_of(".*"), ElementsAre(".ddb"));
-    EXPECT_THAT(names_of("."), IsEmpty());
-    EXPECT_THAT(names_of(".."), IsEmpty());
-}
-
-TEST_F(FioFindPattern, DirectoryIsTakenLiterally) {
-    EXPECT_THAT(names_of("sub/*.ddb"), ElementsAre("c.ddb"));
-    EXPECT_THAT(names_of("su?/*.ddb"), IsEmpty());
-    std::string const odd = m_directory.make_directory("x;* y");
-    m_directory.write("x;* y/d.ddb");
-    EXPECT_THAT(names_of("x;* y/*.ddb"), ElementsAre("d.ddb"));
-}
-
-TEST_F(FioFindPattern, WithoutADirectoryMeansTheCurrentOne) {
-    ScopedCurrentDirectory const here(m_directory / "sub");
-    FIO_FIND search("*.ddb");
-    EXPECT_THAT(names(search), ElementsAre("c.ddb"));
-}
-
-TEST_F(FioFindPattern, NothingToDeliverIsEmpty) {
-    EXPECT_THAT(names_of("*.none"), IsEmpty());
-    EXPECT_THAT(names_of("missing/*"), IsEmpty());
-    EXPECT_THAT(names_of("a.ddb/*"), IsEmpty());
-    EXPECT_THAT(names_of("sub/"), IsEmpty());
-    FIO_FIND search("");
-    EXPECT_EQ(search.find_next(), "");
-    EXPECT_EQ(search.find_first(), "");
-}
-
-TEST_F(FioFindPattern, FindFirstBeginsAgain) {
-    FIO_FIND search(library_string(m_directory / "?.ddb"));
-    EXPECT_EQ(search.find_first(), "B.ddb");
-    EXPECT_EQ(search.find_next(), "a.ddb");
-    EXPECT_EQ(search.find_first(), "B.ddb");
-    EXPECT_THAT(names(search), ElementsAre("B.ddb", "a.ddb", "b.ddb"));
-    EXPECT_EQ(search.find_next(), "");
-    EXPECT_EQ(search.find_next(), "");
 }
 
 } // namespace

@@ -11,11 +11,8 @@
 #include "environment.h"
 #include "gen_exe.h"
 #include "gen_path.h"
+#include "library_texts.h"
 #include "temp_directory.h"
-
-inline STR library_string(std::string const& text) {
-    return STR(text.data(), text.size());
-}
 
 /// All path state as it is when the library has just been loaded.
 inline void forget_path_state() {

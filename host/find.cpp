@@ -13,9 +13,11 @@ class Find : public Command {
         app.add_option("name", m_names, "File names, as a design would write them")->required();
         m_project.declare(app);
         auto* const eda = app.add_flag("--eda", m_eda, "Look in the EDA libraries alone");
+        auto* const all = m_view.declare(app);
+        // All are found by denying each hit, and the cache would keep that.
         app.add_flag("--cached", m_cached, "Use the cache: a name asked twice is looked up once")
-            ->excludes(eda);
-        m_view.declare(app);
+            ->excludes(eda)
+            ->excludes(all);
     }
 
     Status run(Answer& answer) override {

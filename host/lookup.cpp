@@ -119,9 +119,10 @@ bool LookupWatch::note(FIO_FIND const* asker, char const* path, bool exists) {
     return exists && watch.m_manner == Manner::listen;
 }
 
-void LookupView::declare(CLI::App& app) {
+CLI::Option* LookupView::declare(CLI::App& app) {
     app.add_flag("--trace", m_trace, "Show every path asked for, in order, and who answered");
-    app.add_flag("--all", m_all, "Show every file that is meant or shadowed, the winner first");
+    return app.add_flag("--all", m_all,
+                        "Show every file that is meant or shadowed, the winner first");
 }
 
 LookupWatch::Manner LookupView::manner() const {

@@ -12,7 +12,8 @@
 
 namespace CLI {
 class App;
-}
+class Option;
+} // namespace CLI
 
 /// Text of gen as a text of the host's, and the other way round.
 inline std::string host_text(STR const& text) {
@@ -76,7 +77,8 @@ class LookupView {
     enum class Rivals { all, same_extension };
     explicit LookupView(Rivals rivals = Rivals::all) : m_rivals(rivals) {}
 
-    void declare(CLI::App& app);
+    /// Gives the option that shows all.
+    CLI::Option* declare(CLI::App& app);
 
     LookupWatch::Manner manner() const;
     bool all() const { return m_all; }

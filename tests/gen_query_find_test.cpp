@@ -1,18 +1,15 @@
 // gen_query's lookups in the example installation. Paths in the answers are shown as if it lay in
 // "/k/".
 
+#include "environment.h"
 #include "gen_query.h"
 #include "temp_directory.h"
+#include "terminal.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
-
-#include <cstdlib>
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 using testing::ElementsAre;
 using testing::EndsWith;
@@ -153,6 +150,7 @@ TEST_F(GenQueryFind, CachedNameIsAskedForOnce) {
     EXPECT_EQ(files[1]["asked"].size(), 0U);
     EXPECT_EQ(files[1]["group"], "cache");
     EXPECT_EQ(files[1]["path"], "/k/project/adder.v");
+    EXPECT_EQ(ask({"find", "adder.v", "--cached", "--all"}).status, 2);
 }
 
 TEST_F(GenQueryFind, AbsoluteNameIsOnlyTested) {
@@ -179,55 +177,22 @@ TEST_F(GenQueryFind, ProjectMayLieElsewhere) {
 
 // Colour
 
-namespace {
-
-/// What a program writes to a terminal of its own.
-std::string terminal_output(Arguments const& arguments, std::string const& directory,
-                            std::vector<std::pair<std::string, std::string>> const& environment) {
-    int const master = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-    if (master < 0 || grantpt(master) != 0 || unlockpt(master) != 0)
-        return "no terminal";
-    std::string const slave = ptsname(master);
-    pid_t const child = fork();
-    if (child == 0) {
-        int const terminal = open(slave.c_str(), O_RDWR | O_NOCTTY);
-        if (dup2(terminal, STDOUT_FILENO) < 0 || chdir(directory.c_str()) != 0)
-            _exit(126);
-        for (auto const& [name, value] : environment)
-            setenv(name.c_str(), value.c_str(), 1);
-        std::vector<char*> argv;
-        for (std::string const& argument : arguments)
-            argv.push_back(const_cast<char*>(argument.c_str()));
-        argv.push_back(nullptr);
-        execv(argv[0], argv.data());
-        _exit(127);
-    }
-    std::string output;
-    char buffer[4096];
-    // Reading fails once nobody holds the other end any more.
-    for (ssize_t got = 0; (got = read(master, buffer, sizeof buffer)) > 0;)
-        output.append(buffer, static_cast<std::size_t>(got));
-    waitpid(child, nullptr, 0);
-    close(master);
-    return output;
-}
-
-} // namespace
-
 TEST_F(GenQueryFind, ColourMarksTheAnswerOnATerminalAlone) {
-    Arguments const arguments{executable(), "find", "adder.v", "--all"};
-    std::string const directory = m_root / "project";
-    std::string const coloured =
-        terminal_output(arguments, directory, {{"TERM", "xterm"}, {"NO_COLOR", ""}});
+    ScopedCurrentDirectory const here(m_root / "project");
+    ScopedVariable const terminal("TERM", "xterm");
+    ScopedVariable const colour("NO_COLOR", nullptr);
+    auto const seen = [this] {
+        return run_at_terminal({executable(), "find", "adder.v", "--all"}, "").seen;
+    };
+    std::string const coloured = seen();
     EXPECT_THAT(coloured, HasSubstr("\033[1;32mwins      project "));
     EXPECT_THAT(coloured, HasSubstr("\033[2mshadowed  "));
     EXPECT_THAT(coloured, StartsWith("standing"));
-    for (auto const& refusal : {std::pair<std::string, std::string>{"NO_COLOR", "1"},
-                                std::pair<std::string, std::string>{"TERM", "dumb"}}) {
-        std::string const plain =
-            terminal_output(arguments, directory, {{"TERM", "xterm"}, {"NO_COLOR", ""}, refusal});
+    for (auto const& [name, value] : {std::pair("NO_COLOR", "1"), std::pair("TERM", "dumb")}) {
+        ScopedVariable const refusal(name, value);
+        std::string const plain = seen();
         EXPECT_THAT(plain, HasSubstr("wins"));
-        EXPECT_EQ(plain.find('\033'), std::string::npos) << refusal.first;
+        EXPECT_EQ(plain.find('\033'), std::string::npos) << name;
     }
     EXPECT_EQ(ask({"find", "adder.v", "--all"}).output.find('\033'), std::string::npos);
 }

@@ -46,13 +46,18 @@ bool is_directory_without_last_character(STR path) {
     return stat(path.c_str(), &status) == 0 && (status.st_mode & directory_bit) != 0;
 }
 
+/// Whether it exists, once it has been created if need be.
+bool is_there_or_created(STR const& directory) {
+    FIO_PATH const path(directory);
+    if (FIO_FILE_SYSTEM::exists(path))
+        return true;
+    FIO_FILE_SYSTEM::create(directory);
+    return FIO_FILE_SYSTEM::exists(path);
+}
+
 bool is_output_directory_usable() {
-    if (gen_project_output_directory.empty())
-        return false;
-    FIO_PATH const path(gen_project_output_directory);
-    if (!FIO_FILE_SYSTEM::exists(path))
-        FIO_FILE_SYSTEM::create(gen_project_output_directory);
-    return FIO_FILE_SYSTEM::exists(path) &&
+    return !gen_project_output_directory.empty() &&
+           is_there_or_created(gen_project_output_directory) &&
            is_directory_without_last_character(gen_project_output_directory);
 }
 

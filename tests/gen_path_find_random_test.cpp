@@ -6,6 +6,7 @@
 
 #include "effort.h"
 #include "gen_path_fixture.h"
+#include "lookup_order.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -34,40 +35,6 @@ struct Place {
     std::string directory;
 };
 
-char const* const shipped[] = {
-    "libraries/",
-    "libraries/vhdl/",
-    "libraries/primitives/",
-    "libraries/primitives/pin/",
-    "libraries/primitives/buffer/",
-    "libraries/primitives/logic/",
-    "libraries/primitives/storage/",
-    "libraries/primitives/other/",
-    "libraries/parablocks/",
-    "libraries/parablocks/arithmetic/",
-    "libraries/parablocks/gates/",
-    "libraries/parablocks/io/",
-    "libraries/parablocks/storage/",
-    "libraries/parablocks/embedded_logic/",
-    "libraries/corekits/",
-    "libraries/others/",
-    "libraries/others/prismo2/",
-    "libraries/others/allycores/",
-    "libraries/software/boot/",
-    "libraries/others/evalcores/",
-    "eda/hspice/",
-};
-char const* const eda[] = {
-    "libraries/others/vital/",
-    "eda/mentor/",
-    "eda/synopsys/",
-    "eda/viewlogic/",
-    "eda/sim_lib/",
-    "eda/ibis/",
-    "libraries/others/synplicity/",
-};
-char const* const extensions[] = {".kbd", ".ksd", ".khd", ".vhd", ".v", ".sv", ".edf"};
-
 /// The plain lookup.
 class Reference {
   public:
@@ -92,7 +59,7 @@ class Reference {
         std::vector<std::pair<int, std::string>> found;
         std::vector<std::string> taken;
         for (Place const& place : places)
-            for (char const* extension : extensions) {
+            for (char const* extension : source_extensions) {
                 std::string const path = place.directory + base_name + extension;
                 if (std::count(taken.begin(), taken.end(), extension) == 0 && exists(path)) {
                     found.emplace_back(place.tag, path);
@@ -119,10 +86,10 @@ class RandomTree {
         : m_random(random), m_root(std::move(root)) {
         set_project();
         set_libraries();
-        for (char const* directory : shipped)
-            m_reference.places.push_back({4, korvane + directory});
-        for (char const* directory : eda)
-            m_reference.eda_places.push_back({4, korvane + directory});
+        for (std::string const& directory : shipped_directories(korvane))
+            m_reference.places.push_back({4, directory});
+        for (std::string const& directory : eda_directories(korvane))
+            m_reference.eda_places.push_back({4, directory});
         for (Place const& place : m_reference.places)
             fill(place.directory);
         for (Place const& place : m_reference.eda_places)
@@ -184,7 +151,9 @@ class RandomTree {
     }
 
     std::string random_extension() {
-        return chance(m_random, 10) ? "" : extensions[below(m_random, std::size(extensions))];
+        return chance(m_random, 10)
+                   ? ""
+                   : source_extensions[below(m_random, std::size(source_extensions))];
     }
 
     /// Puts files, links and directories of the usual names into one directory, or leaves it out.

@@ -1,6 +1,8 @@
 // What lookups ask of the system, seen from outside, and what becomes of them when it refuses.
 
+#include "lookup_order.h"
 #include "run_program.h"
+#include "sanitizer.h"
 #include "temp_directory.h"
 
 #include <gmock/gmock.h>
@@ -15,40 +17,6 @@ using testing::IsEmpty;
 namespace {
 
 using Texts = std::vector<std::string>;
-
-char const* const shipped[] = {
-    "libraries/",
-    "libraries/vhdl/",
-    "libraries/primitives/",
-    "libraries/primitives/pin/",
-    "libraries/primitives/buffer/",
-    "libraries/primitives/logic/",
-    "libraries/primitives/storage/",
-    "libraries/primitives/other/",
-    "libraries/parablocks/",
-    "libraries/parablocks/arithmetic/",
-    "libraries/parablocks/gates/",
-    "libraries/parablocks/io/",
-    "libraries/parablocks/storage/",
-    "libraries/parablocks/embedded_logic/",
-    "libraries/corekits/",
-    "libraries/others/",
-    "libraries/others/prismo2/",
-    "libraries/others/allycores/",
-    "libraries/software/boot/",
-    "libraries/others/evalcores/",
-    "eda/hspice/",
-};
-char const* const eda[] = {
-    "libraries/others/vital/",
-    "eda/mentor/",
-    "eda/synopsys/",
-    "eda/viewlogic/",
-    "eda/sim_lib/",
-    "eda/ibis/",
-    "libraries/others/synplicity/",
-};
-char const* const extensions[] = {".kbd", ".ksd", ".khd", ".vhd", ".v", ".sv", ".edf"};
 
 class GenLookupSystem : public testing::Test {
   protected:
@@ -72,8 +40,8 @@ class GenLookupSystem : public testing::Test {
     Texts directories() const {
         Texts all{at("project/"), at("project/db/"), at("project/lib/"),
                   at("team/"),    at("user/"),       at("project/parablocks/")};
-        for (char const* directory : shipped)
-            all.push_back(at("korvane/") + directory);
+        for (std::string const& directory : shipped_directories(at("korvane/")))
+            all.push_back(directory);
         return all;
     }
 
@@ -121,11 +89,12 @@ class GenLookupSystem : public testing::Test {
     struct Lookup {
         std::string found;
         Texts calls;
+        int allocations;
     };
     Lookup lookup(std::string const& kind, std::string const& name, Texts const& options) const {
         ProgramResult const result = trace({}, 2, kind, name, options);
         EXPECT_EQ(result.status, 0) << result.errors;
-        return {result.output, calls()};
+        return {result.output, calls(), std::atoi(result.errors.c_str())};
     }
 
     /// What a lookup finds in a process whose calls are tampered with.
@@ -183,10 +152,8 @@ TEST_F(GenLookupSystem, AbsoluteNameAsksOnce) {
 }
 
 TEST_F(GenLookupSystem, EdaLookupAsksItsLibrariesAlone) {
-    Texts expected;
-    for (char const* directory : eda)
-        expected.push_back(at("korvane/") + directory + "cell.v");
-    EXPECT_EQ(lookup("eda", "cell.v", {}).calls, questions(expected));
+    EXPECT_EQ(lookup("eda", "cell.v", {}).calls,
+              questions(with(eda_directories(at("korvane/")), "cell.v")));
 }
 
 TEST_F(GenLookupSystem, CachedAnswerAsksNothing) {
@@ -207,7 +174,7 @@ TEST_F(GenLookupSystem, SourceSearchAsksOnceForEachTypeStillWanted) {
     std::string const vhdl = m_directory.write("project/top.vhd");
     std::string const verilog = m_directory.write("user/top.v");
     Texts expected;
-    Texts wanted(std::begin(extensions), std::end(extensions));
+    Texts wanted(std::begin(source_extensions), std::end(source_extensions));
     for (std::string const& directory : directories()) {
         for (std::string const& extension : wanted)
             expected.push_back(directory + "top" + extension);
@@ -229,6 +196,43 @@ TEST_F(GenLookupSystem, RelativeProjectAsksForTheCurrentDirectoryOncePerLibraryG
                 ElementsAre("faccessat2 p/top.v", "faccessat2 p/db/top.v", "getcwd " + at("here"),
                             "faccessat2 " + at("here/p/lib/top.v"), "getcwd " + at("here"),
                             "faccessat2 " + path));
+}
+
+TEST_F(GenLookupSystem, OutputDirectoryIsAskedForOnceAndSeenOnce) {
+    std::string const out = m_directory.make_directory("out");
+    Texts const asked = lookup("output", out, {at("project")}).calls;
+    ASSERT_EQ(asked.size(), 2U);
+    EXPECT_EQ(asked[0], "faccessat2 " + out + "/");
+    EXPECT_THAT(asked[1], testing::EndsWith(" " + out));
+}
+
+// No memory but that of the result
+
+TEST_F(GenLookupSystem, MissTakesNoMemoryAndAHitThatOfItsPath) {
+    if (address_sanitizer)
+        GTEST_SKIP() << "the sanitizer's heap cannot be counted";
+    m_directory.write("user/top.v");
+    EXPECT_EQ(lookup("find", "missing.v", everything()).allocations, 0);
+    EXPECT_EQ(lookup("eda", "missing.v", everything()).allocations, 0);
+    EXPECT_EQ(lookup("cached", "missing.v", everything()).allocations, 0);
+    // The path, and the probe's copy of its text.
+    EXPECT_EQ(lookup("find", "top.v", everything()).allocations, 2);
+    EXPECT_EQ(lookup("cached", "top.v", everything()).allocations, 2);
+}
+
+TEST_F(GenLookupSystem, DirectoriesTriedTakeNoMemory) {
+    if (address_sanitizer)
+        GTEST_SKIP() << "the sanitizer's heap cannot be counted";
+    Texts const few = everything();
+    Texts many = few;
+    for (int i = 0; i < 100; ++i)
+        many.back() += ";" + at("none/") + std::to_string(i);
+    for (char const* kind : {"find", "include", "sources"}) {
+        Lookup const with_few = lookup(kind, "missing", few);
+        Lookup const with_many = lookup(kind, "missing", many);
+        EXPECT_GE(with_many.calls.size(), with_few.calls.size() + 100) << kind;
+        EXPECT_EQ(with_many.allocations, with_few.allocations) << kind;
+    }
 }
 
 // Refusals

@@ -2,6 +2,7 @@
 
 #include "error_recorder.h"
 #include "gen_path_fixture.h"
+#include "lookup_order.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -31,44 +32,24 @@ class GenFindFile : public GenPathTest {
 };
 
 /// Every directory that a lookup asks, in its order.
-char const* const lookup_order[] = {
-    "project/",
-    "project/db/",
-    "project/lib/",
-    "team/",
-    "project/mine/",
-    "user/",
-    "project/parablocks/",
-    "korvane/libraries/",
-    "korvane/libraries/vhdl/",
-    "korvane/libraries/primitives/",
-    "korvane/libraries/primitives/pin/",
-    "korvane/libraries/primitives/buffer/",
-    "korvane/libraries/primitives/logic/",
-    "korvane/libraries/primitives/storage/",
-    "korvane/libraries/primitives/other/",
-    "korvane/libraries/parablocks/",
-    "korvane/libraries/parablocks/arithmetic/",
-    "korvane/libraries/parablocks/gates/",
-    "korvane/libraries/parablocks/io/",
-    "korvane/libraries/parablocks/storage/",
-    "korvane/libraries/parablocks/embedded_logic/",
-    "korvane/libraries/corekits/",
-    "korvane/libraries/others/",
-    "korvane/libraries/others/prismo2/",
-    "korvane/libraries/others/allycores/",
-    "korvane/libraries/software/boot/",
-    "korvane/libraries/others/evalcores/",
-    "korvane/eda/hspice/",
-};
+std::vector<std::string> lookup_order() {
+    std::vector<std::string> directories{
+        "project/",      "project/db/", "project/lib/",       "team/",
+        "project/mine/", "user/",       "project/parablocks/"};
+    for (std::string const& directory : shipped_directories("korvane/"))
+        directories.push_back(directory);
+    return directories;
+}
 
 } // namespace
 
 TEST_F(GenFindFile, EarlierDirectoriesShadowLaterOnes) {
     // From the back: each file that appears is found at once, and hides the one before.
     EXPECT_EQ(found_file("top.v"), "");
-    for (std::size_t i = std::size(lookup_order); i-- > 0;) {
-        std::string const path = write(std::string(lookup_order[i]) + "top.v");
+    std::vector<std::string> const directories = lookup_order();
+    ASSERT_EQ(directories.size(), 28U);
+    for (std::size_t i = directories.size(); i-- > 0;) {
+        std::string const path = write(directories[i] + "top.v");
         EXPECT_EQ(found_file("top.v"), path);
     }
 }
@@ -127,6 +108,8 @@ TEST_F(GenFindFile, AbsoluteNameDefaultsTheProjectToo) {
     forget_path_state();
     EXPECT_EQ(found_file("/"), "/");
     EXPECT_EQ(gen_get_project_dir_path(), text_at("here/"));
+    EXPECT_NE(gen_korvane_libraries, nullptr);
+    EXPECT_NE(gen_korvane_eda_libraries, nullptr);
 }
 
 TEST_F(GenFindFile, RelativeLibrariesFollowTheProject) {
@@ -166,10 +149,10 @@ TEST_F(GenFindFile, EdaFilesComeFromTheirLibrariesAlone) {
     write("korvane/libraries/cell.v");
     write("korvane/eda/hspice/cell.v");
     EXPECT_EQ(found_eda("cell.v"), "");
-    for (char const* directory :
-         {"libraries/others/synplicity/", "eda/ibis/", "eda/sim_lib/", "eda/viewlogic/",
-          "eda/synopsys/", "eda/mentor/", "libraries/others/vital/"}) {
-        std::string const path = write("korvane/" + std::string(directory) + "cell.v");
+    std::vector<std::string> const directories = eda_directories("korvane/");
+    ASSERT_EQ(directories.size(), 7U);
+    for (std::size_t i = directories.size(); i-- > 0;) {
+        std::string const path = write(directories[i] + "cell.v");
         EXPECT_EQ(found_eda("cell.v"), path);
     }
 }
@@ -239,6 +222,9 @@ TEST_F(GenFindFile, CacheKeysAreTheNamesAsGiven) {
     EXPECT_EQ(found_cached("A.v"), path);
     EXPECT_EQ(found_cached("./A.v"), at("project/./A.v"));
     EXPECT_EQ(found_cached(""), "");
+    EXPECT_EQ(gen_find_file_cache->size(), 4U);
+    // A key ends at its terminator.
+    EXPECT_EQ(found(gen_find_file_cache_assisted(STR("A.v\0b", 5))), path);
     EXPECT_EQ(gen_find_file_cache->size(), 4U);
 }
 

@@ -2,59 +2,30 @@
 
 #include "error_recorder.h"
 #include "gen_path_fixture.h"
+#include "lookup_order.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <climits>
 
+using testing::AllOf;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 namespace {
 
 class GenInstallation : public GenPathTest {};
 
-char const* const library_directories[] = {
-    "",
-    "libraries/",
-    "libraries/vhdl/",
-    "libraries/primitives/",
-    "libraries/primitives/pin/",
-    "libraries/primitives/buffer/",
-    "libraries/primitives/logic/",
-    "libraries/primitives/storage/",
-    "libraries/primitives/other/",
-    "libraries/parablocks/",
-    "libraries/parablocks/arithmetic/",
-    "libraries/parablocks/gates/",
-    "libraries/parablocks/io/",
-    "libraries/parablocks/storage/",
-    "libraries/parablocks/embedded_logic/",
-    "libraries/corekits/",
-    "libraries/others/",
-    "libraries/others/prismo2/",
-    "libraries/others/allycores/",
-    "libraries/others/vital/",
-    "eda/mentor/",
-    "eda/synopsys/",
-    "eda/viewlogic/",
-    "eda/sim_lib/",
-    "eda/ibis/",
-    "libraries/others/synplicity/",
-    "libraries/software/boot/",
-    "libraries/others/evalcores/",
-    "eda/hspice/",
-};
-
 } // namespace
 
 TEST_F(GenInstallation, LibraryDirectoriesLieBelowTheRoot) {
-    ASSERT_EQ(std::size(library_directories), 29U);
-    EXPECT_EQ(GEN_LIB_SIZE, 29);
+    ASSERT_EQ(GEN_LIB_SIZE, 29);
     for (int type = 0; type < 29; ++type)
         EXPECT_EQ(gen_get_library_path(static_cast<GEN_LIBRARY_TYPE>(type)),
-                  text_at("korvane/") + library_directories[type])
+                  text_at("korvane/") + library_directories[type].name)
             << type;
 }
 
@@ -75,7 +46,17 @@ TEST_F(GenInstallation, LibraryPastTheTableIsReportedAndGivesTheRoot) {
         EXPECT_EQ(recorder.errors()[0].condition, "type < GEN_LIB_SIZE");
         EXPECT_EQ(recorder.errors()[0].owner, "GEN");
         EXPECT_EQ(recorder.errors()[0].source_file, "gen_path");
+        EXPECT_GT(recorder.errors()[0].line, 0);
     }
+}
+
+TEST_F(GenInstallation, RootComesBeforeTheReport) {
+    auto const past_the_table = [] {
+        gen_module_fullpath = nullptr;
+        gen_get_library_path(GEN_LIB_SIZE);
+    };
+    EXPECT_EXIT(past_the_table(), testing::ExitedWithCode(255),
+                AllOf(HasSubstr("was not properly initialized"), Not(HasSubstr("GEN_LIB_SIZE"))));
 }
 
 TEST_F(GenInstallation, NegativeLibraryGivesTheRootUnreported) {
@@ -122,4 +103,12 @@ TEST_F(GenInstallation, DeviceFilesAreTheOnesBesideTheExecutable) {
     write("korvane/linux/ally.ddb.old");
     write("korvane/common/devinfo/other.ddb");
     EXPECT_THAT(gen_get_all_device_files(), ElementsAre("ally.ddb", "prismo2.ddb"));
+}
+
+TEST_F(GenInstallation, ExecutableWithoutADirectoryHasNoDeviceFiles) {
+    write("here/ally.ddb");
+    std::string bare = "tool";
+    char* const previous = std::exchange(gen_module_fullpath, bare.data());
+    EXPECT_THAT(gen_get_all_device_files(), IsEmpty());
+    gen_module_fullpath = previous;
 }

@@ -12,12 +12,6 @@ namespace {
 
 class GenLibraries : public GenPathTest {
   protected:
-    static std::vector<std::string> texts(MEM_LIST<FIO_PATH> const* directories) {
-        std::vector<std::string> result;
-        for (FIO_PATH const& directory : *directories)
-            result.emplace_back(directory.fullpath());
-        return result;
-    }
     std::vector<std::string> library_paths(std::vector<int> const& types) {
         std::vector<std::string> result;
         for (int const type : types)
@@ -50,11 +44,11 @@ TEST_F(GenLibraries, HelperCreatesAndThenReinitialises) {
     FIO_FIND* slot = nullptr;
     gen_set_fio_find_library_paths_helper("/a;/b", &slot);
     ASSERT_NE(slot, nullptr);
-    EXPECT_THAT(texts(&slot->directories()), ElementsAre("/a", "/b"));
+    EXPECT_THAT(texts(slot->directories()), ElementsAre("/a", "/b"));
     FIO_FIND* const created = slot;
     gen_set_fio_find_library_paths_helper("/c", &slot);
     EXPECT_EQ(slot, created);
-    EXPECT_THAT(texts(&slot->directories()), ElementsAre("/c"));
+    EXPECT_THAT(texts(slot->directories()), ElementsAre("/c"));
     delete slot;
     gen_set_fio_find_library_paths_helper("/d", nullptr);
 }
@@ -65,8 +59,8 @@ TEST_F(GenLibraries, ProjectAndUserPathsAreKeptAndSearched) {
     gen_set_user_library_paths("/u");
     EXPECT_EQ(gen_get_project_library_paths(), "/a;lib");
     EXPECT_EQ(gen_get_user_library_paths(), "/u");
-    EXPECT_THAT(texts(gen_project_lib_fio_paths()), ElementsAre("/a", "lib"));
-    EXPECT_THAT(texts(&gen_ini_user_libraries->directories()), ElementsAre("/u"));
+    EXPECT_THAT(texts(*gen_project_lib_fio_paths()), ElementsAre("/a", "lib"));
+    EXPECT_THAT(texts(gen_ini_user_libraries->directories()), ElementsAre("/u"));
     EXPECT_EQ(gen_korvane_library_paths, "");
 
     FIO_FIND* const project = gen_project_libraries;
@@ -75,15 +69,15 @@ TEST_F(GenLibraries, ProjectAndUserPathsAreKeptAndSearched) {
     gen_set_user_library_paths("/v;/w");
     EXPECT_EQ(gen_project_libraries, project);
     EXPECT_EQ(gen_ini_user_libraries, user);
-    EXPECT_THAT(texts(gen_project_lib_fio_paths()), IsEmpty());
-    EXPECT_THAT(texts(&user->directories()), ElementsAre("/v", "/w"));
+    EXPECT_THAT(texts(*gen_project_lib_fio_paths()), IsEmpty());
+    EXPECT_THAT(texts(user->directories()), ElementsAre("/v", "/w"));
 }
 
 TEST_F(GenLibraries, ShippedOnesAreAllTypesButTheRootInAscendingOrder) {
     EXPECT_EQ(
-        texts(gen_get_default_lib_fio_paths()),
+        texts(*gen_get_default_lib_fio_paths()),
         library_paths({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 26, 27, 28}));
-    EXPECT_EQ(texts(&gen_get_korvane_eda_lib_paths()->directories()),
+    EXPECT_EQ(texts(gen_get_korvane_eda_lib_paths()->directories()),
               library_paths({19, 20, 21, 22, 23, 24, 25}));
 }
 
@@ -96,9 +90,9 @@ TEST_F(GenLibraries, ShippedOnesAreBuiltOnce) {
     char* const previous = std::exchange(gen_module_fullpath, elsewhere.data());
     EXPECT_EQ(gen_get_korvane_lib_paths(), libraries);
     EXPECT_EQ(gen_get_korvane_eda_lib_paths(), eda);
-    EXPECT_EQ(texts(gen_get_default_lib_fio_paths())[0], at("korvane/libraries/"));
+    EXPECT_EQ(texts(*gen_get_default_lib_fio_paths())[0], at("korvane/libraries/"));
     gen_clear_all_library_paths();
-    EXPECT_EQ(texts(gen_get_default_lib_fio_paths())[0], "/opt/k/libraries/");
+    EXPECT_EQ(texts(*gen_get_default_lib_fio_paths())[0], "/opt/k/libraries/");
     gen_module_fullpath = previous;
 }
 
@@ -108,6 +102,12 @@ TEST_F(GenLibraries, ShippedOnesAreNotBuiltWhileOneGroupIsThere) {
     gen_init_korvane_lib_paths();
     EXPECT_EQ(gen_korvane_libraries, nullptr);
     EXPECT_EQ(gen_get_default_lib_fio_paths(), nullptr);
+
+    gen_clear_all_library_paths();
+    gen_init_korvane_lib_paths();
+    delete std::exchange(gen_korvane_eda_libraries, nullptr);
+    EXPECT_NE(gen_get_korvane_lib_paths(), nullptr);
+    EXPECT_EQ(gen_get_korvane_eda_lib_paths(), nullptr);
 }
 
 TEST_F(GenFileTypeOrder, StandsMostPreferredFirst) {
@@ -139,6 +139,7 @@ TEST_F(GenFileTypeOrder, RemovedExtensionMayBeAnEntryItself) {
 TEST_F(GenLibraries, ClearingFreesEverythingButTheTextsAndTheCache) {
     std::size_t const before = MEM_MANAGER::s_system_memory_counter.current();
     gen_set_project_dir_path("/p");
+    gen_set_project_output_directory("/o");
     gen_set_db_dir_path("/p/db");
     gen_set_db_dir_full_name(FIO_PATH("/p/db/x"));
     gen_set_project_library_paths("/l");
@@ -161,6 +162,7 @@ TEST_F(GenLibraries, ClearingFreesEverythingButTheTextsAndTheCache) {
     EXPECT_EQ(gen_get_project_dir_path(), "/p/");
     EXPECT_EQ(gen_get_project_library_paths(), "/l");
     EXPECT_EQ(gen_get_user_library_paths(), "/u");
+    EXPECT_EQ(gen_project_output_directory, "/o/");
 
     gen_clear_all_library_paths();
     gen_destroy_find_file_cache();

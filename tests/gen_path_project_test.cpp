@@ -20,11 +20,7 @@ namespace {
 class GenProject : public GenPathTest {
   protected:
     static std::vector<std::string> directories(FIO_FIND const* find) {
-        std::vector<std::string> texts;
-        if (find != nullptr)
-            for (FIO_PATH const& directory : find->directories())
-                texts.emplace_back(directory.fullpath());
-        return texts;
+        return find != nullptr ? texts(find->directories()) : std::vector<std::string>();
     }
 };
 
@@ -80,6 +76,35 @@ TEST_F(GenProject, RelativeDirectoryStaysRelative) {
     gen_set_project_dir_path("sub/p");
     EXPECT_EQ(gen_get_project_dir_path(), "sub/p/");
     EXPECT_EQ(found(gen_get_project_parablocks_dir_path()), "sub/p/parablocks/");
+}
+
+TEST_F(GenProject, EmptyDirectoryIsSetAndFindsNothing) {
+    write("here/top.v");
+    gen_set_project_dir_path("");
+    EXPECT_EQ(gen_get_project_dir_path(), "");
+    EXPECT_EQ(found(gen_get_project_parablocks_dir_path()), "/parablocks/");
+    EXPECT_NE(gen_project_directory_fio_find, nullptr);
+    EXPECT_THAT(directories(gen_project_directory_fio_find), IsEmpty());
+    EXPECT_EQ(found_file("top.v"), "") << "set, so that the current directory is not taken";
+}
+
+TEST_F(GenProject, SettersFreeWhatTheyReplace) {
+    auto const set_all = [](std::string const& root) {
+        STR const text = library_string(root + "/a directory with a name that is kept on the heap");
+        gen_set_project_dir_path(text);
+        gen_set_db_dir_path(text);
+        gen_set_db_dir_full_name(FIO_PATH(text));
+        gen_set_project_library_paths(text);
+        gen_set_user_library_paths(text);
+        gen_set_project_output_directory(text.c_str());
+    };
+    set_all("/first");
+    set_all("/other");
+    std::size_t const before = MEM_MANAGER::s_system_memory_counter.current();
+    for (int round = 0; round < 100; ++round)
+        set_all(round % 2 == 0 ? "/first" : "/other");
+    // The heap may give a larger block than it was asked for, but not a hundred of them.
+    EXPECT_LT(MEM_MANAGER::s_system_memory_counter.current(), before + 100 * 16);
 }
 
 TEST_F(GenProject, SearchObjectsStayTheSame) {
@@ -300,6 +325,26 @@ TEST_F(GenRelativePath, NameIsLookedUpFirst) {
     EXPECT_EQ(relative("c.v"), "c.v") << "found, but outside the project: not even made absolute";
     EXPECT_EQ(relative("missing.v"), "missing.v");
     EXPECT_EQ(relative(""), "");
+}
+
+TEST_F(GenRelativePath, LookupMayMakeTheCurrentDirectoryTheProject) {
+    write("here/lib/a.v");
+    gen_set_user_library_paths("lib");
+    EXPECT_EQ(relative("a.v"), "lib/a.v");
+    EXPECT_EQ(gen_get_project_dir_path(), text_at("here/"));
+}
+
+TEST_F(GenRelativePath, FileOfARelativeProjectStaysAsItWasGiven) {
+    write("here/p/db/a.v");
+    gen_set_project_dir_path("p");
+    gen_set_db_dir_path("p/db");
+    EXPECT_EQ(relative("a.v"), "a.v");
+    EXPECT_EQ(relative(at("here/p/db/a.v")), at("here/p/db/a.v"));
+}
+
+TEST_F(GenRelativePath, EmptyProjectDirectoryLeavesThePath) {
+    gen_set_project_dir_path("");
+    EXPECT_EQ(relative("/proj/a.v"), "/proj/a.v");
 }
 
 TEST_F(GenRelativePath, WithoutAProjectAnAbsolutePathStays) {

@@ -2,15 +2,29 @@
 //
 //     lookup_probe <rounds> <kind> <name> [<project> [<database> [<libraries> [<user libraries>]]]]
 //
-// Only the last round is marked: the ones before have built and allocated what is built once.
+// Only the last round is marked: the ones before have built and allocated what is built once. How
+// often it asked the heap for memory is told on standard error.
 
 #include "gen_exe.h"
 #include "gen_path.h"
+#include "sanitizer.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
 #include <unistd.h>
+
+static unsigned allocations = 0;
+
+#ifndef TEST_ADDRESS_SANITIZER
+extern "C" void* __libc_malloc(std::size_t size);
+
+/// Stands before the heap of the whole process, gen's included.
+extern "C" void* malloc(std::size_t size) noexcept {
+    ++allocations;
+    return __libc_malloc(size);
+}
+#endif
 
 namespace {
 
@@ -77,8 +91,11 @@ GEN_DEFINE_MAIN(argc, argv) {
     for (int round = std::atoi(argv[1]); round > 1; --round)
         answer(argv[2], argv[3]);
     mark();
+    allocations = 0;
     STR const found = answer(argv[2], argv[3]);
+    unsigned const allocated = allocations;
     mark();
+    std::fprintf(stderr, "%u", allocated);
     std::printf("%s", found.c_str());
     return 0;
 }

@@ -34,6 +34,22 @@ KORVANE_API int stl_vsprintf(STR* out, char const* format, char* args);
 /// va_list object that it points to. See STL_ARG_CURSOR::output for what counts as a conversion.
 KORVANE_API void stl_output(STR* out, char const* conversion, char** cursor);
 
+/// What a conversion takes its argument as.
+enum class STL_ARGUMENT : unsigned char {
+    none,
+    integer,           ///< int, and all that is passed as one
+    long_integer,      ///< long, size_t, ptrdiff_t
+    long_long_integer, ///< long long, intmax_t where it is longer than long
+    floating,          ///< double
+    long_floating,     ///< long double
+    text,              ///< char const*
+    wide_text,         ///< wchar_t const*
+    pointer,           ///< any other, that of %n included
+};
+
+/// The argument that STL_ARG_CURSOR::output takes for @p conversion.
+KORVANE_API STL_ARGUMENT stl_argument_of(char const* conversion);
+
 /// Walks through arguments in order, as often as wanted. The caller's own list is not consumed.
 class STL_ARG_CURSOR {
   public:

@@ -31,16 +31,6 @@ void copy_list(va_list& copy, char* args) {
 }
 #endif
 
-// Whether it is one conversion, as STL_ARG_CURSOR::output describes it.
-bool is_conversion(char const* text) {
-    return text != nullptr && *text == '%';
-}
-
-bool takes_one_argument_at_most(STL_CONVERSION const& conversion) {
-    return conversion.ordinary && !conversion.width_is_argument &&
-           !conversion.precision_is_argument;
-}
-
 } // namespace
 
 STL_ARG_CURSOR::STL_ARG_CURSOR(char* args) : m_start(args) {
@@ -58,12 +48,8 @@ void STL_ARG_CURSOR::skip_word() {
 }
 
 void STL_ARG_CURSOR::output(STR* out, char const* conversion) {
-    if (!is_conversion(conversion))
-        return;
-    STL_CONVERSION const parsed = stl_parse_conversion(conversion + 1);
-    if (!takes_one_argument_at_most(parsed))
-        return;
-    if (!has_arguments() && parsed.argument != STL_CONVERSION::ARGUMENT::none)
+    STL_CONVERSION parsed = stl_parse_single(conversion);
+    if (!parsed.is_simple() || (!has_arguments() && parsed.argument != STL_ARGUMENT::none))
         return;
     STL_TEXT text;
     if (stl_format(text, parsed, *this))
@@ -71,10 +57,8 @@ void STL_ARG_CURSOR::output(STR* out, char const* conversion) {
 }
 
 void STL_ARG_CURSOR::skip(char const* conversion) {
-    if (!has_arguments() || !is_conversion(conversion))
-        return;
-    STL_CONVERSION const parsed = stl_parse_conversion(conversion + 1);
-    if (takes_one_argument_at_most(parsed))
+    STL_CONVERSION const parsed = stl_parse_single(conversion);
+    if (parsed.is_simple() && has_arguments())
         stl_skip(parsed, *this);
 }
 

@@ -7,8 +7,6 @@
 
 namespace {
 
-using ARGUMENT = STL_CONVERSION::ARGUMENT;
-
 constexpr char flag_letters[] = "-+ #0'I"; // in the order of their bits
 
 bool is_digit(char c) {
@@ -116,7 +114,7 @@ LENGTH read_modifier(STL_CONVERSION& conversion, char const*& at) {
 }
 
 // "%Ls" and its like mean nothing; what glibc makes of them depends on what stands before them.
-bool is_narrow_or_wide(STL_CONVERSION const& conversion) {
+bool depends_on_context(STL_CONVERSION const& conversion) {
     return conversion.modifier_length != 0 &&
            (conversion.modifier[0] == 'L' || conversion.modifier[0] == 'q');
 }
@@ -131,9 +129,9 @@ void classify(STL_CONVERSION& conversion, LENGTH length) {
     case 'X':
     case 'b':
     case 'B':
-        conversion.argument = length.is_long_long ? ARGUMENT::long_long_integer
-                              : length.is_long    ? ARGUMENT::long_integer
-                                                  : ARGUMENT::integer;
+        conversion.argument = length.is_long_long ? STL_ARGUMENT::long_long_integer
+                              : length.is_long    ? STL_ARGUMENT::long_integer
+                                                  : STL_ARGUMENT::integer;
         return;
     case 'e':
     case 'E':
@@ -143,20 +141,23 @@ void classify(STL_CONVERSION& conversion, LENGTH length) {
     case 'G':
     case 'a':
     case 'A':
-        conversion.argument = length.is_long_long ? ARGUMENT::long_floating : ARGUMENT::floating;
+        conversion.argument =
+            length.is_long_long ? STL_ARGUMENT::long_floating : STL_ARGUMENT::floating;
         return;
     case 'c':
     case 'C':
-        conversion.argument = ARGUMENT::integer;
-        conversion.ordinary &= !is_narrow_or_wide(conversion);
+        conversion.argument = STL_ARGUMENT::integer;
+        conversion.ordinary &= !depends_on_context(conversion);
         return;
     case 's':
     case 'S':
-        conversion.ordinary &= !is_narrow_or_wide(conversion);
-        [[fallthrough]];
+        conversion.argument = conversion.letter == 'S' || length.is_long ? STL_ARGUMENT::wide_text
+                                                                         : STL_ARGUMENT::text;
+        conversion.ordinary &= !depends_on_context(conversion);
+        return;
     case 'p':
     case 'n':
-        conversion.argument = ARGUMENT::pointer;
+        conversion.argument = STL_ARGUMENT::pointer;
         return;
     case '%':
     case 'm':
@@ -177,6 +178,19 @@ STL_CONVERSION stl_parse_conversion(char const* at) {
     conversion.end = *at != '\0' ? at + 1 : at;
     classify(conversion, length);
     return conversion;
+}
+
+STL_CONVERSION stl_parse_single(char const* text) {
+    if (text != nullptr && *text == '%')
+        return stl_parse_conversion(text + 1);
+    STL_CONVERSION none;
+    none.ordinary = false;
+    return none;
+}
+
+STL_ARGUMENT stl_argument_of(char const* conversion) {
+    STL_CONVERSION const parsed = stl_parse_single(conversion);
+    return parsed.is_simple() ? parsed.argument : STL_ARGUMENT::none;
 }
 
 void STL_CONVERSION::spell(char* spelling) const {

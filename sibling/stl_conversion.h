@@ -1,17 +1,9 @@
 #pragma once
 
+#include "stl.h"
+
 /// One printf conversion, taken apart the way the C library takes it apart.
 struct STL_CONVERSION {
-    /// What the argument is passed as.
-    enum class ARGUMENT : unsigned char {
-        none,
-        integer,
-        long_integer,
-        long_long_integer,
-        floating,
-        long_floating,
-        pointer
-    };
     enum FLAG : unsigned char {
         left = 1,
         sign = 2,
@@ -24,7 +16,7 @@ struct STL_CONVERSION {
 
     char const* end;    ///< behind the last character that belongs to it
     char letter = '\0'; ///< '\0' when the text ended before it
-    ARGUMENT argument = ARGUMENT::none;
+    STL_ARGUMENT argument = STL_ARGUMENT::none;
     unsigned char flags = 0;
     unsigned char modifier_length = 0;
     char modifier[2]; ///< the length modifier as it was written
@@ -40,9 +32,15 @@ struct STL_CONVERSION {
     bool has(FLAG flag) const { return (flags & flag) != 0; }
     /// Room for any text that spell writes.
     static constexpr unsigned spelling_size = 16;
+    /// Whether it stands on one argument at most, all of it in its own place.
+    bool is_simple() const { return ordinary && !width_is_argument && !precision_is_argument; }
     /// Writes the conversion with "*.*" for width and precision.
     void spell(char* spelling) const;
 };
 
 /// Takes the conversion apart whose "%" is just before @p at.
 STL_CONVERSION stl_parse_conversion(char const* at);
+
+/// Takes a text apart that should be one conversion, as STL_ARG_CURSOR::output describes it; not
+/// is_simple when it is none.
+STL_CONVERSION stl_parse_single(char const* text);

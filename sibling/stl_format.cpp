@@ -14,8 +14,6 @@
 
 namespace {
 
-using ARGUMENT = STL_CONVERSION::ARGUMENT;
-
 // Formats no wider than this are written here; printf has limits of its own near INT_MAX.
 constexpr int widest = 1000;
 
@@ -56,8 +54,7 @@ void append_padded(STL_TEXT& text, STL_CONVERSION const& conversion, char const*
 }
 
 bool format_string(STL_TEXT& text, STL_CONVERSION const& conversion, void* argument) {
-    if (conversion.letter == 'p' || conversion.letter == 'S' || conversion.modifier_length != 0 ||
-        !is_only(conversion, STL_CONVERSION::left))
+    if (conversion.argument != STL_ARGUMENT::text || !is_only(conversion, STL_CONVERSION::left))
         return print(text, conversion, argument);
     auto const* characters = static_cast<char const*>(argument);
     if (characters == nullptr)
@@ -302,28 +299,30 @@ bool take_extents(STL_CONVERSION& conversion, STL_ARG_CURSOR& cursor) {
 
 } // namespace
 
-bool stl_format(STL_TEXT& text, STL_CONVERSION conversion, STL_ARG_CURSOR& cursor) {
+bool stl_format(STL_TEXT& text, STL_CONVERSION& conversion, STL_ARG_CURSOR& cursor) {
     if (!take_extents(conversion, cursor))
         return false;
     switch (conversion.argument) {
-    case ARGUMENT::none:
+    case STL_ARGUMENT::none:
         if (conversion.letter == 'm')
             return print(text, conversion);
         text.append(1, '%');
         return true;
-    case ARGUMENT::integer:
+    case STL_ARGUMENT::integer:
         if (conversion.letter == 'c' || conversion.letter == 'C')
             return format_character(text, conversion, cursor.take<int>());
         return format_integer(text, conversion, cursor.take<int>());
-    case ARGUMENT::long_integer:
+    case STL_ARGUMENT::long_integer:
         return format_integer(text, conversion, cursor.take<long>());
-    case ARGUMENT::long_long_integer:
+    case STL_ARGUMENT::long_long_integer:
         return format_integer(text, conversion, cursor.take<long long>());
-    case ARGUMENT::floating:
+    case STL_ARGUMENT::floating:
         return format_floating(text, conversion, cursor.take<double>());
-    case ARGUMENT::long_floating:
+    case STL_ARGUMENT::long_floating:
         return print(text, conversion, cursor.take<long double>());
-    case ARGUMENT::pointer: {
+    case STL_ARGUMENT::text:
+    case STL_ARGUMENT::wide_text:
+    case STL_ARGUMENT::pointer: {
         void* const argument = cursor.take<void*>();
         if (conversion.letter == 'n')
             return true;
@@ -335,24 +334,26 @@ bool stl_format(STL_TEXT& text, STL_CONVERSION conversion, STL_ARG_CURSOR& curso
 
 void stl_skip(STL_CONVERSION const& conversion, STL_ARG_CURSOR& cursor) {
     switch (conversion.argument) {
-    case ARGUMENT::none:
+    case STL_ARGUMENT::none:
         break;
-    case ARGUMENT::integer:
+    case STL_ARGUMENT::integer:
         cursor.take<int>();
         break;
-    case ARGUMENT::long_integer:
+    case STL_ARGUMENT::long_integer:
         cursor.take<long>();
         break;
-    case ARGUMENT::long_long_integer:
+    case STL_ARGUMENT::long_long_integer:
         cursor.take<long long>();
         break;
-    case ARGUMENT::floating:
+    case STL_ARGUMENT::floating:
         cursor.take<double>();
         break;
-    case ARGUMENT::long_floating:
+    case STL_ARGUMENT::long_floating:
         cursor.take<long double>();
         break;
-    case ARGUMENT::pointer:
+    case STL_ARGUMENT::text:
+    case STL_ARGUMENT::wide_text:
+    case STL_ARGUMENT::pointer:
         cursor.take<void*>();
         break;
     }

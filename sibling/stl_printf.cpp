@@ -40,7 +40,7 @@ EXPANDED expand(STL_TEXT& text, char const* format, STL_ARG_CURSOR& cursor) {
         format = append_literal(text, format);
         if (*format == '\0')
             return text.too_long() ? EXPANDED::failed : EXPANDED::done;
-        STL_CONVERSION const conversion = stl_parse_conversion(format + 1);
+        STL_CONVERSION conversion = stl_parse_conversion(format + 1);
         format = conversion.end;
         if (!cursor.has_arguments()) {
             if (conversion.letter == '%')

@@ -130,6 +130,43 @@ TEST(StlArgCursor, EveryArgumentTypeHasItsSize) {
     EXPECT_EQ(written, 1);
 }
 
+TEST(StlArgCursor, ArgumentOfAConversion) {
+    struct Case {
+        char const* conversion;
+        STL_ARGUMENT argument;
+    };
+    constexpr bool wide_long = sizeof(long) == sizeof(long long);
+    static constexpr Case cases[] = {
+        {"%d", STL_ARGUMENT::integer},
+        {"%c", STL_ARGUMENT::integer},
+        {"%hhX", STL_ARGUMENT::integer},
+        {"%lc", STL_ARGUMENT::integer},
+        {"%ld", STL_ARGUMENT::long_integer},
+        {"%lld", STL_ARGUMENT::long_long_integer},
+        {"%jd", wide_long ? STL_ARGUMENT::long_integer : STL_ARGUMENT::long_long_integer},
+        {"%zu", wide_long ? STL_ARGUMENT::long_integer : STL_ARGUMENT::integer},
+        {"%5.2f", STL_ARGUMENT::floating},
+        {"%La", STL_ARGUMENT::long_floating},
+        {"%-8.3s", STL_ARGUMENT::text},
+        {"%hs", STL_ARGUMENT::text},
+        {"%ls", STL_ARGUMENT::wide_text},
+        {"%S", STL_ARGUMENT::wide_text},
+        {"%p", STL_ARGUMENT::pointer},
+        {"%hhn", STL_ARGUMENT::pointer},
+        {"%%", STL_ARGUMENT::none},
+        {"%m", STL_ARGUMENT::none},
+        {"%", STL_ARGUMENT::none},
+        {"%*d", STL_ARGUMENT::none},
+        {"%1$d", STL_ARGUMENT::none},
+        {"%y", STL_ARGUMENT::none},
+        {"", STL_ARGUMENT::none},
+        {nullptr, STL_ARGUMENT::none},
+    };
+    for (Case const& row : cases)
+        EXPECT_EQ(stl_argument_of(row.conversion), row.argument)
+            << (row.conversion != nullptr ? row.conversion : "null");
+}
+
 TEST(StlArgCursor, SkipWordPassesIntsAndPointers) {
     with_cursor(
         [](STL_ARG_CURSOR& cursor) {

@@ -179,8 +179,8 @@ int narrowed(STL_CONVERSION const& conversion, int value) {
     return is_signed ? static_cast<signed char>(value) : static_cast<unsigned char>(value);
 }
 
-template <typename SIGNED>
-void append_decimal(STL_TEXT& text, SIGNED value) {
+template <typename INTEGER>
+void append_decimal(STL_TEXT& text, INTEGER value) {
     if (!text.make_room(most_digits))
         return;
     char* const place = text.place();
@@ -330,6 +330,25 @@ bool stl_format(STL_TEXT& text, STL_CONVERSION& conversion, STL_ARG_CURSOR& curs
     }
     }
     return false;
+}
+
+bool stl_format_bare(STL_TEXT& text, char letter, STL_ARG_CURSOR& cursor) {
+    switch (letter) {
+    case 's': {
+        char const* const argument = cursor.take<char const*>();
+        char const* const characters = argument != nullptr ? argument : "(null)";
+        text.append(characters, std::strlen(characters));
+        return true;
+    }
+    case 'd':
+        append_decimal(text, cursor.take<int>());
+        return true;
+    case 'u':
+        append_decimal(text, cursor.take<unsigned>());
+        return true;
+    default:
+        return false;
+    }
 }
 
 void stl_skip(STL_CONVERSION const& conversion, STL_ARG_CURSOR& cursor) {

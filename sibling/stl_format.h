@@ -9,5 +9,9 @@
 /// has an error there.
 bool stl_format(STL_TEXT& text, STL_CONVERSION& conversion, STL_ARG_CURSOR& cursor);
 
+/// The same for a conversion that is nothing but "%" and @p letter. False, and nothing done, when
+/// it is none of those that are common enough to be known here.
+bool stl_format_bare(STL_TEXT& text, char letter, STL_ARG_CURSOR& cursor);
+
 /// Steps over the argument of one ordinary conversion without a `*`.
 void stl_skip(STL_CONVERSION const& conversion, STL_ARG_CURSOR& cursor);

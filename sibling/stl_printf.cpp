@@ -40,6 +40,10 @@ EXPANDED expand(STL_TEXT& text, char const* format, STL_ARG_CURSOR& cursor) {
         format = append_literal(text, format);
         if (*format == '\0')
             return text.too_long() ? EXPANDED::failed : EXPANDED::done;
+        if (cursor.has_arguments() && stl_format_bare(text, format[1], cursor)) {
+            format += 2;
+            continue;
+        }
         STL_CONVERSION conversion = stl_parse_conversion(format + 1);
         format = conversion.end;
         if (!cursor.has_arguments()) {

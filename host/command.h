@@ -80,6 +80,7 @@ void add_include(Commands& commands);
 void add_installation(Commands& commands);
 void add_legal(Commands& commands);
 void add_machine(Commands& commands);
+void add_message(Commands& commands);
 void add_modules(Commands& commands);
 void add_names(Commands& commands);
 void add_project(Commands& commands);

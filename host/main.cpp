@@ -12,6 +12,7 @@ GEN_DEFINE_MAIN(argc, argv) {
     add_installation(commands);
     add_legal(commands);
     add_machine(commands);
+    add_message(commands);
     add_modules(commands);
     add_names(commands);
     add_project(commands);

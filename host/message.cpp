@@ -1,0 +1,89 @@
+#include "command.h"
+#include "message_inserts.h"
+
+#include "gen_string_message.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdlib>
+
+namespace {
+
+class Message : public Command {
+  public:
+    void declare(CLI::App& app) override {
+        app.add_option("message", m_format, "The text, its inserts %1 to %99 or %1!d! to %99!5.2f!")
+            ->required();
+        app.add_option("arguments", m_texts, "What %1, %2, ... stand for");
+        app.add_flag("--as-is", m_as_is, "Leave the inserts unexpanded");
+        app.add_flag("--inserts", m_show_inserts, "Show which conversion each argument meets");
+    }
+
+    Status run(Answer& answer) override {
+        unsigned long flags = FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ALLOCATE_BUFFER;
+        if (m_as_is)
+            flags |= FORMAT_MESSAGE_IGNORE_INSERTS;
+        else if (std::string const fault = make_arguments(); !fault.empty()) {
+            answer.remark("message: " + fault);
+            return STATUS_USAGE;
+        }
+        char* text = nullptr;
+        gen_formatmessage(flags, m_format.c_str(), 0, 0,
+                          static_cast<char*>(static_cast<void*>(&text)), 0, m_arguments.args());
+        if (m_show_inserts)
+            answer.table("inserts", insert_rows());
+        else
+            answer.detail("inserts", insert_rows());
+        answer.plain("text", text != nullptr ? text : "");
+        std::free(text);
+        return STATUS_YES;
+    }
+
+  private:
+    // Why they cannot be made, or "".
+    std::string make_arguments() {
+        if (std::string fault = m_inserts.read(m_format); !fault.empty())
+            return fault;
+        unsigned next = 1;
+        for (auto const& [number, conversion] : m_inserts.conversions()) {
+            for (; next < number; ++next)
+                m_arguments.add_unnamed();
+            ++next;
+            if (number > m_texts.size())
+                return "insert " + std::to_string(number) + " has no argument";
+            if (!m_arguments.add(conversion, m_texts[number - 1]))
+                return "\"" + m_texts[number - 1] + "\" is nothing that \"" + conversion +
+                       "\" can print";
+        }
+        return "";
+    }
+
+    Value::List insert_rows() const {
+        Value::List rows;
+        for (auto const& [number, conversion] : m_inserts.conversions())
+            rows.push_back(Value::Record{
+                {"insert", number}, {"conversion", conversion}, {"argument", m_texts[number - 1]}});
+        return rows;
+    }
+
+    std::string m_format;
+    std::vector<std::string> m_texts;
+    bool m_as_is = false;
+    bool m_show_inserts = false;
+    MessageInserts m_inserts;
+    MessageArguments m_arguments;
+};
+
+constexpr Help help = {
+    .name = "message",
+    .summary = "Expands a message with numbered inserts",
+    .example = "  $ gen_query message '%2!d! errors in %1' top.v 3\n"
+               "  3 errors in top.v\n"
+               "Line feeds come out as carriage return and line feed, as gen makes them.",
+};
+
+} // namespace
+
+void add_message(Commands& commands) {
+    commands.add<Message>(help);
+}

@@ -1,0 +1,62 @@
+#include "gen_query.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::HasSubstr;
+
+namespace {
+
+std::string message(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "message");
+    ProgramResult const result = run_gen_query(arguments);
+    EXPECT_EQ(result.status, 0) << result.errors;
+    return result.output;
+}
+
+std::string complaint(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "message");
+    ProgramResult const result = run_gen_query(arguments);
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.output, "");
+    return result.errors;
+}
+
+} // namespace
+
+TEST(GenQueryMessage, FillsInsertsWithArgumentsOfTheirKind) {
+    EXPECT_EQ(message({"%2 and %1", "x", "y"}), "y and x\n");
+    EXPECT_EQ(message({"%1!d! of %2!5.1f!, %4!c!, %3!s!", "-3", "2.25", "text", "c"}),
+              "-3 of   2.2, c, text\n");
+    EXPECT_EQ(message({"%1!#x! %2!lld! %3!ls!", "255", "-5000000000", "wide"}),
+              "0xff -5000000000 wide\n");
+    EXPECT_EQ(message({"%3", "not", "asked for", "third"}), "third\n");
+}
+
+TEST(GenQueryMessage, ConversionsWithoutArgumentTakeNone) {
+    EXPECT_EQ(message({"<%1!!> <%2!*d!> %3", "a", "b", "c"}), "<> <> c\n");
+    EXPECT_EQ(message({"<%1!n!> %2", "a", "b"}), "<> b\n");
+}
+
+TEST(GenQueryMessage, AsIsLeavesInsertsAlone) {
+    EXPECT_EQ(message({"--as-is", "%1 and %%"}), "%1 and %%\n");
+}
+
+TEST(GenQueryMessage, ShowsWhichArgumentMeetsWhichConversion) {
+    EXPECT_EQ(message({"--inserts", "%2!d! errors in %1", "top.v", "3"}),
+              "insert  conversion  argument\n"
+              "1       %s          top.v\n"
+              "2       %d          3\n"
+              "3 errors in top.v\n");
+}
+
+TEST(GenQueryMessage, SaysWhatItCannotFill) {
+    EXPECT_THAT(complaint({"%1 %2", "x"}), HasSubstr("insert 2 has no argument"));
+    EXPECT_THAT(complaint({"%1!d!", "three"}), HasSubstr("\"three\""));
+    EXPECT_THAT(complaint({"%1!d!", "3 "}), HasSubstr("\"3 \""));
+    EXPECT_THAT(complaint({"%1!d!", "2147483648"}), HasSubstr("2147483648"));
+    EXPECT_THAT(complaint({"%1!c!", ""}), HasSubstr("%c"));
+    EXPECT_THAT(complaint({"%1!d! %1!s!", "1"}), HasSubstr("different kinds of argument"));
+    EXPECT_THAT(complaint({"%%1", "x"}), HasSubstr("%%"));
+    EXPECT_THAT(complaint({"%1!" + std::string(5000, '-') + "d!", "1"}), HasSubstr("room"));
+}

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 using testing::HasSubstr;
 
@@ -48,6 +49,19 @@ TEST(GenQueryMessage, ShowsWhichArgumentMeetsWhichConversion) {
               "1       %s          top.v\n"
               "2       %d          3\n"
               "3 errors in top.v\n");
+}
+
+TEST(GenQueryMessage, JsonTellsInsertsAndText) {
+    nlohmann::json const expected = {
+        {"inserts",
+         {{{"insert", 1}, {"conversion", "%s"}, {"argument", "top.v"}},
+          {{"insert", 3}, {"conversion", "%5.1f"}, {"argument", "2"}}}},
+        {"text", "  2.0\r\ntop.v"},
+    };
+    EXPECT_EQ(nlohmann::json::parse(message({"--json", "%3!5.1f!\n%1", "top.v", "unused", "2"})),
+              expected);
+    EXPECT_EQ(nlohmann::json::parse(message({"--json", ""})),
+              (nlohmann::json{{"inserts", nlohmann::json::array()}, {"text", ""}}));
 }
 
 TEST(GenQueryMessage, SaysWhatItCannotFill) {

@@ -471,7 +471,24 @@ TEST(LocalStrtodQuick, RandomTextsReadAsStrtodReads) {
     }
 }
 
+namespace {
+
+/// False on a processor that is only played, and rounds to the nearest whatever it is told.
+bool divisions_follow_the_rounding_mode() {
+    double volatile const three = 3;
+    std::fesetround(FE_UPWARD);
+    double volatile const above = 1 / three;
+    std::fesetround(FE_DOWNWARD);
+    double volatile const below = 1 / three;
+    std::fesetround(FE_TONEAREST);
+    return above != below;
+}
+
+} // namespace
+
 TEST(LocalStrtodQuick, OtherRoundingModesReadAsStrtodReads) {
+    if (!divisions_follow_the_rounding_mode())
+        GTEST_SKIP() << "valgrind's processor only rounds to the nearest";
     std::mt19937_64 random(5);
     for (int const mode : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO, FE_TONEAREST}) {
         ASSERT_EQ(std::fesetround(mode), 0);

@@ -21,7 +21,6 @@ namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
 constexpr std::size_t directory_count = 30;
-constexpr std::size_t many_directories = 10'000;
 /// How many names take turns in a lookup: their missing paths all fit into the kernel's memory.
 constexpr std::size_t name_count = 16;
 
@@ -189,36 +188,56 @@ void enter_sources(std::string const& work, char const* stem, bool found) {
           });
 }
 
-/// A list of ten thousand directories, of which none has the name: the time of one directory.
-void enter_many_directories() {
-    std::string const work = "FIO_FIND, miss over 10000 directories";
-    auto const directory = [](std::size_t i) {
-        return ground().directories[i % directory_count] + "none_" + std::to_string(i) + "/";
-    };
+/// The @p i-th of many directories that are not there.
+std::string missing_directory(std::size_t i) {
+    return ground().directories[i % directory_count] + "none_" + std::to_string(i) + "/";
+}
+
+STR missing_directories(std::size_t count) {
+    STR list;
+    for (std::size_t i = 0; i < count; ++i)
+        list += (missing_directory(i) + ";").c_str();
+    return list;
+}
+
+/// A list of so many directories, of which none has the name: the time of one directory.
+void enter_directories(std::size_t count) {
+    std::string const work = "FIO_FIND, miss over " + std::to_string(count) + " directories";
+    auto const items = static_cast<double>(count);
     enter(
         work, "gen",
-        [directory, find = std::shared_ptr<FIO_FIND>()](std::size_t) mutable {
-            if (!find) {
-                STR list;
-                for (std::size_t i = 0; i < many_directories; ++i)
-                    list += (directory(i) + ";").c_str();
-                find = std::make_shared<FIO_FIND>(list);
-            }
+        [count, find = std::shared_ptr<FIO_FIND>()](std::size_t) mutable {
+            if (!find)
+                find = std::make_shared<FIO_FIND>(missing_directories(count));
             return find->find_first_relative_path(FIO_PATH("missing.v"));
         },
-        many_directories);
+        items);
     enter(
         work, "limit",
-        [directory, paths = std::make_shared<Texts>()](std::size_t) {
+        [count, paths = std::make_shared<Texts>()](std::size_t) {
             if (paths->empty())
-                for (std::size_t i = 0; i < many_directories; ++i)
-                    paths->push_back(directory(i) + "missing.v");
+                for (std::size_t i = 0; i < count; ++i)
+                    paths->push_back(missing_directory(i) + "missing.v");
             std::size_t hits = 0;
             for (std::string const& path : *paths)
                 hits += static_cast<std::size_t>(is_there(path));
             return hits;
         },
-        many_directories);
+        items);
+}
+
+/// A library path list that is set: the time of one entry.
+void enter_path_list(std::size_t count) {
+    enter(
+        "library path list of " + std::to_string(count) + " directories", "gen",
+        [count, list = STR(), find = std::make_shared<FIO_FIND>(STR())](std::size_t) mutable {
+            if (list.empty())
+                list = missing_directories(count);
+            FIO_FIND* slot = find.get();
+            gen_set_fio_find_library_paths_helper(list, &slot);
+            return slot;
+        },
+        static_cast<double>(count));
 }
 
 /// Names and where they were found, as in the cache of a large project.
@@ -275,7 +294,10 @@ Family const lookups{[] {
     enter_lookups("gen_find_file, hit in the last of 30", "last_");
     enter_sources("gen_get_source_files, 2 found, 30 x 7", "unit_", true);
     enter_sources("gen_get_source_files, none found, 30 x 7", "nothing_", false);
-    enter_many_directories();
+    for (std::size_t const count : {100U, 10'000U}) {
+        enter_directories(count);
+        enter_path_list(count);
+    }
     enter_cache("gen_find_file_cache_assisted, 10k names", 10'000);
     enter_cache("gen_find_file_cache_assisted, 100k names", 100'000);
 }};

@@ -11,15 +11,19 @@
 #include <cstddef>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// Enters one contestant. @p round does the work once and returns something of its result; its
 /// argument counts up from 0, to choose among prepared inputs. A round that handles many items
-/// gives their number, and the table then shows the time of one.
+/// gives their number, and the table then shows the time of one. The very first round is not
+/// measured: it may prepare what all need.
 template <typename ROUND>
 void enter(std::string const& work, std::string const& contestant, ROUND round, double items = 1) {
     benchmark::RegisterBenchmark((work + "/" + contestant).c_str(),
-                                 [round, items](benchmark::State& state) mutable {
+                                 [round, items, first = true](benchmark::State& state) mutable {
+                                     if (std::exchange(first, false))
+                                         benchmark::DoNotOptimize(round(0));
                                      std::size_t turn = 0;
                                      for (auto _ : state)
                                          benchmark::DoNotOptimize(round(turn++));

@@ -1,0 +1,81 @@
+#include "text.h"
+
+#include "gen_string_checksum.h"
+#include "input.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cinttypes>
+#include <cstring>
+
+namespace {
+
+std::string hexadecimal(std::uint32_t number) {
+    char text[16];
+    std::snprintf(text, sizeof text, "0x%08" PRIx32, number);
+    return text;
+}
+
+class Checksum : public Command {
+  public:
+    void declare(CLI::App& app) override {
+        m_text_option = app.add_option("text", m_text, "A text; standard input without one");
+        m_file_option = app.add_option("-f,--file", m_file, "Take the content of this file")
+                            ->excludes(m_text_option);
+        app.add_flag("-s,--sanitise", m_sanitise, "Replace invalid characters first");
+    }
+
+    Status run(Answer& answer) override {
+        if (!read(answer))
+            return STATUS_USAGE;
+        if (std::strlen(m_text.c_str()) != m_text.size()) {
+            answer.remark("the input holds a NUL byte, at which a text would end");
+            return STATUS_USAGE;
+        }
+        int const checksum =
+            m_sanitise ? gen_crc_string_to_dword(m_text.data()) : gen_crc_generator(m_text.c_str());
+        answer.field("hexadecimal", hexadecimal(static_cast<std::uint32_t>(checksum)));
+        answer.field("decimal", checksum);
+        return STATUS_YES;
+    }
+
+  private:
+    /// Gets the text from where the command line says.
+    bool read(Answer& answer) {
+        if (m_text_option->count() != 0)
+            return true;
+        std::optional<std::string> input = read_input(m_file);
+        if (!input) {
+            std::string const reason = std::strerror(errno);
+            answer.remark("cannot read " + (m_file.empty() ? "standard input" : m_file) + ": " +
+                          reason);
+            return false;
+        }
+        m_text = std::move(*input);
+        return true;
+    }
+
+    CLI::Option* m_text_option = nullptr;
+    CLI::Option* m_file_option = nullptr;
+    std::string m_text;
+    std::string m_file;
+    bool m_sanitise = false;
+};
+
+constexpr Help help = {
+    .name = "checksum",
+    .summary = "Sums up a text, a file or standard input",
+    .example = "  $ gen_query text checksum abc\n"
+               "  hexadecimal  0x2f8db6b8\n"
+               "  decimal      797816504\n"
+               "  $ printf abc | gen_query text checksum\n"
+               "  hexadecimal  0x2f8db6b8\n"
+               "  decimal      797816504\n"
+               "Line ends count. This is not the common CRC-32.",
+};
+
+} // namespace
+
+void add_text_checksum(Commands& commands, CLI::App& text) {
+    commands.add<Checksum>(text, help);
+}

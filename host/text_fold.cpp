@@ -1,0 +1,58 @@
+#include "text.h"
+
+#include "gen_string_fold.h"
+
+#include <CLI/CLI.hpp>
+
+#include <clocale>
+
+namespace {
+
+class Fold : public Command {
+  public:
+    void declare(CLI::App& app) override {
+        app.add_option("texts", m_texts, "Texts")->required();
+        app.add_flag("-u,--upper", m_upper, "To upper case");
+        m_locale_option = app.add_option("-l,--locale", m_locale,
+                                         "Fold by this locale, \"\" for the environment's");
+    }
+
+    Status run(Answer& answer) override {
+        bool const by_locale = m_locale_option->count() != 0;
+        if (by_locale && std::setlocale(LC_CTYPE, m_locale.c_str()) == nullptr) {
+            answer.remark("there is no locale \"" + m_locale + '"');
+            return STATUS_USAGE;
+        }
+        using Change = void (*)(char*);
+        Change const lower = by_locale ? Change{gen_tolower} : Change{gen_ascii_tolower};
+        Change const upper = by_locale ? Change{gen_toupper} : Change{gen_ascii_toupper};
+        Value::List folded;
+        for (std::string& text : m_texts) {
+            (m_upper ? upper : lower)(text.data());
+            folded.emplace_back(text);
+        }
+        answer.plain("texts", std::move(folded));
+        return STATUS_YES;
+    }
+
+  private:
+    CLI::Option* m_locale_option = nullptr;
+    std::vector<std::string> m_texts;
+    std::string m_locale;
+    bool m_upper = false;
+};
+
+constexpr Help help = {
+    .name = "fold",
+    .summary = "Brings texts to lower or upper case",
+    .example = "  $ gen_query text fold Top_Level.V ÄB\n"
+               "  top_level.v\n"
+               "  Äb\n"
+               "Only A to Z change, unless a locale of single bytes says more.",
+};
+
+} // namespace
+
+void add_text_fold(Commands& commands, CLI::App& text) {
+    commands.add<Fold>(text, help);
+}

@@ -1,0 +1,52 @@
+#include "text.h"
+
+#include "gen_string_number.h"
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+class Number : public Command {
+  public:
+    void declare(CLI::App& app) override {
+        app.add_option("text", m_text, "A text that begins with an integer")->required();
+        app.add_option("-r,--radix", m_radix, "The radix to show it in")
+            ->check(CLI::Range(2, 36))
+            ->capture_default_str();
+    }
+
+    Status run(Answer& answer) override {
+        STR const text(m_text.data(), m_text.size());
+        STR::const_iterator position = text.begin();
+        int const value = gen_atoi(text, &position);
+        bool const found =
+            position != text.begin() && *(position - 1) >= '0' && *(position - 1) <= '9';
+        answer.field("value", found ? Value(value) : Value());
+        answer.field("digits", found ? Value(gen_itoa(value, m_radix)) : Value());
+        answer.detail("radix", m_radix);
+        answer.field("unread", STR(position, text.end()));
+        return status_of(found);
+    }
+
+  private:
+    std::string m_text;
+    int m_radix = 10;
+};
+
+constexpr Help help = {
+    .name = "number",
+    .summary = "Reads an integer and writes it in a radix",
+    .example =
+        "  $ gen_query text number --radix 16 -- '-255 ns'\n"
+        "  value   -255\n"
+        "  digits  ffffff01\n"
+        "  unread   ns\n"
+        "Only radix 10 has a sign; the value wraps in 32 bits. The exit status is 1 without\n"
+        "an integer.",
+};
+
+} // namespace
+
+void add_text_number(Commands& commands, CLI::App& text) {
+    commands.add<Number>(text, help);
+}

@@ -1,0 +1,39 @@
+#include "text.h"
+
+#include "gen_string_checksum.h"
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+class Sanitise : public Command {
+  public:
+    void declare(CLI::App& app) override { app.add_option("names", m_names, "Names")->required(); }
+
+    Status run(Answer& answer) override {
+        Value::List sanitised;
+        for (std::string& name : m_names) {
+            gen_replace_invalid_chars(name.data());
+            sanitised.emplace_back(name.c_str());
+        }
+        answer.plain("names", std::move(sanitised));
+        return STATUS_YES;
+    }
+
+  private:
+    std::vector<std::string> m_names;
+};
+
+constexpr Help help = {
+    .name = "sanitise",
+    .summary = "Makes names safe for identifiers and files",
+    .example = "  $ gen_query text sanitise 'a b.v  ' 'u1/q[3]'\n"
+               "  a_bLv\n"
+               "  u1IqO3N",
+};
+
+} // namespace
+
+void add_text_sanitise(Commands& commands, CLI::App& text) {
+    commands.add<Sanitise>(text, help);
+}

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 #include <ctype.h>
+#include <string_view>
 
 #include "err.h"
 
@@ -13,38 +14,54 @@ namespace {
 
 constexpr int null_line = 1681;
 
-/// What one character becomes: up to four bytes, the first in the lowest place.
-struct EXPANSION {
-    std::uint32_t bytes;
-    std::uint32_t length;
-};
+/// What one character becomes: up to four bytes, the first in the lowest place. The highest half
+/// byte is the length and one more. A letter makes that by itself, whose fourth byte is "]"; what
+/// is shorter has room for it.
+using EXPANSION = std::uint32_t;
+static_assert(']' >> 4 == 4 + 1);
 
-constexpr std::uint32_t two_bytes(char first, char second) {
-    return static_cast<unsigned char>(first) | std::uint32_t{static_cast<unsigned char>(second)}
-                                                   << 8;
+constexpr EXPANSION expansion_of(std::uint32_t bytes, std::uint32_t length) {
+    return bytes | (length + 1) << 28;
 }
 
+constexpr std::size_t expansion_length(EXPANSION expansion) {
+    return (expansion >> 28) - 1;
+}
+
+/// All tables are indexed from -128, as the functions of the locale are.
+constexpr int lowest = -128;
+using EXPANSIONS = std::array<EXPANSION, 256>;
+
 /// What becomes of every character that is no letter.
-constexpr std::array<EXPANSION, 256> no_letters = [] {
-    std::array<EXPANSION, 256> table{};
-    for (unsigned byte = 0; byte < table.size(); ++byte)
-        table[byte] = {byte, 1};
+constexpr EXPANSIONS no_letters = [] {
+    EXPANSIONS table{};
+    auto const put = [&table](int character, std::uint32_t before, std::uint32_t length) {
+        std::uint32_t const byte = static_cast<unsigned char>(character);
+        table[static_cast<std::size_t>(character - lowest)] =
+            expansion_of(length == 1 ? byte : before | byte << 8, length);
+    };
+    for (int character = lowest; character < -lowest; ++character)
+        put(character, 0, 1);
     for (char const special : {'.', '(', ')', '[', '\\', ']', '|'})
-        table[static_cast<unsigned char>(special)] = {two_bytes('\\', special), 2};
+        put(special, '\\', 2);
     for (char const wild : {'*', '?'})
-        table[static_cast<unsigned char>(wild)] = {two_bytes('.', wild), 2};
+        put(wild, '.', 2);
     return table;
 }();
 
-/// The locale's tables, which are indexed from -128 as its functions are. They answer in one load
-/// each where the functions would be three calls for a letter.
+/// The locale's tables. They answer in one load each where its functions would be three calls for a
+/// letter.
 class LOCALE_LETTERS {
   public:
-    bool contains(signed char character) const { return (m_classes[character] & _ISalpha) != 0; }
+    /// What @p character becomes. Both answers are made and one is masked out, because no branch
+    /// foresees whether a character is a letter.
     EXPANSION expansion(signed char character) const {
-        auto const lower = static_cast<char>(m_lower[character]);
-        auto const upper = static_cast<char>(m_upper[character]);
-        return {two_bytes('[', lower) | two_bytes(upper, ']') << 16, 4};
+        EXPANSION const other = no_letters[static_cast<std::size_t>(character - lowest)];
+        std::uint32_t const lower = static_cast<std::uint32_t>(m_lower[character]) & 0xFF;
+        std::uint32_t const upper = static_cast<std::uint32_t>(m_upper[character]) & 0xFF;
+        EXPANSION const letter = '[' | lower << 8 | upper << 16 | std::uint32_t{']'} << 24;
+        std::uint32_t const is_letter = (m_classes[character] & _ISalpha) != 0 ? UINT32_MAX : 0;
+        return other ^ ((other ^ letter) & is_letter);
     }
 
   private:
@@ -53,32 +70,66 @@ class LOCALE_LETTERS {
     std::int32_t const* m_upper = *__ctype_toupper_loc();
 };
 
-EXPANSION expand(char character, LOCALE_LETTERS const& letters) {
-    auto const letter = static_cast<signed char>(character);
-    return letters.contains(letter) ? letters.expansion(letter)
-                                    : no_letters[static_cast<unsigned char>(character)];
-}
-
 constexpr std::size_t piece_size = 256;
+constexpr std::size_t anchors_size = 2;
+using PIECE = char[sizeof(EXPANSION) * piece_size + anchors_size];
 
-/// Appends the expression for @p size characters, at most piece_size.
-void append_piece(STR& expression, char const* pattern, std::size_t size,
-                  LOCALE_LETTERS const& letters) {
-    char piece[4 * piece_size];
-    char* at = piece;
-    for (std::size_t i = 0; i < size; ++i) {
-        EXPANSION const expansion = expand(pattern[i], letters);
-        std::memcpy(at, &expansion.bytes, sizeof expansion.bytes);
-        at += expansion.length;
+/// Writes what a pattern of at most piece_size characters becomes and gives the end of it.
+template <typename EXPAND>
+char* write_piece(char* at, std::string_view pattern, EXPAND const& expand) {
+    for (char const character : pattern) {
+        EXPANSION const expansion = expand(static_cast<signed char>(character));
+        std::memcpy(at, &expansion, sizeof expansion);
+        at += expansion_length(expansion);
     }
-    expression.append(piece, static_cast<std::size_t>(at - piece));
+    return at;
 }
 
-std::size_t expression_size(STR const& pattern, LOCALE_LETTERS const& letters) {
-    std::size_t size = 2;
-    for (char const character : pattern)
-        size += expand(character, letters).length;
-    return size;
+STR short_expression(std::string_view pattern, bool anchor) {
+    LOCALE_LETTERS const letters;
+    PIECE piece;
+    char* at = piece;
+    if (anchor)
+        *at++ = '^';
+    at = write_piece(at, pattern,
+                     [&](signed char character) { return letters.expansion(character); });
+    if (anchor)
+        *at++ = '$';
+    return STR(piece, static_cast<std::size_t>(at - piece));
+}
+
+/// It pays to look first at every character that there is.
+EXPANSIONS all_expansions() {
+    LOCALE_LETTERS const letters;
+    EXPANSIONS table;
+    for (int character = lowest; character < -lowest; ++character)
+        table[static_cast<std::size_t>(character - lowest)] =
+            letters.expansion(static_cast<signed char>(character));
+    return table;
+}
+
+STR long_expression(std::string_view pattern, bool anchor) {
+    EXPANSIONS const table = all_expansions();
+    STR expression;
+    if (anchor)
+        expression += '^';
+    std::size_t const pieces = pattern.size() / piece_size + 1;
+    for (; !pattern.empty(); pattern.remove_prefix(std::min(piece_size, pattern.size()))) {
+        PIECE piece;
+        char const* const end =
+            write_piece(piece, pattern.substr(0, piece_size), [&](signed char character) {
+                return table[static_cast<std::size_t>(character - lowest)];
+            });
+        auto const size = static_cast<std::size_t>(end - piece);
+        // One piece of a pattern is much like the next, so the first tells the size of all. Where
+        // it does not, the string grows as strings do.
+        if (expression.size() < anchors_size)
+            expression.reserve((size + size / 8) * pieces + anchors_size);
+        expression.append(piece, size);
+    }
+    if (anchor)
+        expression += '$';
+    return expression;
 }
 
 } // namespace
@@ -88,16 +139,8 @@ STR gen_wildcard_to_reg_expr(STR* wildcard, bool anchor) {
         err_report_internal_error("wildcard != 0", "GEN", "gen_string", null_line);
         return STR();
     }
-    LOCALE_LETTERS const letters;
-    STR expression;
-    expression.reserve(expression_size(*wildcard, letters));
-    if (anchor)
-        expression += '^';
-    for (std::size_t at = 0; at < wildcard->size(); at += piece_size)
-        append_piece(expression, wildcard->data() + at, std::min(piece_size, wildcard->size() - at),
-                     letters);
-    if (anchor)
-        expression += '$';
+    STR expression = wildcard->size() <= piece_size ? short_expression(*wildcard, anchor)
+                                                    : long_expression(*wildcard, anchor);
     *wildcard = expression;
     return expression;
 }

@@ -13,10 +13,14 @@
 /// "".
 KORVANE_API STR gen_get_temp_path();
 
-/// Creates an empty file that was not there before and gives its path: in @p directory the first
-/// three characters of @p prefix, the number in eight hexadecimal digits, and ".tmp".
+/// Creates an empty file that was not there before and gives its path: @p directory, "/" where that
+/// does not end in one, the first three characters of @p prefix, the number in eight hexadecimal
+/// digits, and ".tmp".
 ///
 ///     ("/var/tmp", "report", 42)  => "/var/tmp/rep0000002a.tmp"
+///
+/// The prefix is part of the path as it stands: a "/" in it leads to another directory. Both texts
+/// end at their first null character.
 ///
 /// A name that is taken, be it by a file, a directory or a link to nowhere, is stepped over: the
 /// next number is tried, 0 after 65535. The file is always this caller's own, whoever else asks at

@@ -69,6 +69,22 @@ TEST(TempFilename, IsThreeCharactersOfThePrefixAndEightDigits) {
     }
 }
 
+TEST(TempFilename, PrefixMayLeadToAnotherDirectory) {
+    TempDirectory const directory;
+    directory.make_directory("sub");
+    EXPECT_EQ(gen_get_temp_filename(STR(directory / "sub"), "../", 1),
+              STR(directory / "sub/../00000001.tmp"));
+    EXPECT_TRUE(fs::exists(directory / "00000001.tmp"));
+}
+
+TEST(TempFilename, EmbeddedNulEndsDirectoryAndPrefix) {
+    using namespace std::literals;
+    TempDirectory const directory;
+    EXPECT_EQ(gen_get_temp_filename(STR(directory.path() + "\0/elsewhere"s), STR("a\0bc"sv), 1),
+              STR(directory / "a00000001.tmp"));
+    EXPECT_TRUE(fs::exists(directory / "a00000001.tmp"));
+}
+
 TEST(TempFilename, GivesTheFullPathWhetherTheDirectoryEndsInASlashOrNot) {
     TempDirectory const directory;
     EXPECT_EQ(gen_get_temp_filename(STR(directory.path()), "ab", 1),

@@ -44,8 +44,9 @@ STR gen_get_temp_filename(STR const& directory, STR const& prefix, unsigned shor
     auto next = static_cast<std::uint16_t>(number != 0 ? number : std::time(nullptr));
 
     // Set as the base name, so that a dot in the prefix does not cut digits off as an extension.
+    // Behind a null character no file could ever be created.
     FIO_PATH path;
-    path.directory(directory);
+    path.directory(directory.c_str());
     path.base(STR(prefix.c_str()).substr(0, prefix_length) + STR(digit_count, '0'));
     path.extension(temp_extension, "");
     STR text = path.fullpath();

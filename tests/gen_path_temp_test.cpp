@@ -302,6 +302,52 @@ TEST(UserProfileDirectory, IsEmptyWhenItCannotBeHad) {
     EXPECT_THAT(recorder.errors(), testing::IsEmpty());
 }
 
+TEST(UserProfileDirectory, IsEmptyOnAFullDevice) {
+    TempDirectory const home;
+    std::string const answer = in_child([&]() -> std::string {
+        // The device has room for its own directory only.
+        if (!enter_private_mounts() || !mount_in_memory(home.path(), "nr_inodes=1"))
+            return "not permitted";
+        setenv("HOME", home.path().c_str(), 1);
+        return "<" + std::string(gen_get_user_profile_directory()) + ">";
+    });
+    if (answer == "not permitted")
+        GTEST_SKIP() << "no private mounts for this user";
+    EXPECT_EQ(answer, "<>");
+}
+
+TEST(UserProfileDirectory, IsFoundWhereNothingCanBeWritten) {
+    TempDirectory const home;
+    std::string const answer = in_child([&]() -> std::string {
+        if (!enter_private_mounts() || !mount_in_memory(home.path(), ""))
+            return "not permitted";
+        home.make_directory("old/.dravik.korvane");
+        home.make_directory("new");
+        if (!make_mount_read_only(home.path()))
+            return "not permitted";
+        std::string answers;
+        for (char const* const name : {"old", "new"}) {
+            setenv("HOME", (home / name).c_str(), 1);
+            answers += "<" + std::string(gen_get_user_profile_directory()) + ">";
+        }
+        return answers;
+    });
+    if (answer == "not permitted")
+        GTEST_SKIP() << "no private mounts for this user";
+    EXPECT_EQ(answer, "<" + (home / "old/.dravik.korvane") + "><>");
+}
+
+TEST(UserProfileDirectory, MayBeALinkToADirectoryButNotToNowhere) {
+    TempDirectory const home;
+    ScopedVariable const variable("HOME", home.path().c_str());
+    fs::create_directory_symlink(home / "settings", home / ".dravik.korvane");
+    EXPECT_EQ(gen_get_user_profile_directory(), "");
+    EXPECT_FALSE(fs::exists(home / "settings"));
+    home.make_directory("settings");
+    EXPECT_EQ(gen_get_user_profile_directory(), STR(home / ".dravik.korvane"));
+    EXPECT_TRUE(fs::is_symlink(home / ".dravik.korvane"));
+}
+
 TEST(UserProfileDirectory, RootAndEmptyHomeGiveOneSlash) {
     TempDirectory const root;
     for (char const* const home : {"/", ""}) {

@@ -438,6 +438,20 @@ TEST_F(GuiProfile, FirstStreamIsWrittenOutWhenItIsClosed) {
     EXPECT_EQ(read_file(m_database / "korvane_gui.profile"), "kept in the buffer");
 }
 
+TEST_F(GuiProfile, LivesInTrackedMemory) {
+    auto const used = [] { return MEM_MANAGER::s_system_memory_counter.current(); };
+    gen_set_db_dir_path(STR(m_database.path() + "/"));
+    std::size_t const before = used();
+    gen_set_gui_profile_stream();
+    ASSERT_NE(gui_profile_stream, nullptr);
+    EXPECT_GE(used(), before + sizeof(std::ofstream));
+    gen_set_db_dir_path(STR(m_database / "missing/"));
+    gen_set_gui_profile_stream();
+    EXPECT_EQ(gui_profile_stream, nullptr);
+    gen_set_db_dir_path(STR(m_database.path() + "/"));
+    EXPECT_EQ(used(), before);
+}
+
 TEST_F(GuiProfile, IsNullWhereTheFileCannotBeOpened) {
     ErrorRecorder recorder;
     for (std::string const& directory : {m_database / "missing/", m_database.write("file") + "/"}) {

@@ -4,12 +4,11 @@
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
-#include <memory>
-#include <utility>
 
 #include "err.h"
 #include "fio.h"
 #include "gen_exe.h"
+#include "gen_owned.h"
 #include "gen_path_project.h"
 
 char const* const GUI_PROFILE_NAME = "korvane_gui.profile";
@@ -82,12 +81,12 @@ std::ofstream* gen_get_gui_profile_stream() {
 }
 
 void gen_set_gui_profile_stream() {
-    delete std::exchange(gui_profile_stream, nullptr);
+    gen_release_owned(gui_profile_stream);
     if (db_dir_path == nullptr)
         return;
     FIO_PATH path = *db_dir_path;
     path.filename(GUI_PROFILE_NAME);
-    auto stream = std::make_unique<std::ofstream>(path.fullpath().c_str(), std::ios::trunc);
-    if (stream->good())
-        gui_profile_stream = stream.release();
+    gui_profile_stream = gen_make_owned<std::ofstream>(path.fullpath().c_str(), std::ios::trunc);
+    if (!gui_profile_stream->good())
+        gen_release_owned(gui_profile_stream);
 }

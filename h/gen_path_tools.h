@@ -77,8 +77,9 @@ KORVANE_API FIO_PATH gen_get_oaw_productivity_filename();
 
 /// The path of a database file: the directory's text, @p name and, unless @p extension is empty,
 /// "." and @p extension. No separator is added to the directory.
-/// @param directory kept for all later calls, which pass null; as long as it is empty, the
-///                  project's database directory is taken. With one, the debug channel is told
-///                  which: "DRV path is /q/drv/".
+/// @param directory kept for the later calls, which pass null; "" makes them forget it. The debug
+///                  channel is told which one is kept: "DRV path is /q/drv/". With none it is the
+///                  project's database directory; where that is not set either, the name comes
+///                  without a directory.
 KORVANE_API STR gen_generate_pdb_filename(STR const& name, STR const& extension,
                                           STR const* directory);

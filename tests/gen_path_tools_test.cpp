@@ -1,7 +1,5 @@
 #include "gen_path_tools.h"
 
-#include "temp_directory.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>

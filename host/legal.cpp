@@ -87,16 +87,19 @@ void add_legal(Commands& commands) {
     commands.add<Legal>({
         .name = "legal",
         .summary = "Prints the notices of generated files, each as one paragraph or as comments",
-        .example = "  $ gen_query legal --notice banner --prefix='-- '\n"
-                   "  -- Copyright (C) ...\n"
-                   "  -- This file was written by the korvane design suite of Dravik\n"
-                   "  ...",
+        .example =
+            "  $ gen_query legal --notice banner --prefix='-- '\n"
+            "  -- Copyright (C) 2026 Dravik Corporation. All rights reserved.\n"
+            "  ...\n"
+            "  -- this notice differ, the agreement decides.\n"
+            "Comment lines keep the blanks at their ends; in a paragraph one of them is left.",
     });
     commands.add<DoNotEdit>({
         .name = "do-not-edit",
         .summary = "Prints the warning against editing the ports of a file that belongs to a block",
         .example = "  $ gen_query do-not-edit --prefix='# '\n"
                    "  # WARNING: Do NOT edit the input and output ports in this file in a text\n"
-                   "  ...",
+                   "  # editor if you plan to continue editing the block that represents it in\n"
+                   "  # the Block Editor! File corruption is VERY likely to occur.",
     });
 }

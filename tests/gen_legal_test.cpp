@@ -61,6 +61,11 @@ TEST_P(LegalNotice, LinesFitTheirWidthAndHoldNoLineEnd) {
     }
 }
 
+TEST_P(LegalNotice, LineThatEndsItsSentenceEndsInTwoBlanks) {
+    for (std::string const line : GetParam().lines.first(GetParam().lines.size() - 1))
+        EXPECT_EQ(line.find_last_not_of(' ') == line.rfind('.'), line.ends_with("  ")) << line;
+}
+
 TEST_P(LegalNotice, ParagraphKeepsOneBlankBehindALineAtMost) {
     std::string expected;
     for (std::string const line : GetParam().lines)

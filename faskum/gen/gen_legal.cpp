@@ -1,5 +1,7 @@
 #include "gen_legal.h"
 
+#include <algorithm>
+#include <iterator>
 #include <span>
 #include <string_view>
 
@@ -13,8 +15,16 @@ constexpr char const* do_not_edit_lines[] = {
     "the Block Editor! File corruption is VERY likely to occur.",
 };
 
+std::size_t total_length(std::span<char const* const> lines) {
+    std::size_t length = 0;
+    for (std::string_view const line : lines)
+        length += line.size();
+    return length;
+}
+
 STR paragraph(std::span<char const* const> lines) {
     STR text;
+    text.reserve(total_length(lines));
     for (std::string_view const line : lines) {
         std::size_t const last = line.find_last_not_of(' ');
         // One character past the last that is not a blank: the one space that parts two lines.
@@ -23,14 +33,16 @@ STR paragraph(std::span<char const* const> lines) {
     return text;
 }
 
-void append_comment_line(STR& text, std::string_view prefix, std::string_view line) {
-    text += prefix;
-    text += line;
-    text += '\n';
-}
-
-std::string_view text_or_empty(char const* text) {
-    return text != nullptr ? std::string_view(text) : std::string_view();
+STR comment(char const* prefix, std::span<char const* const> lines) {
+    std::string_view const leader = prefix != nullptr ? prefix : "";
+    STR text;
+    text.reserve(lines.size() * (leader.size() + 1) + total_length(lines));
+    for (std::string_view const line : lines) {
+        text += leader;
+        text += line;
+        text += '\n';
+    }
+    return text;
 }
 
 } // namespace
@@ -52,18 +64,11 @@ STR gen_get_bitstream_encryption_legal_text() {
 }
 
 STR gen_get_legal_text(char const* prefix) {
-    std::string_view const leader = text_or_empty(prefix);
-    STR text;
-    append_comment_line(text, leader, ver_get_dravik_copyright_ascii());
-    for (char const* const line : GEN_LEGAL_BANNER_ARRAY)
-        append_comment_line(text, leader, line);
-    return text;
+    char const* lines[1 + std::size(GEN_LEGAL_BANNER_ARRAY)] = {ver_get_dravik_copyright_ascii()};
+    std::copy(std::begin(GEN_LEGAL_BANNER_ARRAY), std::end(GEN_LEGAL_BANNER_ARRAY), lines + 1);
+    return comment(prefix, lines);
 }
 
 STR gen_get_do_not_edit_text(char const* prefix) {
-    std::string_view const leader = text_or_empty(prefix);
-    STR text;
-    for (char const* const line : do_not_edit_lines)
-        append_comment_line(text, leader, line);
-    return text;
+    return comment(prefix, do_not_edit_lines);
 }

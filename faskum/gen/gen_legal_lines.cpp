@@ -46,7 +46,7 @@ char const* const GEN_LEGAL_BSTRM_ENC_ARRAY[33] = {
     "memory and against being copied into other devices.  ",
     "By creating, loading or passing on this file you agree to the ",
     "following. You alone are responsible for choosing the key, ",
-    "for keeping it secret and for programming it into the device. ",
+    "for keeping it secret and for programming it into a device.  ",
     "Dravik Corporation does not keep a copy of any key, cannot ",
     "recover a key that has been lost, and cannot decrypt a ",
     "bitstream for you or for anyone else.  ",

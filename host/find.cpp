@@ -92,11 +92,12 @@ constexpr Help help = {
     .summary = "Finds the file that a name means, and tells why that one",
     .example =
         "  $ gen_query find adder.v\n"
-        "  /work/counter/adder.v\n"
-        "  $ gen_query find adder.v --user-libs /home/ada/lib --all\n"
-        "  standing  group           path\n"
-        "  wins      project         /work/counter/adder.v\n"
-        "  shadowed  user libraries  /home/ada/lib/adder.v\n"
+        "  /opt/korvane/project/adder.v\n"
+        "  $ gen_query find adder.v --user-libs /opt/korvane/home/ada/lib --all\n"
+        "  standing  group              path\n"
+        "  wins      project            /opt/korvane/project/adder.v\n"
+        "  shadowed  user libraries     /opt/korvane/home/ada/lib/adder.v\n"
+        "  ...\n"
         "Asked are the project, its database, the project's libraries, the user's libraries,\n"
         "the project's parablocks and the shipped libraries, in this order.\n"
         "The exit status is 0 when every name is found, else 1.",

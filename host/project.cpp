@@ -47,9 +47,9 @@ constexpr Help help = {
     .name = "project",
     .summary = "Tells the directories of a project, and those that are looked in for its files",
     .example = "  $ gen_query project --db db\n"
-               "  project            /work/counter/\n"
+               "  project            /opt/korvane/project/\n"
                "  database           db\n"
-               "  output             /work/counter/\n"
+               "  output             /opt/korvane/project/\n"
                "  ...\n"
                "An output directory that does not exist is created.",
 };

@@ -84,7 +84,9 @@ constexpr Help help = {
     .summary = "Collects the source files of a design unit, one of each type",
     .example = "  $ gen_query sources counter\n"
                "  group  from     type  path\n"
-               "  1      project  v     /work/counter/counter.v\n"
+               "  1      project  kbd   /opt/korvane/project/counter.kbd\n"
+               "  1      project  vhd   /opt/korvane/project/counter.vhd\n"
+               "  1      project  v     /opt/korvane/project/counter.v\n"
                "The groups are visited in the order of a lookup: 1, 2, 3, 5, 4.\n"
                "The exit status is 0 when there is any, else 1.",
 };

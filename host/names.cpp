@@ -1,4 +1,5 @@
 #include "command.h"
+#include "lookup.h"
 
 #include "fio.h"
 #include "gen_path_project.h"
@@ -7,6 +8,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <optional>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -63,10 +69,12 @@ class Names : public Command {
     void declare(CLI::App& app) override {
         app.add_flag("--exists", m_exists,
                      "Mark the files that are on the disk; exit status 1 when none is");
-        app.add_option("--db", m_database_directory,
-                       "The project's database directory, the project's \"db/\" where not given");
-        app.add_option("--database-file", m_database_file,
-                       "Name of the database file to show, \"top\" where not given");
+        app.add_option("--project", m_project, "Project directory; the current one if not given");
+        app.add_option(
+            "--db", m_database_directory,
+            "Database directory, as given (end it in \"/\"); the project's \"db/\" if not given");
+        app.add_option("--database-file", m_database_file, "Name of the database file to show")
+            ->capture_default_str();
     }
 
     Status run(Answer& answer) override {
@@ -89,37 +97,79 @@ class Names : public Command {
 
   private:
     FIO_PATH database_file() const {
-        STR directory(m_database_directory);
-        if (directory.empty())
-            directory = FIO_FILE_SYSTEM::get_current_directory() + "/" + GEN_DB_DIR_NAME;
-        if (!directory.ends_with('/'))
-            directory += '/';
-        gen_set_db_dir_path(directory);
-        return gen_generate_pdb_filename(STR(m_database_file), "pdb", nullptr);
+        gen_set_project_dir_path(m_project ? gen_text(*m_project)
+                                           : FIO_FILE_SYSTEM::get_current_directory());
+        gen_set_db_dir_path(m_database_directory
+                                ? gen_text(*m_database_directory)
+                                : gen_get_project_dir_path() + GEN_DB_DIR_NAME + "/");
+        return gen_generate_pdb_filename(gen_text(m_database_file), "pdb", nullptr);
     }
 
     bool m_exists = false;
-    std::string m_database_directory;
+    std::optional<std::string> m_project;
+    std::optional<std::string> m_database_directory;
     std::string m_database_file = "top";
 };
+
+/// The path of a temporary file, with these characters in place of its number's eight digits.
+STR temp_path(STR const& directory, STR const& prefix, char const* digits) {
+    FIO_PATH path;
+    path.directory(directory);
+    path.base(prefix.substr(0, 3) + digits);
+    path.extension(".tmp", "");
+    return path.fullpath();
+}
+
+/// Creates a file of the same form as a temporary one and removes it again. "" if that can be done,
+/// else why not.
+std::string trouble_of_creating(STR const& directory, STR const& prefix) {
+    STR path = temp_path(directory, prefix, "__XXXXXX");
+    int const file = mkstemps(path.data(), sizeof ".tmp" - 1);
+    if (file < 0)
+        return std::strerror(errno);
+    close(file);
+    unlink(path.c_str());
+    return {};
+}
+
+bool any_number_is_free(STR const& directory, STR const& prefix) {
+    for (unsigned number = 0; number < 65536; ++number) {
+        char digits[9];
+        std::snprintf(digits, sizeof digits, "%.8x", number);
+        struct stat status;
+        if (lstat(temp_path(directory, prefix, digits).c_str(), &status) != 0)
+            return true;
+    }
+    return false;
+}
 
 class Temp : public Command {
   public:
     void declare(CLI::App& app) override {
-        app.add_option("--directory", m_directory, "Where to create it");
-        app.add_option("--prefix", m_prefix, "Its first three characters begin the name");
-        app.add_option("--number", m_number, "The first number to try; 0 takes one from the clock");
+        app.add_option("--directory", m_directory,
+                       "Where to create it; /var/tmp or else /tmp if not given");
+        app.add_option("--prefix", m_prefix, "Its first three characters begin the name")
+            ->capture_default_str()
+            ->check([](std::string const& prefix) {
+                return prefix.find('/') == prefix.npos ? std::string() : "no name holds a \"/\"";
+            });
+        app.add_option("--number", m_number, "The first number to try; 0 takes one from the clock")
+            ->capture_default_str();
     }
 
     Status run(Answer& answer) override {
-        STR const directory = m_directory.empty() ? gen_get_temp_path() : STR(m_directory);
+        STR const directory = m_directory.empty() ? gen_get_temp_path() : gen_text(m_directory);
+        STR const prefix = gen_text(m_prefix);
         // gen itself waits until a file can be created.
-        if (access(directory.c_str(), W_OK | X_OK) != 0) {
+        std::string trouble = trouble_of_creating(directory, prefix);
+        if (trouble.empty() && !any_number_is_free(directory, prefix))
+            trouble = "all 65536 names are taken";
+        if (!trouble.empty()) {
             answer.field("path", Value());
-            answer.remark("no file can be created in " + std::string(directory));
+            answer.remark("no file can be created in " + host_text(directory) + ": " + trouble);
             return STATUS_NO;
         }
-        answer.plain("path", gen_get_temp_filename(directory, STR(m_prefix), m_number));
+        answer.plain("path", gen_get_temp_filename(directory, prefix, m_number));
         return STATUS_YES;
     }
 
@@ -135,15 +185,25 @@ void add_names(Commands& commands) {
     commands.add<Names>({
         .name = "names",
         .summary = "Lists the files that tool windows, reports and advisors keep their data in",
-        .example = "  $ gen_query names --exists\n"
-                   "  family    function              path                                exists\n"
-                   "  window    gen_get_cfw_filename  /opt/k/linux/Compiler Flow Window.cfw  no\n"
-                   "  ...",
+        .example = "  $ gen_query names\n"
+                   "  family    function                             path\n"
+                   "  report    gen_get_krpt_name(first)             "
+                   "/opt/korvane/linux/Report_Window_01.krw\n"
+                   "  ...\n"
+                   "  database  gen_generate_pdb_filename            "
+                   "/opt/korvane/project/db/top.pdb\n"
+                   "  $ gen_query names --exists | grep -c 'yes$'\n"
+                   "  6\n"
+                   "  $ gen_query names --db /q/db | tail -n 1\n"
+                   "  database  gen_generate_pdb_filename            /q/dbtop.pdb\n"
+                   "No \"/\" is put between a database directory and a name.",
     });
     commands.add<Temp>({
         .name = "temp",
         .summary = "Creates an empty temporary file and prints its path",
-        .example = "  $ gen_query temp --prefix report --number 42\n"
-                   "  /var/tmp/rep0000002a.tmp",
+        .example = "  $ gen_query temp --directory db --prefix report --number 42\n"
+                   "  db/rep0000002a.tmp\n"
+                   "A name that is taken is stepped over: the next number is tried.\n"
+                   "The exit status is 1 where no file can be created.",
     });
 }

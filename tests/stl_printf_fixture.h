@@ -1,0 +1,49 @@
+#pragma once
+
+#include "stl.h"
+
+#include "sanitizer.h"
+
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <ostream>
+#include <string>
+
+// A text with its length as the function told it.
+struct Printed {
+    int length;
+    std::string text;
+
+    bool operator==(Printed const&) const = default;
+};
+
+inline std::ostream& operator<<(std::ostream& stream, Printed const& printed) {
+    return stream << printed.length << " \"" << printed.text << '"';
+}
+
+template <typename... ARGUMENTS>
+Printed ours(char const* format, ARGUMENTS... arguments) {
+    STR text("what was there before");
+    int const length = stl_sprintf(&text, format, arguments...);
+    return {length, std::string(text.begin(), text.end())};
+}
+
+// What the C library makes of it.
+template <typename... ARGUMENTS>
+Printed plain(char const* format, ARGUMENTS... arguments) {
+    int const length = std::snprintf(nullptr, 0, format, arguments...);
+    if (length < 0)
+        return {-1, ""};
+    std::string text(static_cast<std::size_t>(length) + 1, '?');
+    std::snprintf(text.data(), text.size(), format, arguments...);
+    text.pop_back();
+    return {length, text};
+}
+
+#define EXPECT_AS_PRINTF(...) EXPECT_EQ(ours(__VA_ARGS__), plain(__VA_ARGS__))
+
+// The sanitizer reads formats with a parser of its own, which stops the process at a malformed one
+// and takes a precision of 0 for none.
+#define SKIP_UNDER_SANITIZER()                                                                     \
+    if (address_sanitizer)                                                                         \
+    GTEST_SKIP() << "the sanitizer rejects malformed formats itself"

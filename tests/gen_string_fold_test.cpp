@@ -129,25 +129,6 @@ TEST(Fold, AsciiFamilyKeepsHighBytes) {
     EXPECT_EQ(text, "\xC4\xE4");
 }
 
-TEST(Fold, PlainFamilyFollowsTheLocaleOfTheProcess) {
-    TestLocale const locale;
-    ASSERT_EQ(locale.trouble(), "");
-    // There umlaut a has its two cases, and the capital of "i" is "I" with a grave.
-    ASSERT_NE(std::setlocale(LC_CTYPE, TestLocale::name), nullptr);
-    STR lower = "AI\xC4\xCC";
-    gen_tolower(lower);
-    EXPECT_EQ(lower, "ai\xE4i");
-    STR upper = "ai\xE4";
-    gen_toupper(upper);
-    EXPECT_EQ(upper, "A\xCC\xC4");
-    char array[] = "I\xC4";
-    EXPECT_STREQ(gen_strlwr(array), "i\xE4");
-    EXPECT_STREQ(gen_strupr(array), "\xCC\xC4");
-    STR ascii = "i\xE4";
-    gen_ascii_toupper(ascii);
-    EXPECT_EQ(ascii, "I\xE4");
-}
-
 TEST(StrLwrStrUpr, ReturnTheirArgument) {
     char text[] = "Ab1\xC4";
     EXPECT_EQ(gen_strlwr(text), text);

@@ -21,7 +21,7 @@ constexpr std::uintptr_t block_page_size = 4096;
 constexpr std::size_t block_head_size = 32;
 
 /// The last offset in a page at which a head may be loaded; below 0 under valgrind, where none may.
-extern int block_last_head_offset;
+extern __attribute__((visibility("hidden"))) int block_last_head_offset;
 
 namespace {
 
@@ -40,11 +40,18 @@ BLOCK_INLINE __m128i block_load16(char const* text) {
 }
 
 /// The bit that tells the cases of a letter apart, in every byte that is a letter of either case.
+/// @param case_bit  that bit in every byte
+/// @param to_bottom what brings "a" to the lowest signed value
+/// @param past_z    where the letters end then
+BLOCK_INLINE __m128i block_case_bits(__m128i block, __m128i case_bit, __m128i to_bottom,
+                                     __m128i past_z) {
+    __m128i const from_a = _mm_add_epi8(_mm_or_si128(block, case_bit), to_bottom);
+    return _mm_and_si128(_mm_cmplt_epi8(from_a, past_z), case_bit);
+}
+
 BLOCK_INLINE __m128i block_case_bits(__m128i block) {
-    __m128i const case_bit = _mm_set1_epi8(0x20);
-    __m128i const from_a =
-        _mm_add_epi8(_mm_or_si128(block, case_bit), _mm_set1_epi8(static_cast<char>(128 - 'a')));
-    return _mm_and_si128(_mm_cmplt_epi8(from_a, _mm_set1_epi8(-128 + 26)), case_bit);
+    return block_case_bits(block, _mm_set1_epi8(0x20), _mm_set1_epi8(static_cast<char>(128 - 'a')),
+                           _mm_set1_epi8(-128 + 26));
 }
 
 /// Zero in every byte where the texts differ or end.
@@ -52,9 +59,11 @@ BLOCK_INLINE __m128i block_same(__m128i a, __m128i b) {
     return _mm_min_epu8(a, _mm_cmpeq_epi8(a, b));
 }
 
-/// The same with letters equal in either case.
-BLOCK_INLINE __m128i block_same_folded(__m128i a, __m128i b) {
-    __m128i const difference = _mm_andnot_si128(block_case_bits(a), _mm_xor_si128(a, b));
+/// The same with letters equal in either case; see block_case_bits for the constants.
+BLOCK_INLINE __m128i block_same_folded(__m128i a, __m128i b, __m128i case_bit, __m128i to_bottom,
+                                       __m128i past_z) {
+    __m128i const bits = block_case_bits(a, case_bit, to_bottom, past_z);
+    __m128i const difference = _mm_andnot_si128(bits, _mm_xor_si128(a, b));
     return _mm_min_epu8(a, _mm_cmpeq_epi8(difference, _mm_setzero_si128()));
 }
 
@@ -83,15 +92,16 @@ BLOCK_INLINE __m256i block_same(__m256i a, __m256i b) {
     return _mm256_min_epu8(a, _mm256_cmpeq_epi8(a, b));
 }
 
-BLOCK_INLINE __m256i block_case_bits(__m256i block) {
-    __m256i const case_bit = _mm256_set1_epi8(0x20);
-    __m256i const from_a =
-        _mm256_add_epi8(_mm256_or_si256(block, case_bit), _mm256_set1_epi8(128 - 'a'));
-    return _mm256_and_si256(_mm256_cmpgt_epi8(_mm256_set1_epi8(-128 + 26), from_a), case_bit);
+BLOCK_INLINE __m256i block_case_bits(__m256i block, __m256i case_bit, __m256i to_bottom,
+                                     __m256i past_z) {
+    __m256i const from_a = _mm256_add_epi8(_mm256_or_si256(block, case_bit), to_bottom);
+    return _mm256_and_si256(_mm256_cmpgt_epi8(past_z, from_a), case_bit);
 }
 
-BLOCK_INLINE __m256i block_same_folded(__m256i a, __m256i b) {
-    __m256i const difference = _mm256_andnot_si256(block_case_bits(a), _mm256_xor_si256(a, b));
+BLOCK_INLINE __m256i block_same_folded(__m256i a, __m256i b, __m256i case_bit, __m256i to_bottom,
+                                       __m256i past_z) {
+    __m256i const bits = block_case_bits(a, case_bit, to_bottom, past_z);
+    __m256i const difference = _mm256_andnot_si256(bits, _mm256_xor_si256(a, b));
     return _mm256_min_epu8(a, _mm256_cmpeq_epi8(difference, _mm256_setzero_si256()));
 }
 

@@ -13,8 +13,25 @@
 
 namespace {
 
-using COMPARE_EXACT = int (*)(char const*, char const*);
-using COMPARE_FOLDED = int (*)(char const*, char const*, std::size_t);
+/// Which form of the comparisons this process takes.
+enum class FORM {
+    bytewise,
+    sse2,
+    avx2,
+};
+FORM form = FORM::sse2;
+
+constexpr FOLD_CONSTANTS make_fold_constants() {
+    FOLD_CONSTANTS fold{};
+    fold.lower = ascii_lower_table;
+    for (std::size_t i = 0; i < sizeof fold.case_bit; ++i) {
+        fold.case_bit[i] = 'a' - 'A';
+        fold.to_bottom[i] = static_cast<char>(SCHAR_MIN - 'a');
+        fold.past_z[i] = SCHAR_MIN + 26;
+    }
+    return fold;
+}
+constexpr FOLD_CONSTANTS fold_constants = make_fold_constants();
 
 int compare_exact_bytes(char const* a, char const* b) {
     while (*b != '\0' && *a == *b) {
@@ -24,7 +41,8 @@ int compare_exact_bytes(char const* a, char const* b) {
     return static_cast<unsigned char>(*a) - static_cast<unsigned char>(*b);
 }
 
-int compare_folded_bytes(char const* a, char const* b, std::size_t limit) {
+/// A limit of 0 is none: it wraps before it is reached.
+int compare_folded_bytes(char const* a, char const* b, unsigned limit) {
     for (;; ++a, ++b) {
         int const difference = ascii_folded(*a) - ascii_folded(*b);
         if (difference != 0 || *a == '\0' || --limit == 0)
@@ -32,44 +50,53 @@ int compare_folded_bytes(char const* a, char const* b, std::size_t limit) {
     }
 }
 
-COMPARE_EXACT compare_exact_rest = compare_exact_sse2;
-COMPARE_FOLDED compare_folded_rest = compare_folded_sse2;
+/// On 32-bit it is dear to go elsewhere and to set up wide registers there: what most names need is
+/// done on the spot.
+constexpr bool has_own_head = sizeof(void*) == 4;
 
-__attribute__((constructor)) void choose_comparisons() {
-    if (cpu_is_valgrind()) {
-        compare_exact_rest = compare_exact_bytes;
-        compare_folded_rest = compare_folded_bytes;
-    } else if (cpu_has_avx2()) {
-        compare_exact_rest = compare_exact_avx2;
-        compare_folded_rest = compare_folded_avx2;
-    }
-}
-
-/// Where in the heads of two texts these differ or end first; block_head_size where they go on.
-template <bool FOLD>
-BLOCK_INLINE unsigned head_stop(char const* a, char const* b) {
+/// Where in the heads of two texts these differ or end first, letters being equal in either case;
+/// block_head_size where they go on.
+[[maybe_unused]] BLOCK_INLINE unsigned head_stop(char const* a, char const* b) {
+    __m128i const case_bit = block_load16(fold_constants.case_bit);
+    __m128i const to_bottom = block_load16(fold_constants.to_bottom);
+    __m128i const past_z = block_load16(fold_constants.past_z);
     for (unsigned at = 0; at < block_head_size; at += 16) {
-        __m128i const first = block_load16(a + at);
-        __m128i const second = block_load16(b + at);
-        unsigned const stop =
-            block_zeros(FOLD ? block_same_folded(first, second) : block_same(first, second));
+        unsigned const stop = block_zeros(block_same_folded(
+            block_load16(a + at), block_load16(b + at), case_bit, to_bottom, past_z));
         if (stop != 0)
             return at + static_cast<unsigned>(std::countr_zero(stop));
     }
     return block_head_size;
 }
 
-BLOCK_INLINE int compare_folded(char const* a, char const* b, std::size_t limit) {
-    if (block_head_fits(a) && block_head_fits(b)) [[likely]] {
-        unsigned const stop = head_stop<true>(a, b);
-        if (stop < block_head_size)
-            return stop < limit ? ascii_folded(a[stop]) - ascii_folded(b[stop]) : 0;
-        if (limit <= block_head_size)
-            return 0;
-        return compare_folded_rest(a + block_head_size, b + block_head_size,
-                                   limit - block_head_size);
+__attribute__((constructor)) void choose_form() {
+    if (cpu_is_valgrind())
+        form = FORM::bytewise;
+    else if (cpu_has_avx2())
+        form = FORM::avx2;
+}
+
+template <bool LIMITED>
+BLOCK_INLINE int compare_folded(char const* a, char const* b, unsigned limit) {
+    if constexpr (has_own_head) {
+        if (block_head_fits(a) && block_head_fits(b)) [[likely]] {
+            unsigned const stop = head_stop(a, b);
+            if (stop < block_head_size)
+                return LIMITED && stop >= limit ? 0 : ascii_folded(a[stop]) - ascii_folded(b[stop]);
+            if (LIMITED && limit <= block_head_size)
+                return 0;
+            a += block_head_size;
+            b += block_head_size;
+            limit -= LIMITED ? static_cast<unsigned>(block_head_size) : 0;
+        }
     }
-    return compare_folded_rest(a, b, limit);
+    if (form == FORM::avx2) [[likely]]
+        return LIMITED ? compare_folded_avx2(a, b, fold_constants, limit)
+                       : compare_folded_avx2(a, b, fold_constants);
+    if (form == FORM::sse2)
+        return LIMITED ? compare_folded_sse2(a, b, fold_constants, limit)
+                       : compare_folded_sse2(a, b, fold_constants);
+    return compare_folded_bytes(a, b, limit);
 }
 
 bool any_null(char const* a, char const* b) {
@@ -82,23 +109,18 @@ int compare_nulls(char const* a, char const* b) {
 
 } // namespace
 
-BLOCK_READS_PAGE int gen_strcmp(char const* a, char const* b) {
+int gen_strcmp(char const* a, char const* b) {
     if (any_null(a, b)) [[unlikely]]
         return compare_nulls(a, b);
-    if (block_head_fits(a) && block_head_fits(b)) [[likely]] {
-        unsigned const stop = head_stop<false>(a, b);
-        if (stop < block_head_size)
-            return static_cast<unsigned char>(a[stop]) - static_cast<unsigned char>(b[stop]);
-        a += block_head_size;
-        b += block_head_size;
-    }
-    return compare_exact_rest(a, b);
+    if (form == FORM::avx2) [[likely]]
+        return compare_exact_avx2(a, b);
+    return form == FORM::sse2 ? compare_exact_sse2(a, b) : compare_exact_bytes(a, b);
 }
 
 BLOCK_READS_PAGE int gen_stricmp(char const* a, char const* b) {
     if (any_null(a, b)) [[unlikely]]
         return compare_nulls(a, b);
-    return compare_folded(a, b, SIZE_MAX);
+    return compare_folded<false>(a, b, 0);
 }
 
 int gen_ascii_stricmp(char const* a, char const* b) {
@@ -112,7 +134,7 @@ int gen_stricmp_mt(char const* a, char const* b) {
 BLOCK_READS_PAGE int gen_strnicmp(char const* a, char const* b, unsigned n) {
     if (any_null(a, b)) [[unlikely]]
         return compare_nulls(a, b);
-    return compare_folded(a, b, n != 0 ? n : SIZE_MAX);
+    return n != 0 ? compare_folded<true>(a, b, n) : compare_folded<false>(a, b, 0);
 }
 
 int gen_ascii_strnicmp(char const* a, char const* b, unsigned n) {

@@ -3,9 +3,14 @@
 #include "gen_string_compare_loop.h"
 
 BLOCK_READS_PAGE int compare_exact_avx2(char const* a, char const* b) {
-    return WALK<false>(a, b, SIZE_MAX).compare();
+    return compare<false>(a, b, EXACT(), 0);
 }
 
-BLOCK_READS_PAGE int compare_folded_avx2(char const* a, char const* b, std::size_t limit) {
-    return WALK<true>(a, b, limit).compare();
+BLOCK_READS_PAGE int compare_folded_avx2(char const* a, char const* b, FOLD_CONSTANTS const& fold) {
+    return compare<false>(a, b, FOLDED(fold), 0);
+}
+
+BLOCK_READS_PAGE int compare_folded_avx2(char const* a, char const* b, FOLD_CONSTANTS const& fold,
+                                         unsigned limit) {
+    return compare<true>(a, b, FOLDED(fold), limit);
 }

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <bit>
 
-#include "gen_string_ascii.h"
 #include "gen_string_block.h"
 
 namespace {
@@ -24,50 +23,85 @@ BLOCK_INLINE BLOCK load(char const* text) {
 
 constexpr std::size_t block_size = sizeof(BLOCK);
 
-/// Walks two texts together until they differ or end, or until the limit is reached.
-template <bool FOLD>
+/// How bytes are compared: as they are.
+struct EXACT {
+    /// Zero where the texts differ or end.
+    BLOCK_INLINE BLOCK same(char const* a, char const* b) const {
+        return block_same(load(a), load(b));
+    }
+    BLOCK_INLINE int difference(char a, char b) const {
+        return static_cast<unsigned char>(a) - static_cast<unsigned char>(b);
+    }
+};
+
+/// How bytes are compared: letters in either case.
+class FOLDED {
+  public:
+    BLOCK_INLINE explicit FOLDED(FOLD_CONSTANTS const& fold) : m_fold(fold) {}
+
+    BLOCK_INLINE BLOCK same(char const* a, char const* b) const {
+        return block_same_folded(load(a), load(b), load(m_fold.case_bit), load(m_fold.to_bottom),
+                                 load(m_fold.past_z));
+    }
+    BLOCK_INLINE int difference(char a, char b) const {
+        return m_fold.lower[static_cast<unsigned char>(a)] -
+               m_fold.lower[static_cast<unsigned char>(b)];
+    }
+
+  private:
+    FOLD_CONSTANTS const& m_fold;
+};
+
+/// Walks two texts together from @p at, up to where they are known to be equal, until they differ
+/// or end, or until the limit is reached.
+template <bool LIMITED, typename RULE>
 class WALK {
   public:
-    BLOCK_INLINE WALK(char const* a, char const* b, std::size_t limit)
-        : m_a(a), m_b(b), m_limit(limit) {}
+    BLOCK_INLINE WALK(char const* a, char const* b, RULE rule, std::size_t limit, std::size_t at)
+        : m_a(a), m_b(b), m_rule(rule), m_limit(limit), m_at(at) {}
 
     BLOCK_INLINE int compare() {
-        for (unsigned singles = 4;; singles = 4) {
+        for (;;) {
             m_room = std::min(block_page_room(m_a + m_at), block_page_room(m_b + m_at));
-            while (m_room >= block_size) {
+            if (m_room >= 4 * block_size && m_at >= block_size)
+                run_ahead();
+            while (m_room >= block_size)
                 if (block_stops())
                     return result();
-                if (--singles == 0)
-                    run_ahead();
-            }
             if (m_room != 0 && page_end_stops())
                 return result();
         }
     }
 
   private:
+    BLOCK_INLINE bool is_past_limit() const { return LIMITED && m_at >= m_limit; }
+
     /// Steps over a block, or stops inside it at the first difference or end. The limit is looked
     /// at by result() for a stop behind it, so that this may run past it by a block.
     BLOCK_INLINE bool block_stops() {
-        unsigned const stop = block_zeros(same(0));
+        unsigned const stop = block_zeros(m_rule.same(m_a + m_at, m_b + m_at));
         if (stop != 0)
             m_at += static_cast<unsigned>(std::countr_zero(stop));
         else
             skip(block_size);
-        return stop != 0 || m_at >= m_limit;
+        return stop != 0 || is_past_limit();
     }
 
-    /// Long texts: four blocks at once, from where the loads from one of them are aligned. That
-    /// goes back over what is known to be equal.
+    /// Four blocks at once, from where the loads from one of the texts are aligned. That goes back
+    /// over what is known to be equal.
     BLOCK_INLINE void run_ahead() {
         skip(-(reinterpret_cast<std::uintptr_t>(m_a + m_at) & (block_size - 1)));
-        while (m_room >= 4 * block_size && m_at < m_limit && four_go_on())
+        while (m_room >= 4 * block_size && !is_past_limit() && four_go_on())
             skip(4 * block_size);
     }
 
     BLOCK_INLINE bool four_go_on() const {
-        BLOCK const near = block_lesser(same(0), same(block_size));
-        BLOCK const far = block_lesser(same(2 * block_size), same(3 * block_size));
+        char const* const a = m_a + m_at;
+        char const* const b = m_b + m_at;
+        BLOCK const near =
+            block_lesser(m_rule.same(a, b), m_rule.same(a + block_size, b + block_size));
+        BLOCK const far = block_lesser(m_rule.same(a + 2 * block_size, b + 2 * block_size),
+                                       m_rule.same(a + 3 * block_size, b + 3 * block_size));
         return block_zeros(block_lesser(near, far)) == 0;
     }
 
@@ -78,27 +112,15 @@ class WALK {
             skip(m_room - block_size);
             return block_stops();
         }
-        for (; m_room != 0 && m_at < m_limit; skip(1))
+        for (; m_room != 0 && !is_past_limit(); skip(1))
             if (m_a[m_at] == '\0' || difference() != 0)
                 return true;
-        return m_at >= m_limit;
+        return is_past_limit();
     }
 
-    /// Zero where the texts differ or end, in the block this far ahead.
-    BLOCK_INLINE BLOCK same(std::size_t ahead) const {
-        BLOCK const a = load(m_a + m_at + ahead);
-        BLOCK const b = load(m_b + m_at + ahead);
-        return FOLD ? block_same_folded(a, b) : block_same(a, b);
-    }
+    BLOCK_INLINE int difference() const { return m_rule.difference(m_a[m_at], m_b[m_at]); }
 
-    BLOCK_INLINE int difference() const {
-        char const a = m_a[m_at];
-        char const b = m_b[m_at];
-        return FOLD ? ascii_folded(a) - ascii_folded(b)
-                    : static_cast<unsigned char>(a) - static_cast<unsigned char>(b);
-    }
-
-    BLOCK_INLINE int result() const { return m_at < m_limit ? difference() : 0; }
+    BLOCK_INLINE int result() const { return is_past_limit() ? 0 : difference(); }
 
     BLOCK_INLINE void skip(std::size_t bytes) {
         m_at += bytes;
@@ -107,9 +129,42 @@ class WALK {
 
     char const* m_a;
     char const* m_b;
+    RULE m_rule;
     std::size_t m_limit;
-    std::size_t m_at = 0;
+    std::size_t m_at;
     std::size_t m_room = 0; ///< bytes that may be read at m_at before one of the pages ends
 };
+
+/// Most names end in their first blocks, and few of those are near the end of a page: these few
+/// blocks are compared one after the other without a look at anything else.
+constexpr std::size_t head_size = 4 * block_size;
+
+BLOCK_INLINE bool head_fits(char const* text) {
+    return (reinterpret_cast<std::uintptr_t>(text) & (block_page_size - 1)) <=
+           block_page_size - head_size;
+}
+
+template <bool LIMITED, typename RULE>
+BLOCK_READS_PAGE __attribute__((noinline)) int walk(char const* a, char const* b, RULE rule,
+                                                    std::size_t limit, std::size_t at) {
+    return WALK<LIMITED, RULE>(a, b, rule, limit, at).compare();
+}
+
+template <bool LIMITED, typename RULE>
+BLOCK_INLINE int compare(char const* a, char const* b, RULE rule, std::size_t limit) {
+    if (!head_fits(a) || !head_fits(b)) [[unlikely]]
+        return walk<LIMITED>(a, b, rule, limit, 0);
+#pragma GCC unroll 4
+    for (std::size_t at = 0; at < head_size; at += block_size) {
+        unsigned const stop = block_zeros(rule.same(a + at, b + at));
+        if (stop != 0) {
+            std::size_t const last = at + static_cast<unsigned>(std::countr_zero(stop));
+            return LIMITED && last >= limit ? 0 : rule.difference(a[last], b[last]);
+        }
+        if (LIMITED && limit <= at + block_size)
+            return 0;
+    }
+    return walk<LIMITED>(a, b, rule, limit, head_size);
+}
 
 } // namespace

@@ -39,6 +39,16 @@ TEST(FioFind, IsRebuiltInPlace) {
     EXPECT_EQ(find(list, "top.v"), "");
 }
 
+TEST(FioFind, RebuildingEndsAnEnumeration) {
+    TempDirectory const directory;
+    directory.write("a.v");
+    directory.write("b.v");
+    FIO_FIND names(library_string(directory / "*.v"));
+    EXPECT_EQ(names.find_first(), "a.v");
+    names.init(library_string(directory / "*.v"));
+    EXPECT_EQ(names.find_next(), "");
+}
+
 TEST(FioFind, LivesInTrackedMemory) {
     std::size_t const before = MEM_MANAGER::s_system_memory_counter.current();
     auto* const find = new FIO_FIND(STR("/a;/b"));

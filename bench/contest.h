@@ -23,7 +23,7 @@ void enter(std::string const& work, std::string const& contestant, ROUND round, 
     benchmark::RegisterBenchmark((work + "/" + contestant).c_str(),
                                  [round, items, first = true](benchmark::State& state) mutable {
                                      if (std::exchange(first, false))
-                                         benchmark::DoNotOptimize(round(0));
+                                         benchmark::DoNotOptimize(round(std::size_t{0}));
                                      std::size_t turn = 0;
                                      for (auto _ : state)
                                          benchmark::DoNotOptimize(round(turn++));

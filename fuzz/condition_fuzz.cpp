@@ -26,28 +26,62 @@ void watch(GEN_BP_PARSER const& parser) {
 /// Long enough for every situation, short enough for the plain form.
 constexpr std::size_t longest = 300;
 
+/// How the rest of the input is to be used.
+struct Plan {
+    explicit Plan(FuzzInput& input) {
+        auto const bits = input.take<std::uint8_t>();
+        literally = bits % 2 == 0;
+        // Now and then past what is read of a text at once.
+        times = bits / 2 % 16 == 15 ? 24 : 1;
+        held = bits / 32 * std::size_t{89};
+    }
+
+    bool literally;
+    std::size_t times; ///< the text, one behind the other
+    std::size_t held;  ///< tokens entered by hand before it
+};
+
 /// The bytes themselves, or one piece of a condition for each of them.
-std::string text_of(FuzzInput& input) {
+std::string text_of(FuzzInput& input, Plan const& plan) {
     static constexpr char const* pieces[] = {
         "(", ")", "=", ">",    "<",    "~",    "&&",    "||",    "a",  "|p",   "1",   "10ns",
         " ", "&", "|", "time", ")&&(", ")||(", "time>", "(a=1)", "()", "\x80", "b c", "1 2"};
-    bool const literally = input.take<std::uint8_t>() % 2 == 0;
     std::string const bytes = input.take_rest().substr(0, longest);
-    if (literally)
-        return bytes;
-    std::string text;
+    std::string once;
     for (char const byte : bytes)
-        text += pieces[static_cast<unsigned char>(byte) % std::size(pieces)];
+        if (plan.literally)
+            once += byte;
+        else
+            once += pieces[static_cast<unsigned char>(byte) % std::size(pieces)];
+    std::string text;
+    for (std::size_t left = plan.times; left != 0; --left)
+        text += once;
     return text;
 }
 
-void compare_whole(std::string const& text) {
+/// So many tokens of every type and of none, chosen by the text.
+std::vector<PlainToken> tokens_by_hand(std::size_t count, std::string const& text) {
+    std::vector<PlainToken> tokens;
+    for (std::size_t index = 0; index < count; ++index) {
+        auto const byte = text.empty() ? '\0' : text[index % text.size()];
+        int const type = (static_cast<unsigned char>(byte) + static_cast<int>(index)) % 14 - 1;
+        tokens.push_back({type, text.substr(0, index % 5)});
+    }
+    return tokens;
+}
+
+void compare_whole(std::string const& text, std::size_t held) {
     PlainCondition plain;
+    plain.tokens = tokens_by_hand(held, text);
+    GEN_BP_PARSER parser;
+    for (PlainToken const& token : plain.tokens) {
+        STR const word(token.text);
+        parser.add_token_to_list(static_cast<BP_TOKEN_TYPE>(token.type), &word);
+    }
     std::string expected = text;
     bool const failed = plain.parse(expected);
 
     FuzzText const exactly(text);
-    GEN_BP_PARSER parser;
     watch(parser);
     STR expression(exactly.get(), exactly.size());
     require(parser.parse_string(&expression) == failed, "return value");
@@ -107,8 +141,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     FuzzInput input(data, size);
     auto const first = input.take<std::uint8_t>();
     auto const last = input.take<std::uint8_t>();
-    std::string const text = text_of(input);
-    compare_whole(text);
+    Plan const plan(input);
+    std::string const text = text_of(input, plan);
+    compare_whole(text, plan.held);
     compare_range(text, first, last);
     return 0;
 }

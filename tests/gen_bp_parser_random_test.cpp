@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -34,13 +35,18 @@ class ReportRecorder {
     ERR_HANDLER m_previous;
 };
 
-/// Both forms must write, complain, report and answer the same.
-void compare(std::string const& text) {
+/// Both forms must write, complain, report and answer the same, with these tokens held beforehand.
+void compare(std::string const& text, std::vector<PlainToken> const& held = {}) {
     PlainCondition plain;
+    plain.tokens = held;
     std::string expected = text;
     bool const expected_errors = plain.parse(expected);
 
     GEN_BP_PARSER parser;
+    for (PlainToken const& token : held) {
+        STR const token_text(token.text);
+        parser.add_token_to_list(static_cast<BP_TOKEN_TYPE>(token.type), &token_text);
+    }
     STR expression(text);
     ReportRecorder recorder(parser);
     bool const errors = parser.parse_string(&expression);
@@ -48,9 +54,10 @@ void compare(std::string const& text) {
     bool const same = errors == expected_errors && std::string_view(expression) == expected &&
                       std::string_view(parser.error_text()) == plain.errors &&
                       reports == plain.reports;
-    ASSERT_TRUE(same) << text << "\ngives  " << expression << "\nnot    " << expected << "\nsays   "
-                      << parser.error_text() << "not    " << plain.errors << "after "
-                      << reports.size() << " reports, not " << plain.reports.size();
+    ASSERT_TRUE(same) << held.size() << " held, " << text << "\ngives  " << expression
+                      << "\nnot    " << expected << "\nsays   " << parser.error_text() << "not    "
+                      << plain.errors << "after " << reports.size() << " reports, not "
+                      << plain.reports.size();
 }
 
 std::size_t below(std::mt19937& random, std::size_t bound) {
@@ -123,7 +130,7 @@ using Shape = std::string (*)(std::mt19937&, std::size_t);
 
 void compare_many(Shape shape, std::size_t rounds, std::size_t longest) {
     std::mt19937 random(4711);
-    for (std::size_t round = 0; round < effort(rounds); ++round) {
+    for (std::size_t round = 0; round < rounds; ++round) {
         compare(shape(random, 1 + below(random, longest)));
         if (testing::Test::HasFatalFailure())
             return;
@@ -133,19 +140,40 @@ void compare_many(Shape shape, std::size_t rounds, std::size_t longest) {
 } // namespace
 
 TEST(ConditionAgainstPlainForm, ShortNoise) {
-    compare_many(noise, 600'000, 14);
+    compare_many(noise, effort(600'000), 14);
 }
 
 TEST(ConditionAgainstPlainForm, LongNoise) {
-    compare_many(noise, 20'000, 80);
+    compare_many(noise, effort(20'000), 80);
 }
 
 TEST(ConditionAgainstPlainForm, BalancedNoise) {
-    compare_many(balanced, 250'000, 24);
+    compare_many(balanced, effort(250'000), 24);
 }
 
 TEST(ConditionAgainstPlainForm, WellFormedConditions) {
-    compare_many(well_formed, 150'000, 40);
+    compare_many(well_formed, effort(150'000), 40);
+}
+
+TEST(ConditionAgainstPlainForm, TextsOfThousandsOfTokens) {
+    // A text is read by pieces, with new room for its terms now and then.
+    std::size_t const rounds = std::max<std::size_t>(effort(100), 5);
+    compare_many(noise, rounds, 3000);
+    compare_many(balanced, rounds, 3000);
+    compare_many(well_formed, rounds, 3000);
+}
+
+TEST(ConditionAgainstPlainForm, TextsThatEndBesideAPiece) {
+    // As many terms as characters, and one more where a word waits from the piece before.
+    compare(std::string(4096, 'a') + std::string(4096, '='));
+    for (std::size_t length = 4090; length <= 4100; ++length)
+        for (std::size_t const pieces : {1U, 2U}) {
+            compare(std::string(length * pieces, '='));
+            compare(std::string(length * pieces, ')'));
+            compare(std::string(length * pieces, '=') + "a");
+            if (HasFatalFailure())
+                return;
+        }
 }
 
 TEST(ConditionAgainstPlainForm, EveryShortSequenceOfTokens) {
@@ -164,6 +192,33 @@ TEST(ConditionAgainstPlainForm, EveryShortSequenceOfTokens) {
             }
         shorter = std::move(longer);
         if (effort(100) == 1 && length == 4)
+            return;
+    }
+}
+
+TEST(ConditionAgainstPlainForm, EveryNumberOfTokensHeldBeforehand) {
+    // What holds the terms has grown by as much as these needed when the text is added.
+    std::vector<PlainToken> held;
+    for (std::size_t step = effort(100) == 1 ? 7 : 1; held.size() <= 700;) {
+        for (std::size_t const length : {1U, 20U, 60U, 140U}) {
+            compare(std::string(length, '='), held);
+            if (HasFatalFailure())
+                return;
+        }
+        held.insert(held.end(), step, {BP_TOKEN_NOT, ""});
+    }
+}
+
+TEST(ConditionAgainstPlainForm, NoiseBehindManyTokensHeldBeforehand) {
+    std::mt19937 random(4713);
+    for (std::size_t round = 0; round < effort(3'000); ++round) {
+        std::vector<PlainToken> held;
+        for (std::size_t left = below(random, 600); left != 0; --left) {
+            auto const type = static_cast<int>(below(random, 14)) - 1;
+            held.push_back({type, below(random, 3) == 0 ? "" : "w" + std::to_string(left)});
+        }
+        compare(noise(random, below(random, 300)), held);
+        if (HasFatalFailure())
             return;
     }
 }

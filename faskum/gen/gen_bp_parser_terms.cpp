@@ -47,7 +47,7 @@ struct BP_TERMS::ADD_TERMS {
 
     void expect(std::size_t behind, std::size_t ahead) {
         std::size_t const needed = std::min(ahead, BP_SCANNER<ADD_TERMS>::piece) + 1;
-        if (terms.m_terms.room() >= needed)
+        if (terms.room() >= needed)
             return;
         // What is ahead will be as dense as what is behind, with something to spare.
         auto const taken = static_cast<double>(terms.size());

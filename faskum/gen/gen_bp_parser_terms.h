@@ -113,6 +113,8 @@ class BP_TERMS {
         m_kinds.make_room(more);
         m_terms.make_room(more);
     }
+    /// The two grow at different sizes, so that either may be the shorter one.
+    std::size_t room() const { return std::min(m_kinds.room(), m_terms.room()); }
 
     // Each needs room, and adds to the longest output.
 

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
@@ -77,9 +78,8 @@ class KORVANE_API GEN_BP_PARSER {
     /// @param subexpression_start receives @p first
     /// @param op receives the operator, or @p last when there is none or when it is the first token
     ///           of the range
-    /// @return true when the parentheses balance. If not, the error text says so, and @p op
-    /// receives
-    ///         the operator chosen all the same, @p first for none.
+    /// @return true when the parentheses balance. If not, the error text says so, and the operator
+    ///         chosen is given all the same, @p first for none.
     /// A parenthesis closed too early has a line in the error text, too, whatever is returned.
     /// Either result may be null: it is then not given.
     bool get_first_subexpression(iterator first, iterator last, iterator* subexpression_start,
@@ -98,6 +98,7 @@ class KORVANE_API GEN_BP_PARSER {
     STR const& error_text() const { return m_error_text; }
 
   private:
+    std::size_t rewrite(std::string_view text);
     void enter_nulled();
 
     MEM_LIST<BP_TOKEN*> m_token_list;

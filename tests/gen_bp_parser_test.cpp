@@ -64,6 +64,45 @@ TEST(ConditionParser, SpendsNothingOnEntriesThatNobodySees) {
     EXPECT_THAT(parser.token_list(), AllOf(SizeIs(10001), Each(IsNull())));
 }
 
+TEST(ConditionParser, LeavesTheRecordsOfItsListWhenItGoes) {
+    BP_TOKEN* token = nullptr;
+    {
+        GEN_BP_PARSER parser;
+        STR const text = "a_path_longer_than_any_short_string";
+        parser.add_token_to_list(BP_TOKEN_HPATH, &text);
+        token = parser.token_list().front();
+    }
+    EXPECT_EQ(token->type, BP_TOKEN_HPATH);
+    EXPECT_EQ(token->text, "a_path_longer_than_any_short_string");
+    delete token;
+}
+
+TEST(ConditionParser, TakesRoomForWhatIsThereAndNotForWhatTheBeginningPromises) {
+    // Each has a parenthesis to report, so that memory can be looked at half-way.
+    static std::size_t half_way = 0;
+    struct Row {
+        std::string text;
+        std::size_t most; // bytes a character half-way
+    };
+    constexpr std::size_t length = 1'000'000;
+    Row const rows[] = {{std::string(4096, ')') + std::string(length, 'a'), 4},
+                        {")" + std::string(length, '='), 30}};
+    for (Row const& row : rows) {
+        half_way = 0;
+        ERR_HANDLER const previous =
+            err_set_internal_error_handler([](char const*, char const*, char const*, int) {
+                half_way = MEM_MANAGER::s_system_memory_counter.current();
+            });
+        std::size_t const before = MEM_MANAGER::s_system_memory_counter.current();
+        GEN_BP_PARSER parser;
+        parse(parser, row.text.c_str());
+        err_set_internal_error_handler(previous);
+        EXPECT_GT(half_way, before + length);
+        EXPECT_LT(half_way, before + row.most * length);
+        EXPECT_LT(parser.working_string().capacity(), 100'000U);
+    }
+}
+
 TEST(ConditionParser, CompletesAListThatIsAlreadyHeld) {
     GEN_BP_PARSER parser;
     MEM_LIST<BP_TOKEN*> const& list = parser.token_list();
@@ -140,6 +179,14 @@ TEST(ConditionParser, NoExpressionIsReportedAndChangesNothing) {
     EXPECT_THAT(recorder.conditions(), ElementsAre("expression != NULL"));
     EXPECT_EQ(parser.working_string(), "untouched");
     EXPECT_EQ(parser.error_text(), "");
+}
+
+TEST(ConditionParser, NoExpressionAnswersForEarlierErrorsToo) {
+    ErrorRecorder recorder;
+    GEN_BP_PARSER parser;
+    parse(parser, "a =");
+    EXPECT_TRUE(parser.parse_string(nullptr));
+    EXPECT_THAT(recorder.conditions(), ElementsAre("expression != NULL"));
 }
 
 TEST(ConditionParser, ReportsCarryOwnerAndSource) {

@@ -55,7 +55,21 @@ bool GEN_BP_PARSER::parse_string(STR* expression) {
     }
     // The working string itself may be handed over, and is emptied before its tokens are used.
     STR const own = expression == &m_working_string ? m_working_string : STR();
-    BP_TERMS terms(expression == &m_working_string ? own : *expression);
+    m_nulled += rewrite(expression == &m_working_string ? own : *expression);
+
+    for (BP_TOKEN*& token : m_token_list) {
+        delete token;
+        token = nullptr;
+    }
+    if (m_list_is_held)
+        enter_nulled();
+    *expression = m_working_string;
+    return !m_error_text.empty();
+}
+
+// Ends with the terms, whose memory the caller's copy of the prefix form can have then.
+std::size_t GEN_BP_PARSER::rewrite(std::string_view text) {
+    BP_TERMS terms(text);
     terms.add_tokens(m_token_list.begin(), m_token_list.end());
     std::size_t const held = terms.size();
     terms.add_text();
@@ -63,14 +77,9 @@ bool GEN_BP_PARSER::parse_string(STR* expression) {
 
     m_working_string.clear();
     bp_rewrite(terms, m_working_string, m_error_text);
-
-    for (BP_TOKEN*& token : m_token_list) {
-        delete token;
-        token = nullptr;
-    }
-    m_nulled += terms.size() - held;
-    if (m_list_is_held)
-        enter_nulled();
-    *expression = m_working_string;
-    return !m_error_text.empty();
+    // A prefix form cut short by errors is not to keep the room of a whole one.
+    constexpr std::size_t unnoticed = 65536;
+    if (m_working_string.capacity() > unnoticed + 4 * m_working_string.size())
+        m_working_string.shrink_to_fit();
+    return terms.size() - held;
 }

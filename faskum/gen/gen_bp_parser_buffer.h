@@ -30,7 +30,7 @@ class BP_BUFFER {
     /// Makes room for so many more.
     void make_room(std::size_t more) {
         if (room() < more) [[unlikely]]
-            grow(std::max(m_size + more, m_size + m_size / 2));
+            grow(std::max(m_size + more, 2 * m_size));
     }
     /// Appends where there is room.
     void add(T const& value) { m_data[m_size++] = value; }

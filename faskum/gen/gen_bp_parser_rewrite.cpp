@@ -286,6 +286,6 @@ std::uint32_t REWRITER::below_behind(std::uint32_t position, std::uint32_t below
 } // namespace
 
 void bp_rewrite(BP_TERMS const& terms, STR& output, STR& errors) {
-    output.reserve(output.size() + terms.longest_output());
+    output.reserve(output.size() + terms.likely_output());
     REWRITER(terms, output, errors).rewrite();
 }

@@ -49,11 +49,12 @@ struct BP_TERMS::ADD_TERMS {
         std::size_t const needed = std::min(ahead, BP_SCANNER<ADD_TERMS>::piece) + 1;
         if (terms.room() >= needed)
             return;
-        // What is ahead will be as dense as what is behind, with something to spare.
+        // What is ahead will be as dense as what is behind, with something to spare; but a dense
+        // beginning may not ask for room that a sparse end never needs.
         auto const taken = static_cast<double>(terms.size());
         double const density = behind == 0 ? 0 : taken / static_cast<double>(behind);
-        auto const likely = static_cast<std::size_t>(1.125 * density * static_cast<double>(ahead));
-        terms.make_room(std::max(needed, likely));
+        auto const likely = 1.125 * density * static_cast<double>(ahead);
+        terms.make_room(std::max(needed, static_cast<std::size_t>(std::min(likely, 8 * taken))));
     }
 };
 

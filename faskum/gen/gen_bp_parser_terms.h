@@ -93,8 +93,11 @@ class BP_TERMS {
     }
     static constexpr std::size_t read_ahead = 16;
 
-    /// The prefix form of the terms is not longer than this.
-    std::size_t longest_output() const { return m_longest_output; }
+    /// About the length of the prefix form: the most that the terms can give, but not more than
+    /// what is usual for so much text, since of operators without operands nothing is written.
+    std::size_t likely_output() const {
+        return std::min(m_longest_output, 4 * (m_text.size() + m_joined.size() + m_kinds.size()));
+    }
     /// Depth behind the last term, and the extremes on the way there from 0.
     std::int32_t balance() const { return m_balance; }
     std::int32_t lowest_depth() const { return m_lowest; }

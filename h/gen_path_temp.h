@@ -47,6 +47,6 @@ KORVANE_API std::ofstream* gen_get_gui_profile_stream();
 /// Closes the profile and opens it anew and empty, in the directory of the project's database path.
 /// The stream is null afterwards where no database directory is set or the file cannot be opened.
 ///
-/// What was written to the stream reaches the file when the host flushes the stream or the next call
-/// closes it. Neither the end of the process nor unloading the library writes it out.
+/// What was written to the stream reaches the file when the host flushes the stream or the next
+/// call closes it. Neither the end of the process nor unloading the library writes it out.
 KORVANE_API void gen_set_gui_profile_stream();

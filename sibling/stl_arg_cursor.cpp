@@ -2,6 +2,7 @@
 
 #include "stl_format.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 
@@ -51,9 +52,11 @@ void STL_ARG_CURSOR::output(STR* out, char const* conversion) {
     STL_CONVERSION parsed = stl_parse_single(conversion);
     if (!parsed.is_simple() || (!has_arguments() && parsed.argument != STL_ARGUMENT::none))
         return;
+    int const error = errno; // what printf has against one argument must not be what %m tells next
     STL_TEXT text;
     if (stl_format(text, parsed, *this))
         out->append(text.begin(), text.size());
+    errno = error;
 }
 
 void STL_ARG_CURSOR::skip(char const* conversion) {

@@ -1,6 +1,8 @@
 #include "stl.h"
 
+#include <cerrno>
 #include <climits>
+#include <cstring>
 #include <gtest/gtest.h>
 
 namespace {
@@ -128,6 +130,20 @@ TEST(StlArgCursor, EveryArgumentTypeHasItsSize) {
         std::intmax_t{-5}, std::ptrdiff_t{-6}, L"wide", 'c', ULLONG_MAX, 1e100, nullptr, &written,
         0.5, 1.0L, L"more", "end");
     EXPECT_EQ(written, 1);
+}
+
+// No locale has a character of that number: printf has an error there.
+TEST(StlArgCursor, OutputLeavesErrnoAlone) {
+    with_cursor(
+        [](STL_ARG_CURSOR& cursor) {
+            std::string const text = std::strerror(ENOENT);
+            errno = ENOENT;
+            EXPECT_EQ(output(cursor, "%lc"), "");
+            EXPECT_EQ(output(cursor, "%m"), text);
+            EXPECT_EQ(errno, ENOENT);
+            EXPECT_EQ(output(cursor, "%s"), "next");
+        },
+        0x7FFFFFFF, "next");
 }
 
 TEST(StlArgCursor, ArgumentOfAConversion) {

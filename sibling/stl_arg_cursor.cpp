@@ -3,8 +3,11 @@
 #include "stl_format.h"
 
 #include <cerrno>
+#include <charconv>
+#include <climits>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 
 // This file alone knows what a `char* args` is: on x86 the va_list, on x86-64 the address of one.
 
@@ -32,6 +35,37 @@ void copy_list(va_list& copy, char* args) {
 }
 #endif
 
+// The letter of a conversion that is nothing but "%" and a letter, as most are; else '\0'.
+char bare_letter(char const* conversion) {
+    if (conversion == nullptr || conversion[0] != '%' || conversion[1] == '\0' ||
+        conversion[2] != '\0')
+        return '\0';
+    return conversion[1];
+}
+
+// Whether the conversion takes a word, without its being taken apart.
+bool takes_a_word(char letter) {
+    return letter == 's' || letter == 'd' || letter == 'u' || letter == 'x' || letter == 'c';
+}
+
+// Appends what needs no block in between. False, and nothing done, for any other letter.
+bool output_bare(STR& out, char letter, STL_ARG_CURSOR& cursor) {
+    if (letter == 's') {
+        char const* const text = cursor.take<char const*>();
+        char const* const characters = text != nullptr ? text : "(null)";
+        std::size_t const length = std::strlen(characters);
+        if (length <= INT_MAX) // printf has no longer ones
+            out.append(characters, length);
+        return true;
+    }
+    if (letter == 'd') {
+        char digits[12];
+        out.append(digits, std::to_chars(digits, std::end(digits), cursor.take<int>()).ptr);
+        return true;
+    }
+    return false;
+}
+
 } // namespace
 
 STL_ARG_CURSOR::STL_ARG_CURSOR(char* args) : m_start(args) {
@@ -49,6 +83,8 @@ void STL_ARG_CURSOR::skip_word() {
 }
 
 void STL_ARG_CURSOR::output(STR* out, char const* conversion) {
+    if (has_arguments() && output_bare(*out, bare_letter(conversion), *this))
+        return;
     STL_CONVERSION parsed = stl_parse_single(conversion);
     if (!parsed.is_simple() || (!has_arguments() && parsed.argument != STL_ARGUMENT::none))
         return;
@@ -60,6 +96,10 @@ void STL_ARG_CURSOR::output(STR* out, char const* conversion) {
 }
 
 void STL_ARG_CURSOR::skip(char const* conversion) {
+    if (takes_a_word(bare_letter(conversion))) {
+        skip_word();
+        return;
+    }
     STL_CONVERSION const parsed = stl_parse_single(conversion);
     if (parsed.is_simple() && has_arguments())
         stl_skip(parsed, *this);

@@ -19,9 +19,11 @@ char const* end_of_run(char const* at) {
 
 } // namespace
 
-void MESSAGE_INSERTS::scan(char const* format) {
+std::size_t MESSAGE_INSERTS::scan(char const* format) {
+    char const* const begin = format;
     char const* literal = format; // what stands before it, the second reading prints as it is
-    for (char const* at; *(at = strchrnul(format, '%')) != '\0';) {
+    char const* at;
+    while (*(at = strchrnul(format, '%')) != '\0') {
         format = at + 1;
         if (!is_digit(*format)) {
             if (at >= literal)
@@ -34,6 +36,7 @@ void MESSAGE_INSERTS::scan(char const* format) {
         record(format);
     }
     m_end = 0;
+    return static_cast<std::size_t>(at - begin);
 }
 
 void MESSAGE_INSERTS::mark_used(unsigned number) {
@@ -83,7 +86,10 @@ MESSAGE_INSERTS::RECORDED MESSAGE_INSERTS::record(char const*& at) {
 }
 
 void MESSAGE_EXPANDER::expand() {
-    m_inserts.scan(m_format);
+    // Arguments are of any length; this much spares most texts all growing but once.
+    constexpr std::size_t usual_length = 12;
+    std::size_t const length = m_inserts.scan(m_format);
+    m_out.reserve(m_out.size() + length + usual_length * m_inserts.highest());
     std::fill_n(m_in_text, m_inserts.highest() + 1, false);
     m_places[1] = m_cursor.place();
     for (char const* at = m_format;;) {

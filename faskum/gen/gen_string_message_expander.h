@@ -19,8 +19,9 @@ class MESSAGE_INSERTS {
         unsigned changed_from;
     };
 
-    /// Reads the whole format for the first time, and goes back to its start.
-    void scan(char const* format);
+    /// Reads the whole format for the first time, and goes back to its start. Gives the length of
+    /// what counts of it.
+    std::size_t scan(char const* format);
     /// Reads one insert, @p at being at its first digit, and steps past it.
     RECORDED record(char const*& at);
 

@@ -1,6 +1,6 @@
 #include "gen_time_stopwatch.h"
 
-#include "stl.h"
+#include "gen_string_message.h"
 
 #include <cmath>
 #include <sys/resource.h>
@@ -54,6 +54,6 @@ int GEN_STOPWATCH::lap_seconds() {
 STR GEN_STOPWATCH::lap() {
     double const seconds = lap_time();
     STR text;
-    stl_sprintf(&text, seconds == 1.0 || seconds == -1.0 ? "%f second" : "%f seconds", seconds);
+    gen_sprintf(&text, seconds == 1.0 || seconds == -1.0 ? "%f second" : "%f seconds", seconds);
     return text;
 }

@@ -25,7 +25,7 @@ TEST(GenQueryTime, FormatIsStrftimes) {
     EXPECT_EQ(result.output, "2026-11-15 12:47\n");
 }
 
-TEST(GenQueryTime, StopwatchCountsThisProcessAndTheTicksAWait) {
+TEST(GenQueryTime, StopwatchCountsThisProcessAndTheClockAWait) {
     ProgramResult const result =
         run_gen_query({"time", "stopwatch", "--json", "--", "sh", "-c", "echo out; sleep 0.3"});
     EXPECT_EQ(result.status, 0);
@@ -35,6 +35,25 @@ TEST(GenQueryTime, StopwatchCountsThisProcessAndTheTicksAWait) {
     std::string const own = answers["own_cpu_time"];
     EXPECT_LT(std::stod(own), 0.25);
     EXPECT_EQ(own.substr(own.find(' ')), " seconds");
+}
+
+TEST(GenQueryTime, StopwatchRunsOnWhereTheTickCountRestarts) {
+    ProgramStart start;
+    start.arguments = {TEST_BINARY_DIR "/gen_query", "time", "stopwatch", "--json", "--", "true"};
+    ProgramResult const result =
+        run_with_faked_answers(start, {{"FAKED_TICKS", "2147480,2147490"}});
+    nlohmann::json const answers = nlohmann::json::parse(result.output);
+    EXPECT_LT(answers["elapsed_ms"], 60000);
+    EXPECT_EQ(answers["elapsed"].get<std::string>().substr(0, 4), "00:0");
+}
+
+TEST(GenQueryTime, StopwatchLearnsTheExitStatusWhereChildrenAreIgnored) {
+    ProgramStart start;
+    start.arguments = {"/usr/bin/env", "--ignore-signal=CHLD", TEST_BINARY_DIR "/gen_query",
+                       "time", "stopwatch", "--json", "--", "sh", "-c", "exit 3"};
+    ProgramResult const result = run_program(start);
+    EXPECT_EQ(result.status, 1) << result.errors;
+    EXPECT_EQ(nlohmann::json::parse(result.output)["exit_status"], 3);
 }
 
 TEST(GenQueryTime, StopwatchPassesTheCommandsFailureOn) {

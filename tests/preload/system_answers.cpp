@@ -2,9 +2,9 @@
 // variable replaces one function's answer; without it the real one is asked.
 //
 //     FAKED_TIME       time(): seconds since 1970
-//     FAKED_TICKS      times(): the clock-tick count
-//     FAKED_CPU        getrusage(): "user/system" in microseconds, one a call, parted by ","; the
-//                      last one holds from then on
+//     FAKED_TICKS      times(): the clock-tick count, one a call, parted by ","; the last one holds
+//                      from then on
+//     FAKED_CPU        getrusage(): "user/system" in microseconds, likewise
 //     FAKED_HOST_NAME  gethostname(): the name, without an end when it fills the buffer; "" fails
 //     FAKED_ADDRESSES  gethostbyname(): addresses in hexadecimal, separated by ","
 //     FAKED_UNAME      uname(): fails
@@ -56,6 +56,12 @@ std::vector<std::string> parts(char const* list) {
     return found;
 }
 
+/// The next of the readings in @p list.
+std::string next_reading(char const* list, std::size_t& calls) {
+    std::vector<std::string> const readings = parts(list);
+    return readings[calls < readings.size() ? calls++ : calls - 1];
+}
+
 /// The entry of a host of no name with the addresses of @p list, built anew on each call.
 hostent* host_entry(char const* list) {
     static std::vector<std::string> bytes;
@@ -92,8 +98,9 @@ EXPORTED std::time_t time(std::time_t* out) noexcept {
 }
 
 EXPORTED std::clock_t times(tms* out) noexcept {
+    static std::size_t calls = 0;
     if (char const* const faked = std::getenv("FAKED_TICKS"))
-        return static_cast<std::clock_t>(std::strtoll(faked, nullptr, 10));
+        return static_cast<std::clock_t>(std::stoll(next_reading(faked, calls)));
     return real("times", &times)(out);
 }
 
@@ -102,8 +109,7 @@ EXPORTED int getrusage(__rusage_who_t who, rusage* out) noexcept {
     char const* const faked = std::getenv("FAKED_CPU");
     if (faked == nullptr)
         return real(getrusage_name, &getrusage)(who, out);
-    std::vector<std::string> const readings = parts(faked);
-    std::string const& reading = readings[calls < readings.size() ? calls++ : calls - 1];
+    std::string const reading = next_reading(faked, calls);
     *out = {};
     out->ru_utime = microseconds(std::stoll(reading));
     out->ru_stime = microseconds(std::stoll(reading.substr(reading.find('/') + 1)));

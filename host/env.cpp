@@ -29,6 +29,7 @@ class Env : public Command {
     Status run(Answer& answer) override {
         set("KORVANE_PLATFORM", m_platform);
         set("KORVANE_BIT_TYPE", m_bit_type);
+        bool const had_library_path = std::getenv("LD_LIBRARY_PATH") != nullptr;
         answer.field("64_bit_wanted", gen_is_system_64bit());
         STR old_path;
         STR old_library_path;
@@ -38,6 +39,8 @@ class Env : public Command {
         if (changed)
             gen_restore_paths(old_path, old_library_path);
         answer.field("restored", search_paths());
+        if (changed && !had_library_path)
+            answer.remark("LD_LIBRARY_PATH was not set, and is empty once restored");
         if (!changed)
             answer.remark(std::getenv("KORVANE_PLATFORM") == nullptr
                               ? "KORVANE_PLATFORM is not set"

@@ -66,6 +66,18 @@ TEST_F(GenQueryEnv, OptionsStandForTheVariables) {
                   "  ld library path  -\n");
 }
 
+TEST_F(GenQueryEnv, SaysThatAnUnsetVariableComesBackEmpty) {
+    std::vector<std::string> const question = {"env", "fitter", "--platform", "linux"};
+    EXPECT_EQ(run(question).errors,
+              "gen_query: LD_LIBRARY_PATH was not set, and is empty once restored\n");
+    EXPECT_EQ(run(question, {{"LD_LIBRARY_PATH", ""}}).errors, "");
+    auto const library_path = [](ProgramResult const& result) {
+        return nlohmann::json::parse(result.output)["restored"]["ld_library_path"];
+    };
+    EXPECT_EQ(library_path(run({"env", "fitter", "--platform", "linux", "--json"})), "");
+    EXPECT_EQ(library_path(run({"env", "fitter", "--json"})), nullptr);
+}
+
 TEST_F(GenQueryEnv, SaysWhyNothingChanges) {
     ProgramResult const no_platform = run({"env", "fitter"});
     EXPECT_EQ(no_platform.status, 1);

@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <optional>
@@ -12,6 +13,15 @@
 #include <unistd.h>
 
 namespace {
+
+/// Whole numbers as people write them: "010" is ten, not the eight that CLI11 would make of it.
+std::string as_decimal(std::string& text) {
+    std::size_t const sign = text.starts_with('-') || text.starts_with('+') ? 1 : 0;
+    if (text.size() == sign || text.find_first_not_of("0123456789", sign) != std::string::npos)
+        return "'" + text + "' is not a whole decimal number";
+    text.erase(sign, std::min(text.find_first_not_of('0', sign), text.size() - 1) - sign);
+    return {};
+}
 
 class Now : public Command {
   public:
@@ -30,7 +40,9 @@ class Now : public Command {
 class Date : public Command {
   public:
     void declare(CLI::App& app) override {
-        app.add_option("seconds", m_instants, "Seconds since 1970; 0 means now")->required();
+        app.add_option("seconds", m_instants, "Seconds since 1970; 0 means now")
+            ->required()
+            ->transform(CLI::Validator(as_decimal, ""));
     }
 
     Status run(Answer& answer) override {
@@ -73,7 +85,9 @@ class Format : public Command {
 class Elapsed : public Command {
   public:
     void declare(CLI::App& app) override {
-        app.add_option("seconds", m_durations, "Durations in seconds")->required();
+        app.add_option("seconds", m_durations, "Durations in seconds")
+            ->required()
+            ->transform(CLI::Validator(as_decimal, ""));
     }
 
     Status run(Answer& answer) override {

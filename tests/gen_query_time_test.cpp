@@ -25,6 +25,55 @@ TEST(GenQueryTime, FormatIsStrftimes) {
     EXPECT_EQ(result.output, "2026-11-15 12:47\n");
 }
 
+TEST(GenQueryTime, DatesAreAColumnBesideTheirInstants) {
+    ProgramStart start;
+    start.set = {{"TZ", "UTC"}};
+    EXPECT_EQ(run_gen_query({"time", "date", "1794746854", "-1"}, start).output,
+              "seconds     date and time\n"
+              "1794746854  Sun Nov 15 12:47:34 2026\n"
+              "-1          Wed Dec 31 23:59:59 1969\n");
+    ProgramResult const result = run_gen_query({"time", "date", "--json", "1794746854"}, start);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(nlohmann::json::parse(result.output),
+              nlohmann::json::parse(R"({"dates": [{"seconds": 1794746854,
+                                        "date_and_time": "Sun Nov 15 12:47:34 2026"}]})"));
+}
+
+TEST(GenQueryTime, DateWithoutATextIsNotFound) {
+    ProgramStart start; // 0 is now, which no year of an int holds
+    start.arguments = {TEST_BINARY_DIR "/gen_query", "time", "date", "0"};
+    ProgramResult const result =
+        run_with_faked_answers(start, {{"FAKED_TIME", "9223372036854775807"}});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "seconds  date and time\n0        -\n");
+}
+
+TEST(GenQueryTime, ElapsedIsAColumnBesideTheSeconds) {
+    EXPECT_EQ(run_gen_query({"time", "elapsed", "90061"}).output, "seconds  elapsed\n"
+                                                                  "90061    1:01:01:01\n");
+    EXPECT_EQ(run_gen_query({"time", "elapsed", "3725", "-5"}).output, "seconds  elapsed\n"
+                                                                       "3725     01:02:05\n"
+                                                                       "-5       00:00:0-5\n");
+    EXPECT_EQ(
+        nlohmann::json::parse(run_gen_query({"time", "elapsed", "3725", "--json"}).output),
+        nlohmann::json::parse(R"({"durations": [{"seconds": 3725, "elapsed": "01:02:05"}]})"));
+}
+
+TEST(GenQueryTime, SecondsAreDecimal) {
+    EXPECT_EQ(
+        nlohmann::json::parse(
+            run_gen_query({"time", "elapsed", "--json", "010", "-007", "+8", "0", "000"}).output),
+        nlohmann::json::parse(R"({"durations": [{"seconds": 10, "elapsed": "00:00:10"},
+                                                {"seconds": -7, "elapsed": "00:00:0-7"},
+                                                {"seconds": 8, "elapsed": "00:00:08"},
+                                                {"seconds": 0, "elapsed": "00:00:00"},
+                                                {"seconds": 0, "elapsed": "00:00:00"}]})"));
+    for (char const* const text : {"0x10", "1e3", "1.5", "", "-", "1 ", "soon", "2147483648"}) {
+        EXPECT_EQ(run_gen_query({"time", "elapsed", text}).status, 2) << text;
+        EXPECT_EQ(run_gen_query({"time", "date", text}).status, 2) << text;
+    }
+}
+
 TEST(GenQueryTime, StopwatchCountsThisProcessAndTheClockAWait) {
     ProgramResult const result =
         run_gen_query({"time", "stopwatch", "--json", "--", "sh", "-c", "echo out; sleep 0.3"});
@@ -49,8 +98,16 @@ TEST(GenQueryTime, StopwatchRunsOnWhereTheTickCountRestarts) {
 
 TEST(GenQueryTime, StopwatchLearnsTheExitStatusWhereChildrenAreIgnored) {
     ProgramStart start;
-    start.arguments = {"/usr/bin/env", "--ignore-signal=CHLD", TEST_BINARY_DIR "/gen_query",
-                       "time", "stopwatch", "--json", "--", "sh", "-c", "exit 3"};
+    start.arguments = {"/usr/bin/env",
+                       "--ignore-signal=CHLD",
+                       TEST_BINARY_DIR "/gen_query",
+                       "time",
+                       "stopwatch",
+                       "--json",
+                       "--",
+                       "sh",
+                       "-c",
+                       "exit 3"};
     ProgramResult const result = run_program(start);
     EXPECT_EQ(result.status, 1) << result.errors;
     EXPECT_EQ(nlohmann::json::parse(result.output)["exit_status"], 3);

@@ -1,8 +1,12 @@
 #pragma once
 
 /// The clock, and times as text. Instants are seconds since 1970 began in UTC; texts are in local
-/// time, as the environment variable "TZ" says at the moment of the call. An instant that has no
-/// local time (its year does not fit an int) gives an empty text.
+/// time, as the environment variable "TZ" says at the moment of the call, and while it is unset the
+/// site's zone file, a change of which may pass unseen within the second. An instant whose year does
+/// not fit an int has no date and no time of day: an empty text.
+///
+/// The texts of local time share the last conversion and the C library's zone: they are for one
+/// thread at a time.
 
 #include <cstdint>
 #include <iosfwd>
@@ -27,7 +31,8 @@ KORVANE_API STR gen_get_current_date_and_time(long t);
 
 /// Now, through strftime and so in the language of the locale.
 /// @return whether the result is neither empty nor longer than 249 bytes. Only then @p out, where
-///         it is not null, receives it. A null format counts as an empty one.
+///         it is not null, receives it. A null format counts as an empty one. Where the year alone
+///         does not fit an int, strftime still has an answer.
 KORVANE_API bool gen_format_current_date_and_time(STR* out, char const* format);
 
 /// A duration as [days:]hours:minutes:seconds.

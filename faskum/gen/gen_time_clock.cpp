@@ -17,9 +17,10 @@ static_assert(sizeof(std::time_t) == 8, "dates after January 2038 need 64-bit ti
 /// one that "TZ" names. Asked the same again, as by every line of a log within a second, we have
 /// the answer here.
 ///
-/// While "TZ" is unset, localtime() asks the file system for the site's zone file on every call,
-/// which costs twenty times as much as the rest of it. So we have it looked at once a second only,
-/// and whenever someone else has moved the zone in between.
+/// For another instant the zone has to be looked at: "TZ" may stand as it did while others had the
+/// C library go by another zone in between, and nothing that it shows would tell that. While "TZ"
+/// is unset the look is a question to the file system, twenty times as dear as the rest; this is
+/// what makes it worth to remember the answer for the second in which it was given.
 class CONVERSION {
   public:
     /// The local time of @p instant; null when there is none. Good until the next call.
@@ -27,8 +28,7 @@ class CONVERSION {
         char const* const variable = std::getenv("TZ");
         if (instant == m_instant && is_in_zone(variable, now))
             return &m_local;
-        if (variable != nullptr || !is_in_zone(variable, now) || was_moved())
-            tzset(); // with "TZ" as it was, it compares two texts and is done
+        tzset();
         m_zone = UNKNOWN;
         m_instant = instant;
         if (localtime_r(&instant, &m_local) == nullptr)
@@ -46,17 +46,10 @@ class CONVERSION {
         return m_zone == VARIABLE && std::strcmp(variable, m_variable) == 0;
     }
 
-    bool was_moved() const {
-        return m_names[0] != tzname[0] || m_names[1] != tzname[1] || m_offset != timezone;
-    }
-
     void remember_zone(char const* variable, std::time_t now) {
         if (variable == nullptr) {
             m_zone = SITE;
             m_site_read_at = now;
-            m_names[0] = tzname[0];
-            m_names[1] = tzname[1];
-            m_offset = timezone;
         } else if (std::size_t const size = std::strlen(variable) + 1; size <= sizeof m_variable) {
             m_zone = VARIABLE;
             std::memcpy(m_variable, variable, size);
@@ -68,8 +61,6 @@ class CONVERSION {
     ZONE m_zone = UNKNOWN;
     char m_variable[64] = {};
     std::time_t m_site_read_at = 0;
-    char const* m_names[2] = {};
-    long m_offset = 0;
 };
 
 CONVERSION last;
@@ -99,6 +90,8 @@ constexpr char months[] = "JanFebMarAprMayJunJulAugSepOctNovDec";
 
 /// asctime()'s text with its line end; nothing where asctime() refuses or there is no time.
 struct DATE_LINE {
+    static constexpr std::size_t time_of_day = 11; // its place in the text
+
     char text[40];
     std::size_t length = 0;
 
@@ -113,7 +106,7 @@ struct DATE_LINE {
         if (local->tm_mday < 10)
             text[8] = ' ';
         text[10] = ' ';
-        write_time_of_day(text + 11, local->tm_hour, local->tm_min, local->tm_sec);
+        write_time_of_day(text + time_of_day, local->tm_hour, local->tm_min, local->tm_sec);
         text[19] = ' ';
         char* const end = std::to_chars(text + 20, std::end(text), local->tm_year + 1900).ptr;
         *end = '\n';
@@ -143,12 +136,8 @@ std::int32_t gen_get_current_time_seconds() {
 }
 
 STR gen_get_current_time() {
-    std::tm const* const local = local_time_now();
-    if (local == nullptr)
-        return {};
-    char text[time_of_day_length];
-    write_time_of_day(text, local->tm_hour, local->tm_min, local->tm_sec);
-    return STR(text, sizeof text);
+    DATE_LINE const date(local_time_now());
+    return date.length != 0 ? STR(date.text + DATE_LINE::time_of_day, time_of_day_length) : STR();
 }
 
 STR gen_get_current_date_and_time(long t) {

@@ -1,9 +1,9 @@
 // Preloaded in front of the C library, answers in its place what the environment tells it to. Each
 // variable replaces one function's answer; without it the real one is asked.
 //
-//     FAKED_TIME       time(): seconds since 1970
-//     FAKED_TICKS      times(): the clock-tick count, one a call, parted by ","; the last one holds
+//     FAKED_TIME       time(): seconds since 1970, one a call, parted by ","; the last one holds
 //                      from then on
+//     FAKED_TICKS      times(): the clock-tick count, likewise
 //     FAKED_CPU        getrusage(): "user/system" in microseconds, likewise
 //     FAKED_HOST_NAME  gethostname(): the name, without an end when it fills the buffer; "" fails
 //     FAKED_ADDRESSES  gethostbyname(): addresses in hexadecimal, separated by ","
@@ -89,9 +89,10 @@ hostent* host_entry(char const* list) {
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 
 EXPORTED std::time_t time(std::time_t* out) noexcept {
+    static std::size_t calls = 0;
     char const* const faked = std::getenv("FAKED_TIME");
     std::time_t const now =
-        faked != nullptr ? std::strtoll(faked, nullptr, 10) : real(time_name, &time)(nullptr);
+        faked != nullptr ? std::stoll(next_reading(faked, calls)) : real(time_name, &time)(nullptr);
     if (out != nullptr)
         *out = now;
     return now;

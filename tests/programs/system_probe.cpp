@@ -26,7 +26,7 @@ std::string seconds_text(double seconds) {
 
 std::string many_dates() {
     for (int i = 0; i < 1000; ++i)
-        (void)gen_get_current_date_and_time(i + 1);
+        (void)gen_get_current_date_and_time(0);
     return "1000";
 }
 

@@ -6,16 +6,20 @@
 
 /// Writes lines about the modules that lie next to the executable and about the process's memory,
 /// as debug messages of the owner "GEN". Configuration switches say which, all off by default, so
-/// that hosts may call it anywhere:
+/// that hosts may call it at every step of a run:
 ///
-///     "profile_dll_usage"    how many bytes of the "*.dll" files are loaded and how many are not
+///     "profile_dll_usage"    how many bytes of the "*.dll" files are loaded and how many are not;
+///                            only after gen_exe_init, else the process ends with status 255
 ///     "list_dll_details"     with the former, a line for each loaded one as well
 ///     "report_modules_flow"  memory in use and working set, in bytes
 ///
 ///     LOADED: fitter.dll      1048576
 ///     fitter     start DLL usage(bytes): Loaded 1048576 Not Loaded 2097152
-///     fitter     start at Sun Nov 15 12:47:34 2026 memory usage(bytes): transient 4096 WS 8192 WS
-///     Peak 8192
+///     fit        end at Sun Nov 15 12:47:34 2026 memory usage(bytes): transient 9 WS 8 WS Peak 8
+///
+/// Where no such file lies next to the executable, "No *.dll files found!" stands in place of the
+/// sums. With all switches off the call costs three looks through the environment, 60 ns where it
+/// holds 50 variables and 100 ns where it holds 90.
 ///
 /// @param tag   a label of the caller, cut or padded to 10 characters; null counts as ""
 /// @param phase a label of the point in the run; null counts as "start". The memory line expands it

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <string_view>
 
 namespace {
@@ -19,18 +20,23 @@ MEM_LIST<SWITCH>::iterator find_set_switch(std::string_view name) {
                         [name](SWITCH const& entry) { return entry.name == name; });
 }
 
-std::string_view without_blanks(std::string_view text) {
-    std::size_t const first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(" \t") + 1 - first);
+bool is_blank(char character) {
+    return character == ' ' || character == '\t';
 }
 
-bool switch_in_list(std::string_view list, std::string_view name, bool by_default) {
+std::string_view without_blanks(std::string_view text) {
+    while (!text.empty() && is_blank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && is_blank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+bool switch_in_list(char const* list, std::string_view name, bool by_default) {
     bool on = by_default;
-    while (!list.empty()) {
-        std::size_t const end = std::min(list.find(','), list.size());
-        std::string_view const mention = without_blanks(list.substr(0, end));
+    for (char const* next = list; *next != '\0';) {
+        char const* const end = strchrnul(next, ',');
+        std::string_view const mention = without_blanks({next, end});
         if (mention.starts_with(name)) {
             std::string_view const value = mention.substr(name.size());
             if (value.empty() || value == "=on")
@@ -38,7 +44,7 @@ bool switch_in_list(std::string_view list, std::string_view name, bool by_defaul
             else if (value == "=off")
                 on = false;
         }
-        list.remove_prefix(std::min(end + 1, list.size()));
+        next = *end == ',' ? end + 1 : end;
     }
     return on;
 }

@@ -2,15 +2,20 @@
 
 #include "environment.h"
 #include "gen_exe.h"
+#include "gen_time_clock.h"
 #include "mem.h"
 #include "temp_directory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <dlfcn.h>
+#include <sys/mman.h>
 
+using testing::AnyOf;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::MatchesRegex;
 using testing::SizeIs;
@@ -121,6 +126,7 @@ TEST_F(MeminfoReport, OnlyDllFilesBesideTheExecutableCount) {
     module("a.dll", 5);
     module("b.so", 7);
     module("c.dll.bak", 11);
+    module("edll", 13);
     m_directory.write("d.dll", "outside");
     EXPECT_EQ(report({"profile_dll_usage"}).front(),
               "GEN: fitter     synthesis DLL usage(bytes): Loaded 0 Not Loaded 5");
@@ -159,7 +165,18 @@ TEST_F(MeminfoReport, MemoryLine) {
     EXPECT_THAT(report({"report_modules_flow"}), ElementsAre(memory_line("fitter     synthesis")));
 }
 
+/// Has the process been larger than it is, by 32 MiB at least.
+static void grow_and_shrink() {
+    constexpr std::size_t size = 32U << 20;
+    void* const memory =
+        mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    ASSERT_NE(memory, MAP_FAILED);
+    std::memset(memory, 'm', size);
+    munmap(memory, size);
+}
+
 TEST_F(MeminfoReport, MemoryLineHasTheCounters) {
+    grow_and_shrink();
     mem_cfg_set("report_modules_flow", true);
     STR const held(1000, 'm');
     std::size_t const in_use = MEM_MANAGER::s_system_memory_counter.current();
@@ -171,7 +188,23 @@ TEST_F(MeminfoReport, MemoryLineHasTheCounters) {
     EXPECT_EQ(figure("transient"), in_use);
     EXPECT_GT(in_use, held.size());
     EXPECT_GT(figure("WS"), 100000U);
-    EXPECT_GE(figure("WS Peak"), figure("WS"));
+    EXPECT_GT(figure("WS Peak"), figure("WS") + (16U << 20));
+    EXPECT_EQ(figure("WS Peak"), mem_info_get_working_set_peak_size());
+}
+
+TEST_F(MeminfoReport, MemoryLineHasTheDateNow) {
+    std::string const before(gen_get_current_date_and_time(0));
+    std::string const line = report({"report_modules_flow"}).front();
+    std::string const after(gen_get_current_date_and_time(0));
+    EXPECT_THAT(line, AnyOf(HasSubstr(" at " + before + " "), HasSubstr(" at " + after + " ")));
+}
+
+TEST_F(MeminfoReport, KeepsNoSearchOpen) {
+    module("a.dll", 5);
+    report({"profile_dll_usage"});
+    std::size_t const before = MEM_MANAGER::s_system_memory_counter.current();
+    report({});
+    EXPECT_EQ(MEM_MANAGER::s_system_memory_counter.current(), before);
 }
 
 TEST_F(MeminfoReport, NullPhaseIsStart) {

@@ -41,6 +41,9 @@ constexpr ListCase list_cases[] = {
     {"flow=", "flow", true, true},
     {"flow=off,flow=maybe", "flow", true, false},
     {"other", "flow", true, true},
+    // a comma parts mentions, whatever is asked for
+    {"low,flow", "low,flow", false, false},
+    {"flow ", "flow ", false, false},
 };
 
 } // namespace

@@ -99,6 +99,9 @@ TEST(Processors, CountIsThatOfTheConfiguredOnes) {
     EXPECT_TRUE(MACHINE::get_cpu_count(&count));
     EXPECT_EQ(count, sysconf(_SC_NPROCESSORS_CONF));
     EXPECT_GE(count, 1);
+    // Elsewhere some may be off line.
+    EXPECT_EQ(run_probe({"processors"}, {{"FAKED_CONFIGURED", "8"}}).output, "8\n");
+    EXPECT_EQ(run_probe({"processors"}, {{"FAKED_CONFIGURED", "1"}}).output, "1\n");
 }
 
 TEST(Processors, FrequencyIsTheClockTick) {
@@ -106,6 +109,7 @@ TEST(Processors, FrequencyIsTheClockTick) {
     EXPECT_TRUE(MACHINE::get_cpu_frequency(&ticks));
     EXPECT_EQ(ticks, sysconf(_SC_CLK_TCK));
     EXPECT_EQ(ticks, 100) << "on every Linux of these widths";
+    EXPECT_EQ(run_probe({"frequency"}, {{"FAKED_TICKS_PER_SECOND", "250"}}).output, "250\n");
 }
 
 TEST(Memory, PhysicalIsWhatTheKernelTells) {

@@ -456,6 +456,13 @@ INSTANTIATE_TEST_SUITE_P(TickCountPast32Bits, TicksSetTo,
                          Values(Lines{"4294967297", "10\n"}, Lines{"6442450943", "-10\n"}));
 #endif
 
+TEST(TickCount, TicksMayBeOfAnotherLength) {
+    for (auto const& [ticks, milliseconds] : {std::pair{"5", "20\n"}, {"2147484", "-8589933\n"}})
+        EXPECT_EQ(run_probe({"ticks"}, {{"FAKED_TICKS", ticks}, {"FAKED_TICKS_PER_SECOND", "250"}})
+                      .output,
+                  milliseconds);
+}
+
 TEST(TickCount, CountsMilliseconds) {
     std::int32_t const before = gen_get_tick_count();
     std::this_thread::sleep_for(std::chrono::milliseconds(60));

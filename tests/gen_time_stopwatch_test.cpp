@@ -139,6 +139,25 @@ TEST(Stopwatch, ResetKeepsTheStart) {
     EXPECT_FALSE(reset.running);
 }
 
+TEST(Stopwatch, StartKeepsTheElapsedTime) {
+    GEN_STOPWATCH watch;
+    watch.start();
+    use_processor(0.01);
+    watch.stop();
+    Members const stopped = members(watch);
+    EXPECT_GT(stopped.elapsed_seconds, 0.0);
+    watch.start();
+    EXPECT_EQ(members(watch).elapsed_seconds, stopped.elapsed_seconds);
+    EXPECT_TRUE(members(watch).running);
+}
+
+TEST(Stopwatch, MeasuresTheWholeProcess) {
+    GEN_STOPWATCH watch;
+    watch.start();
+    std::thread([] { use_processor(0.1); }).join();
+    EXPECT_GE(watch.lap_time(), 0.09);
+}
+
 TEST(Stopwatch, MeasuresWorkAndNotWaiting) {
     GEN_STOPWATCH watch;
     watch.start();

@@ -8,6 +8,8 @@
 //     FAKED_HOST_NAME  gethostname(): the name, without an end when it fills the buffer; "" fails
 //     FAKED_ADDRESSES  gethostbyname(): addresses in hexadecimal, separated by ","
 //     FAKED_UNAME      uname(): fails
+//     FAKED_CONFIGURED, FAKED_TICKS_PER_SECOND
+//                      sysconf(): the configured processors, the clock ticks a second
 
 #include <cerrno>
 #include <cstdlib>
@@ -60,6 +62,18 @@ std::vector<std::string> parts(char const* list) {
 std::string next_reading(char const* list, std::size_t& calls) {
     std::vector<std::string> const readings = parts(list);
     return readings[calls < readings.size() ? calls++ : calls - 1];
+}
+
+/// The variable that tells a value of sysconf(); null where only the system does.
+char const* faked_setting(int name) {
+    switch (name) {
+    case _SC_NPROCESSORS_CONF:
+        return std::getenv("FAKED_CONFIGURED");
+    case _SC_CLK_TCK:
+        return std::getenv("FAKED_TICKS_PER_SECOND");
+    default:
+        return nullptr;
+    }
 }
 
 /// The entry of a host of no name with the addresses of @p list, built anew on each call.
@@ -140,4 +154,10 @@ EXPORTED int uname(utsname* out) noexcept {
         return real("uname", &uname)(out);
     errno = EFAULT;
     return -1;
+}
+
+EXPORTED long sysconf(int name) noexcept {
+    if (char const* const faked = faked_setting(name))
+        return std::strtol(faked, nullptr, 10);
+    return real("sysconf", &sysconf)(name);
 }

@@ -57,12 +57,19 @@ std::string system_names() {
     return std::to_string(answered) + " answered, " + std::string(text);
 }
 
+std::string number(bool (*question)(int*)) {
+    int answer = 0;
+    return question(&answer) ? std::to_string(answer) : "failed";
+}
+
 using ANSWER = std::function<std::string()>;
 
 std::map<std::string, ANSWER> const answers{
     {"host_name", [] { return std::string(gen_get_host_name()); }},
     {"address", [] { return std::string(gen_get_ip_addr("somewhere")); }},
     {"system_names", system_names},
+    {"processors", [] { return number(GEN_MACHINE_INFO::get_cpu_count); }},
+    {"frequency", [] { return number(GEN_MACHINE_INFO::get_cpu_frequency); }},
     {"ticks", [] { return std::to_string(gen_get_tick_count()); }},
     {"seconds", [] { return std::to_string(gen_get_current_time_seconds()); }},
     {"time", [] { return std::string(gen_get_current_time()); }},

@@ -25,11 +25,14 @@ KORVANE_API bool gen_is_system_64bit();
 /// @param old_path, old_ld_library_path receive what the variables were, "" for one that was unset
 /// @return whether the environment was changed. If not, because "KORVANE_PLATFORM" is unset or the
 ///         executable is not there, everything stays as it was.
-/// A second call puts the directory in front once more.
+/// A second call puts the directory in front once more. Where "KORVANE_PLATFORM" is set it needs
+/// gen_exe_init to have run; else the process ends with status 255.
 KORVANE_API bool gen_set_paths_for_64bit(STR const& exe_name, STR& old_path,
                                          STR& old_ld_library_path);
 
-/// Sets "PATH" and "LD_LIBRARY_PATH".
+/// Sets "PATH" and "LD_LIBRARY_PATH" to copies of the texts; a variable that was unset before the
+/// pair of calls is then set and empty. The environment keeps the copies for good, as it does those
+/// of gen_set_paths_for_64bit: two a call.
 KORVANE_API void gen_restore_paths(STR const& path, STR const& ld_library_path);
 
 /// True: every web browser will do on this platform.

@@ -69,7 +69,10 @@ void add_env(Commands& commands) {
                    "  64 bit wanted  no\n"
                    "  changed        yes\n"
                    "  for the tool\n"
-                   "    path             /opt/korvane//linux64/:/usr/bin\n"
+                   "    path             /opt/korvane//linux64/:/opt/korvane/linux:/usr/bin:/bin\n"
+                   "    ld library path  /opt/korvane//linux64/:\n"
+                   "  restored\n"
+                   "    path             /opt/korvane/linux:/usr/bin:/bin\n"
                    "  ...\n"
                    "The exit status is 1 where the paths stay as they are.",
     });

@@ -63,9 +63,10 @@ void add_machine(Commands& commands) {
         .name = "machine",
         .summary = "Tells machine, operating system, host and user",
         .example = "  $ gen_query machine\n"
-                   "  operating system  Linux\n"
-                   "  os version        6.1.0-13-amd64\n"
+                   "  operating system         Linux\n"
+                   "  os name                  Linux\n"
                    "  ...\n"
+                   "  any web browser will do  yes\n"
                    "The exit status is 1 where the system does not tell one of the answers.",
     });
 }

@@ -63,7 +63,7 @@ void add_modules(Commands& commands) {
         .name = "modules",
         .summary = "Writes the memory and module usage report",
         .example = "  $ gen_query modules --profile-dll-usage\n"
-                   "  gen_query  start DLL usage(bytes): Loaded 0 Not Loaded 2097152\n"
+                   "  gen_query  start DLL usage(bytes): Loaded 0 Not Loaded 43\n"
                    "The options are the report's configuration switches, which KORVANE_CFG may "
                    "set too.\nThe exit status is 1 where none of them asks for anything.",
     });

@@ -170,14 +170,16 @@ void add_time(Commands& commands) {
                    "  seconds  elapsed\n"
                    "  90061    1:01:01:01",
     });
-    commands.add<Now>(time, {
-                                .name = "now",
-                                .summary = "Tells the time in all the ways the library has",
-                                .example = "  $ gen_query time now\n"
-                                           "  date and time    Sun Nov 15 12:47:34 2026\n"
-                                           "  time             12:47:34\n"
-                                           "  ...",
-                            });
+    commands.add<Now>(time,
+                      {
+                          .name = "now",
+                          .summary = "Tells the time in all the ways the library has",
+                          .example = "  $ gen_query time now\n"
+                                     "  ...\n"
+                                     "The lines are date and time, time of day, seconds since "
+                                     "1970, tick count in\nmilliseconds, and the CPU seconds that "
+                                     "gen_query itself has used.",
+                      });
     commands.add<Date>(time, {
                                  .name = "date",
                                  .summary = "Prints instants as local dates",
@@ -185,12 +187,15 @@ void add_time(Commands& commands) {
                                             "  seconds     date and time\n"
                                             "  1794746854  Sun Nov 15 12:47:34 2026",
                              });
-    commands.add<Format>(time, {
-                                   .name = "format",
-                                   .summary = "Prints the time now in a strftime format",
-                                   .example = "  $ gen_query time format '%Y-%m-%d'\n"
-                                              "  2026-11-15",
-                               });
+    commands.add<Format>(time,
+                         {
+                             .name = "format",
+                             .summary = "Prints the time now in a strftime format",
+                             .example = "  $ gen_query time format '%Y-%m-%d'\n"
+                                        "  ...\n"
+                                        "That is 2026-11-15, say. The exit status is 1 where the "
+                                        "format gives nothing, or\nmore than 249 bytes.",
+                         });
     commands.add<Elapsed>(time, {
                                     .name = "elapsed",
                                     .summary = "Prints durations as [days:]hours:minutes:seconds",
@@ -204,12 +209,11 @@ void add_time(Commands& commands) {
                   .name = "stopwatch",
                   .summary = "Runs a command under the stopwatch, which counts this process's own "
                              "CPU time only, and tells how long it took",
-                  .example = "  $ gen_query time stopwatch -- sleep 1\n"
+                  .example = "  $ gen_query time stopwatch -- true\n"
                              "  exit status   0\n"
-                             "  own cpu time  0.000512 seconds\n"
-                             "  elapsed ms    1010\n"
-                             "  elapsed       00:00:01\n"
-                             "What the command writes goes to standard error. The exit status is 0 "
-                             "where the\ncommand's is, else 1; 2 for one that cannot be started.",
+                             "  ...\n"
+                             "Own CPU time, elapsed milliseconds and elapsed time follow. What the "
+                             "command writes\ngoes to standard error. The exit status is 0 where "
+                             "the command's is, else 1; 2 for one\nthat cannot be started.",
               });
 }

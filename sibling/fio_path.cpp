@@ -72,7 +72,8 @@ FIO_PATH::FIO_PATH(STR const& text) : m_text(text) {
     parse();
 }
 
-FIO_PATH& FIO_PATH::operator=(FIO_PATH const& other) {
+// Each member can be assigned to itself.
+FIO_PATH& FIO_PATH::operator=(FIO_PATH const& other) { // NOLINT(bugprone-unhandled-self-assignment)
     m_text = other.m_text;
     m_name = other.m_name;
     m_extension = other.m_extension;

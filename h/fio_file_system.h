@@ -12,6 +12,7 @@ struct _finddata_t {
     long size;      ///< bytes; sticks at the largest long
 };
 
+/// The file system, as questions and requests; there are no objects of it.
 class FIO_FILE_SYSTEM {
   public:
     /// A file or directory of that name exists, for this process to reach; a dangling link does

@@ -25,6 +25,7 @@
 /// name, with nothing simplified. A name that is empty or absolute is never found.
 class KORVANE_API FIO_FIND {
   public:
+    /// Over the directories of a path list, or over those given, in their order.
     explicit FIO_FIND(STR path_list);
     explicit FIO_FIND(MEM_LIST<FIO_PATH> const& directories);
     ~FIO_FIND();

@@ -28,18 +28,22 @@
 /// current directory.
 class KORVANE_API FIO_PATH {
   public:
+    /// The empty path.
     FIO_PATH() = default;
+    /// The path of a text, or a copy.
     FIO_PATH(char const* text);
     FIO_PATH(STR const& text);
     FIO_PATH(FIO_PATH const& other)
         : m_text(other.m_text), m_name(other.m_name), m_extension(other.m_extension),
           m_separator(other.m_separator) {}
+    /// Leaves @p other empty.
     FIO_PATH(FIO_PATH&& other) noexcept { swap(other); }
     ~FIO_PATH() {
         if (m_rendered != nullptr) [[unlikely]]
             forget_rendering();
     }
 
+    /// Like the constructors; a path may be assigned to itself.
     FIO_PATH& operator=(FIO_PATH const& other);
     FIO_PATH& operator=(FIO_PATH&& other) noexcept;
     FIO_PATH& operator=(STR const& text);

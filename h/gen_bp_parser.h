@@ -29,8 +29,8 @@ enum BP_TOKEN_TYPE : std::int32_t {
 
 /// One token. The text is that of a literal, a path or a bus, and empty for all others.
 struct BP_TOKEN {
-    BP_TOKEN_TYPE type;
-    STR text;
+    BP_TOKEN_TYPE type; ///< what it is
+    STR text;           ///< as it stood in the condition
 };
 
 /// Rewrites one condition: an object serves for one parse_string. Its steps are public and may be
@@ -42,6 +42,7 @@ struct BP_TOKEN {
 /// "paren_count >= 0", each one and each time that it is met.
 class KORVANE_API GEN_BP_PARSER {
   public:
+    /// A place in a token list.
     using iterator = MEM_LIST<BP_TOKEN*>::iterator;
 
     /// No tokens, two empty texts.

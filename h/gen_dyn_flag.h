@@ -20,19 +20,25 @@ class GEN_DYN_FLAG_MANAGER;
 /// A mask of flags. One that the manager handed out has exactly one bit set; zero means no flag.
 class KORVANE_API GEN_DYN_FLAG {
   public:
+    /// No flag.
     constexpr GEN_DYN_FLAG() = default;
+    /// The mask with these bits.
     constexpr explicit GEN_DYN_FLAG(unsigned mask) : m_mask(mask) {}
 
+    /// The bits.
     constexpr unsigned mask() const { return m_mask; }
 
+    /// Adds the bits of another.
     constexpr GEN_DYN_FLAG& operator|=(GEN_DYN_FLAG other) {
         m_mask |= other.m_mask;
         return *this;
     }
+    /// Keeps the bits that another has, too.
     constexpr GEN_DYN_FLAG& operator&=(GEN_DYN_FLAG other) {
         m_mask &= other.m_mask;
         return *this;
     }
+    /// Bit by bit, as for numbers.
     friend constexpr GEN_DYN_FLAG operator|(GEN_DYN_FLAG a, GEN_DYN_FLAG b) { return a |= b; }
     friend constexpr GEN_DYN_FLAG operator&(GEN_DYN_FLAG a, GEN_DYN_FLAG b) { return a &= b; }
     friend constexpr GEN_DYN_FLAG operator~(GEN_DYN_FLAG a) { return GEN_DYN_FLAG(~a.m_mask); }

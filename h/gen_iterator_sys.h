@@ -20,9 +20,11 @@ class GEN_ENUM_ITERATOR {
     using NUMBER = std::underlying_type_t<ENUM>;
 
   public:
+    /// At @p first; both ends belong to the range.
     GEN_ENUM_ITERATOR(ENUM first, ENUM last)
         : m_current(first), m_last(last), m_at_end(number(first) > number(last)) {}
 
+    /// True past the last value.
     bool at_end() const { return m_at_end; }
     bool operator==(std::default_sentinel_t) const { return m_at_end; }
 

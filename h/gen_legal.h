@@ -12,25 +12,25 @@
 #include "mem_alloc_sys.h"
 
 /// The terms under which the suite, its library functions and its output files may be used; lines
-/// of at most 63 characters.
+/// of at most 63 characters. Behind it their number.
 KORVANE_API extern char const* const GEN_LEGAL_BANNER_ARRAY[12];
 KORVANE_API extern std::int32_t const GEN_LEGAL_BANNER_ARRAY_SIZE;
 
-/// The trademark notice; lines of at most 63 characters.
+/// The trademark notice; lines of at most 63 characters. Behind it their number.
 KORVANE_API extern char const* const GEN_LEGAL_TRADEMARK_ARRAY[7];
 KORVANE_API extern std::int32_t const GEN_LEGAL_TRADEMARK_ARRAY_SIZE;
 
-/// The copyright warning; lines of at most 63 characters.
+/// The copyright warning; lines of at most 63 characters. Behind it their number.
 KORVANE_API extern char const* const GEN_COPYRIGHT_WARNING_ARRAY[5];
 KORVANE_API extern std::int32_t const GEN_COPYRIGHT_WARNING_ARRAY_SIZE;
 
-/// The notice for files that carry an encrypted bitstream; lines of at most 62 characters.
+/// The notice for files that carry an encrypted bitstream; lines of at most 62 characters. Behind
+/// it their number.
 KORVANE_API extern char const* const GEN_LEGAL_BSTRM_ENC_ARRAY[33];
 KORVANE_API extern std::int32_t const GEN_LEGAL_BSTRM_ENC_ARRAY_SIZE;
 
-// Each text as one paragraph without line ends: of the blanks that end a line one is kept, and a
-// line stored without any is joined to the next one directly.
-
+/// Each text as one paragraph without line ends: of the blanks that end a line one is kept, and a
+/// line stored without any is joined to the next one directly.
 KORVANE_API STR gen_get_legal_banner();
 KORVANE_API STR gen_get_legal_trademark_text();
 KORVANE_API STR gen_get_legal_warning_text();

@@ -23,9 +23,8 @@
 /// stands for is looked up in the environment when it is first used.
 KORVANE_API extern char const* LOCALIZATION_BASE_STRING;
 
-// Classes of a narrow character (LC_CTYPE). A value that is neither a char, an unsigned char nor
-// EOF is in no class.
-
+/// Classes of a narrow character (LC_CTYPE): not 0 where it is in the class. A value that is
+/// neither a char, an unsigned char nor EOF is in no class.
 KORVANE_API int gen_local_isalnum(int c);
 KORVANE_API int gen_local_isalpha(int c);
 KORVANE_API int gen_local_isascii(int c);
@@ -43,12 +42,12 @@ KORVANE_API int gen_local_iscsymf(int c);
 /// @p c with every bit cleared but 0x8000.
 KORVANE_API int gen_local_isleadbyte(int c);
 
-// Classes of a wide character (LC_CTYPE).
-
+/// Classes of a wide character (LC_CTYPE): not 0 where it is in the class.
 KORVANE_API int gen_local_iswalnum(unsigned c);
 KORVANE_API int gen_local_iswalpha(unsigned c);
 /// As gen_local_isascii.
 KORVANE_API int gen_local_iswascii(unsigned c);
+/// Classes of a wide character (LC_CTYPE): not 0 where it is in the class.
 KORVANE_API int gen_local_iswcntrl(unsigned c);
 KORVANE_API int gen_local_iswdigit(unsigned c);
 KORVANE_API int gen_local_iswgraph(unsigned c);
@@ -61,8 +60,8 @@ KORVANE_API int gen_local_iswxdigit(unsigned c);
 /// @param description what wctype() gave; 0 is the class that holds nothing
 KORVANE_API int gen_local_iswctype(unsigned c, unsigned long description);
 
-// Case (LC_CTYPE). A value that is neither a char, an unsigned char nor EOF stays as it is.
-
+/// The other case (LC_CTYPE). A value that is neither a char, an unsigned char nor EOF stays as it
+/// is.
 KORVANE_API int gen_local_tolower(int c);
 KORVANE_API int gen_local_toupper(int c);
 KORVANE_API unsigned gen_local_towlower(unsigned c);
@@ -91,8 +90,8 @@ KORVANE_API void gen_local_mbccpy(unsigned char* to, unsigned char const* from);
 /// Not implemented: reports "not implemented" and gives 0.
 KORVANE_API unsigned gen_local_mbclen(unsigned char const* character);
 
-// Numbers (LC_NUMERIC). A null text is reported; it gives 0 and a null end.
-
+/// The number that a text begins with (LC_NUMERIC); 0 where it begins with none. A null text is
+/// reported; it gives 0 and a null end.
 KORVANE_API double gen_local_atof(char const* text);
 /// Sticks at the limits of int, with errno ERANGE.
 KORVANE_API int gen_local_atoi(char const* text);

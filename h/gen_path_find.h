@@ -23,9 +23,11 @@ KORVANE_API FIO_PATH gen_find_eda_file(STR const& name);
 
 /// Hash and equality of texts up to their terminator, letter case kept apart.
 struct STL_CASE_SENSITIVE_HASH_COMPARE {
+    /// The hash of a text. The bytes count as signed numbers.
     // Not noexcept, and that on purpose: it makes the standard hash map keep each key's hash in its
     // node, where a lookup compares it before it compares the text.
     KORVANE_API std::size_t operator()(STR const& key) const;
+    /// True for equal texts.
     bool operator()(STR const& a, STR const& b) const {
         return std::strcmp(a.c_str(), b.c_str()) == 0;
     }

@@ -32,6 +32,7 @@ KORVANE_API unsigned gen_hash_next_size(unsigned n);
 /// thread.
 class GEN_RAND {
   public:
+    /// Begins the sequence of that seed.
     explicit GEN_RAND(unsigned seed = 1) : m_state(seed) {}
 
     /// The next number, 0 to 32767.

@@ -23,6 +23,7 @@ struct GEN_TIME_FREQ_DATA;
 /// The table of time units.
 class GEN_TIME_UNIT {
   public:
+    /// The units, by their row numbers.
     enum UNIT_ENUM : std::int32_t { UNIT_S, UNIT_MS, UNIT_US, UNIT_NS, UNIT_PS };
 
     /// Appends every row of the table, in its order, to what @p out holds already; returns the
@@ -46,6 +47,7 @@ class GEN_TIME_UNIT {
 /// The table of frequency units; everything as in GEN_TIME_UNIT.
 class GEN_TIME_FREQ {
   public:
+    /// The units, by their row numbers.
     enum FREQ_ENUM : std::int32_t { FREQ_HZ, FREQ_KHZ, FREQ_MHZ, FREQ_GHZ };
 
     /// These return 4.
@@ -53,6 +55,7 @@ class GEN_TIME_FREQ {
     KORVANE_API static int get_short_name_list(MEM_LIST<STR>* out);
     KORVANE_API static int get_long_name_list(MEM_LIST<STR>* out);
 
+    /// A value outside the table gives "" and 0.
     KORVANE_API static STR get_short_name(FREQ_ENUM freq);
     KORVANE_API static STR get_long_name(FREQ_ENUM freq);
     KORVANE_API static int get_magnitude(FREQ_ENUM freq);
@@ -63,16 +66,16 @@ class GEN_TIME_FREQ {
 
 /// One row of the table of time units. The texts are constant and live as long as the library.
 struct GEN_TIME_UNIT_DATA {
-    GEN_TIME_UNIT::UNIT_ENUM unit;
-    char const* short_name;
-    char const* long_name;
-    std::int32_t magnitude; ///< power of ten relative to the second
+    GEN_TIME_UNIT::UNIT_ENUM unit; ///< its number
+    char const* short_name;        ///< "ms"
+    char const* long_name;         ///< "millisecond"
+    std::int32_t magnitude;        ///< power of ten relative to the second
 };
 
 /// One row of the table of frequency units.
 struct GEN_TIME_FREQ_DATA {
-    GEN_TIME_FREQ::FREQ_ENUM freq;
-    char const* short_name;
-    char const* long_name;
-    std::int32_t magnitude; ///< power of ten relative to the hertz
+    GEN_TIME_FREQ::FREQ_ENUM freq; ///< its number
+    char const* short_name;        ///< as it stands behind numbers
+    char const* long_name;         ///< in full
+    std::int32_t magnitude;        ///< power of ten relative to the hertz
 };

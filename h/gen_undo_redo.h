@@ -12,12 +12,12 @@
 /// One section of the file: the commands that undo and redo one edit. Entries are texts ready to be
 /// written, in the order in which they were added.
 struct GEN_UNDO_REDO_CLASS_INFO {
-    STR title;
-    STR description;
-    MEM_LIST<STR> undo_commands;
-    std::int32_t undo_count = 0;
-    MEM_LIST<STR> redo_commands;
-    std::int32_t redo_count = 0;
+    STR title;                   ///< a section without one is not written
+    STR description;             ///< may be empty
+    MEM_LIST<STR> undo_commands; ///< with their comments
+    std::int32_t undo_count = 0; ///< the number of the last undo command
+    MEM_LIST<STR> redo_commands; ///< with their comments
+    std::int32_t redo_count = 0; ///< the number of the last redo command
 };
 
 /// Collects sections and writes them to "undo_redo.txt" in a directory of the caller's choice:

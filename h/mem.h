@@ -13,7 +13,9 @@
 /// object. A null owner registers nothing.
 class KORVANE_API MEM_INITIALIZER {
   public:
+    /// Registers the owner.
     explicit MEM_INITIALIZER(char const* owner);
+    /// Takes it off the register.
     ~MEM_INITIALIZER();
     MEM_INITIALIZER(MEM_INITIALIZER const&) = delete;
     MEM_INITIALIZER& operator=(MEM_INITIALIZER const&) = delete;
@@ -58,19 +60,18 @@ KORVANE_API MEM_MSG_SINK mem_msg_set_sink(MEM_MSG_SINK sink);
 KORVANE_API unsigned long mem_info_get_working_set_size();
 KORVANE_API unsigned long mem_info_get_working_set_peak_size();
 
-// gen is above this library, so it leaves its answers here as functions to call. Null forgets one.
-
+/// gen is above this library, so it leaves its answers here as functions to call. Null forgets one.
 KORVANE_API void mem_set_gen_get_korvane_path_callback(STR (*callback)());
 KORVANE_API void mem_set_gen_get_module_filename_callback(STR (*callback)());
 KORVANE_API void mem_set_gen_get_db_dir_path_string_callback(STR (*callback)());
 KORVANE_API void mem_set_gen_is_in_ui_process_callback(bool (*callback)());
 KORVANE_API void mem_set_gen_get_project_output_directory_callback(char const* (*callback)());
 
-// What gen answers through them; empty text, false or null as long as nothing is registered.
-
+/// What gen answers through them; empty text, false or null as long as nothing is registered.
 KORVANE_API STR mem_gen_get_korvane_path();
 KORVANE_API STR mem_gen_get_module_filename();
 KORVANE_API STR mem_gen_get_db_dir_path_string();
 KORVANE_API bool mem_gen_is_in_ui_process();
-/// The text belongs to gen and stays valid until gen's project or output directory changes.
+/// As the above. The text belongs to gen and stays valid until gen's project or output directory
+/// changes.
 KORVANE_API char const* mem_gen_get_project_output_directory();

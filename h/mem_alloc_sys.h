@@ -18,6 +18,7 @@
 template <typename T>
 class KORVANE_API MEM_STL_ALLOCATOR {
   public:
+    /// What containers ask of an allocator.
     using value_type = T;
     using is_always_equal = std::true_type;
     using propagate_on_container_move_assignment = std::true_type;
@@ -49,12 +50,15 @@ class KORVANE_API MEM_STL_ALLOCATOR {
 /// The library string.
 using STR = std::basic_string<char, std::char_traits<char>, MEM_STL_ALLOCATOR<char>>;
 
+/// A list over the tracked allocator.
 template <typename T>
 using MEM_LIST = std::list<T, MEM_STL_ALLOCATOR<T>>;
 
+/// A vector over the tracked allocator.
 template <typename T>
 using MEM_VECTOR = std::vector<T, MEM_STL_ALLOCATOR<T>>;
 
+/// A hash map over the tracked allocator.
 template <typename K, typename V, typename HASH = std::hash<K>, typename EQUAL = std::equal_to<K>>
 using MEM_HASH_MAP =
     std::unordered_map<K, V, HASH, EQUAL, MEM_STL_ALLOCATOR<std::pair<K const, V>>>;

@@ -12,7 +12,7 @@
 
 /// Whom an allocation is charged to. gen's containers carry the identity 1255.
 struct MEM_TRACKER_THUNK {
-    unsigned identity;
+    unsigned identity; ///< of the client, as the memory library numbers them
 };
 
 /// A count of bytes that is exact from any number of threads, and costs a plain addition while the
@@ -23,12 +23,14 @@ class MEM_BYTE_COUNTER {
     /// Bytes now in use.
     std::size_t current() const noexcept { return m_bytes.load(std::memory_order_relaxed); }
 
+    /// Counts bytes that have been allocated.
     void add(std::size_t bytes) noexcept {
         if (__libc_single_threaded != 0)
             m_bytes.store(current() + bytes, std::memory_order_relaxed);
         else
             m_bytes.fetch_add(bytes, std::memory_order_relaxed);
     }
+    /// Takes off bytes that have been released.
     void subtract(std::size_t bytes) noexcept { add(std::size_t{0} - bytes); }
 
   private:

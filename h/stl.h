@@ -59,11 +59,12 @@ class STL_ARG_CURSOR {
     STL_ARG_CURSOR(STL_ARG_CURSOR const&) = delete;
     STL_ARG_CURSOR& operator=(STL_ARG_CURSOR const&) = delete;
 
+    /// False for a cursor over nothing.
     bool has_arguments() const { return m_start != nullptr; }
 
     /// Where a cursor stands. Good for all cursors over the same arguments.
     struct PLACE {
-        va_list here;
+        va_list here; ///< the platform's own idea of it
     };
 
     /// Back to the first argument.

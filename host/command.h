@@ -72,6 +72,7 @@ class Commands {
 
 // The families, each in the source file of its name.
 void add_condition(Commands& commands);
+void add_describe(Commands& commands);
 void add_env(Commands& commands);
 void add_find(Commands& commands);
 void add_flags(Commands& commands);

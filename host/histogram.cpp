@@ -156,7 +156,8 @@ class Picture {
 class Histogram : public Command {
   public:
     void declare(CLI::App& app) override {
-        app.add_option("FILE", m_file, "File with the numbers; standard input if not given");
+        app.add_option("file", m_file, "The numbers; standard input if not given")
+            ->type_name("FILE");
         app.add_option("-l,--low", m_low, "Lower edge of the first bin; least number if not given");
         app.add_option("-u,--high", m_high,
                        "Upper edge of the last bin; greatest number if not given");

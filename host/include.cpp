@@ -12,8 +12,8 @@ class Include : public Command {
     void declare(CLI::App& app) override {
         app.add_option("name", m_names, "File names, as include directives would write them")
             ->required();
-        app.add_option("--from", m_from, "The file that holds the directives");
-        app.add_option("--alias", m_alias, "Another path of that same file");
+        app.add_option("--from", m_from, "The file that holds the directives")->type_name("FILE");
+        app.add_option("--alias", m_alias, "Another path of that same file")->type_name("FILE");
         m_project.declare(app);
         m_view.declare(app);
     }

@@ -77,9 +77,11 @@ void view(Answer& answer, Rows rows) {
 } // namespace
 
 void ProjectOptions::declare(CLI::App& app) {
-    app.add_option("--project", m_project, "Project directory; the current one if not given");
-    app.add_option("--db", m_db, "Database directory; none if not given");
-    app.add_option("--output", m_output, "Output directory; the project's if not given");
+    app.add_option("--project", m_project, "Project directory; the current one if not given")
+        ->type_name("DIR");
+    app.add_option("--db", m_db, "Database directory; none if not given")->type_name("DIR");
+    app.add_option("--output", m_output, "Output directory; the project's if not given")
+        ->type_name("DIR");
     app.add_option("--project-libs", m_project_libraries,
                    "Library directories of the project, separated by \";\"");
     app.add_option("--user-libs", m_user_libraries,

@@ -4,6 +4,7 @@
 GEN_DEFINE_MAIN(argc, argv) {
     Commands commands;
     add_condition(commands);
+    add_describe(commands);
     add_env(commands);
     add_find(commands);
     add_flags(commands);

@@ -69,10 +69,12 @@ class Names : public Command {
     void declare(CLI::App& app) override {
         app.add_flag("--exists", m_exists,
                      "Mark the files that are on the disk; exit status 1 when none is");
-        app.add_option("--project", m_project, "Project directory; the current one if not given");
+        app.add_option("--project", m_project, "Project directory; the current one if not given")
+            ->type_name("DIR");
         app.add_option(
-            "--db", m_database_directory,
-            "Database directory, as given (end it in \"/\"); the project's \"db/\" if not given");
+               "--db", m_database_directory,
+               "Database directory, as given (end it in \"/\"); the project's \"db/\" if not given")
+            ->type_name("DIR");
         app.add_option("--database-file", m_database_file, "Name of the database file to show")
             ->capture_default_str();
     }
@@ -147,7 +149,8 @@ class Temp : public Command {
   public:
     void declare(CLI::App& app) override {
         app.add_option("--directory", m_directory,
-                       "Where to create it; /var/tmp or else /tmp if not given");
+                       "Where to create it; /var/tmp or else /tmp if not given")
+            ->type_name("DIR");
         app.add_option("--prefix", m_prefix, "Its first three characters begin the name")
             ->capture_default_str()
             ->check([](std::string const& prefix) {

@@ -115,8 +115,10 @@ void record(GEN_UNDO_REDO_MGR& manager, Section const& section) {
 class Undo : public Command {
   public:
     void declare(CLI::App& app) override {
-        app.add_option("SCRIPT", m_script, "File with the script; standard input if not given");
+        app.add_option("script", m_script, "The script; standard input if not given")
+            ->type_name("FILE");
         app.add_option("-d,--directory", m_directory, "Where to write undo_redo.txt")
+            ->type_name("DIR")
             ->capture_default_str();
         app.add_flag("-p,--print", m_print, "Show what was written");
     }

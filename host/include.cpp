@@ -74,8 +74,8 @@ class Include : public Command {
 constexpr Help help = {
     .name = "include",
     .summary = "Resolves the names of include directives",
-    .example = "  $ gen_query include widths.vh --from src/counter.v\n"
-               "  src/widths.vh\n"
+    .example = "  $ gen_query include segments.vh --from inc/display.vh\n"
+               "  inc/segments.vh\n"
                "The directory of the including file is looked in last, after every library.\n"
                "The exit status is 0 when every name is found, else 1.",
 };

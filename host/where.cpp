@@ -33,8 +33,8 @@ constexpr Help help = {
     .name = "where",
     .summary = "Tells where the executable and its installation lie",
     .example = "  $ gen_query where\n"
-               "  executable         /opt/korvane/linux/gen_query\n"
-               "  module path        /opt/korvane/linux/\n"
+               "  executable                  /opt/korvane/linux/gen_query\n"
+               "  module path                 /opt/korvane/linux/\n"
                "  ...",
 };
 

@@ -1,0 +1,49 @@
+"""What `gen_query describe --json` tells, read for the generators of this directory."""
+
+import dataclasses
+import json
+import pathlib
+
+
+@dataclasses.dataclass
+class Option:
+    names: list       # "-h", "--help"; none for a positional argument
+    positional: str   # its name, or None
+    value: str        # TEXT, FILE, DIR, UINT ...; None for a flag
+    domain: str       # what a value is checked against, or None
+    default: str
+    required: bool
+    repeated: bool
+    summary: str
+
+    @property
+    def choices(self):
+        """The words that a value may be, or none where it may be others, too."""
+        if self.domain and self.domain.startswith("{"):
+            return self.domain[1:self.domain.index("}")].split(",")
+        return []
+
+
+@dataclasses.dataclass
+class Command:
+    name: str
+    summary: str
+    options: list
+    footer: str
+    commands: list
+
+    def all(self, *above):
+        """(names of the path to it, command) of this one and of all below."""
+        yield above, self
+        for command in self.commands:
+            yield from command.all(*above, command.name)
+
+
+def _command(told):
+    return Command(told["name"], told["summary"], [Option(**option) for option in told["options"]],
+                   told["footer"], [_command(command) for command in told["commands"]])
+
+
+def read(path):
+    told = json.loads(pathlib.Path(path).read_text(encoding="utf-8"))
+    return _command(told["gen_query"])

@@ -1,0 +1,80 @@
+#!/usr/bin/env python3
+"""What Doxygen reads of a public header: the first comment is said to be about the file, and one above
+several declarations is repeated for each of them; all of it belongs to the group of its family.
+
+    doxygen_filter.py HEADER
+"""
+
+import pathlib
+import re
+import sys
+
+from header import code_of, is_comment, paragraphs
+
+
+FAMILIES = {
+    "err": "Internal errors",
+    "fio": "Files",
+    "gen_bindata": "Histogram bins",
+    "gen_bp_parser": "Conditions",
+    "gen_dyn_flag": "Flags",
+    "gen_exe": "Start-up",
+    "gen_iterator_sys": "Enumerations",
+    "gen_legal": "Legal notices",
+    "gen_localization": "Locale-neutral twins",
+    "gen_meminfo": "Usage report",
+    "gen_os_info": "Machine",
+    "gen_path": "Where files are",
+    "gen_string": "Text",
+    "gen_time": "Time",
+    "gen_undo_redo": "Undo and redo",
+    "gen_username": "Machine",
+    "korvane_export": "Export marks",
+    "mem": "Memory",
+    "stl": "Formatted text",
+    "thr": "Threads",
+    "ver": "Version",
+}
+
+
+def family_of(stem):
+    """The longest family name that the header's begins with."""
+    return max((name for name in FAMILIES if f"{stem}_".startswith(f"{name}_")), key=len)
+
+
+def declarations(code):
+    """The code of a paragraph, a declaration at a time; all of it at once where it opens or closes a body."""
+    if any(re.search(r"\{$|^\s*\}", line) for line in code):
+        return [code]
+    parts = [[]]
+    for line in code:
+        parts[-1].append(line)
+        if re.search(r"; *(//.*)?$|\}$", line):
+            parts.append([])
+    return [part for part in parts if part]
+
+
+def repeated(paragraph):
+    """The comment above each of the declarations that it is about."""
+    code = code_of(paragraph)
+    if not is_comment(paragraph[0]) or not code:
+        return paragraph
+    comment = [line for line in paragraph if is_comment(line)]
+    return [line for part in declarations(code) for line in comment + part]
+
+
+def filtered(header):
+    result = []
+    for paragraph in paragraphs(header.read_text(encoding="utf-8").split("\n")):
+        result += repeated(paragraph)
+    if header.stem != "gen": # all families in one
+        title = FAMILIES[family_of(header.stem)]
+        group = re.sub(r"\W+", "_", title.lower())
+        last = max(i for i, line in enumerate(result) if re.match("#(include|pragma)", line))
+        result[last + 1:last + 1] = ["", f"/// @addtogroup {group} {title}", "/// @{", ""]
+        result += ["", "/// @}"]
+    return re.sub(r"^#pragma once\n\n///", "#pragma once\n\n/// @file\n///", "\n".join(result))
+
+
+if __name__ == "__main__":
+    print(filtered(pathlib.Path(sys.argv[1])))

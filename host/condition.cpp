@@ -36,7 +36,7 @@ class InternalErrors {
 /// What gen says of one condition.
 struct Rewritten {
     std::string condition;
-    std::vector<std::pair<BP_TOKEN_TYPE, std::string>> tokens;
+    ConditionTokens tokens;
     std::string prefix;
     std::vector<std::string> diagnostics;
     std::map<std::string, std::size_t> internal_errors;
@@ -76,14 +76,6 @@ Value::List token_rows(Rewritten const& rewritten) {
                                      {"name", names[static_cast<std::size_t>(type)]},
                                      {"text", text}});
     return rows;
-}
-
-std::vector<std::string> tree_lines(Rewritten const& rewritten) {
-    std::vector<std::string> literals;
-    for (auto const& [type, text] : rewritten.tokens)
-        if (type == BP_TOKEN_LITERAL)
-            literals.push_back(text);
-    return condition_tree_lines(condition_tree(rewritten.prefix, literals));
 }
 
 Value::List list_of(std::vector<std::string> const& texts) {
@@ -134,7 +126,7 @@ class Condition : public Command {
         if (m_tokens)
             answer.table("tokens", token_rows(rewritten));
         if (m_tree)
-            answer.plain("tree", list_of(tree_lines(rewritten)));
+            answer.plain("tree", list_of(condition_tree_lines(condition_tree(rewritten.tokens))));
         if (m_tokens || m_tree)
             answer.detail("prefix", rewritten.prefix);
         else

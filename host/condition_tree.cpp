@@ -1,15 +1,37 @@
 #include "condition_tree.h"
 
+#include "err.h"
+
 #include <algorithm>
 #include <array>
+#include <string_view>
 
 namespace {
 
-constexpr std::array<std::string_view, 5> functions_of_two{
-    "LOGICAL_AND(", "LOGICAL_OR(", "EQUAL_TO(", "GREATER_THAN(", "LESS_THAN("};
-constexpr std::array<std::string_view, 4> functions_of_one{"NOT(", "TIME_EQ(", "TIME_GT(",
-                                                           "TIME_LT("};
+constexpr std::array<std::string_view, 9> functions{"LOGICAL_AND(",  "LOGICAL_OR(", "EQUAL_TO(",
+                                                    "GREATER_THAN(", "LESS_THAN(",  "NOT(",
+                                                    "TIME_EQ(",      "TIME_GT(",    "TIME_LT("};
 constexpr std::array<std::string_view, 2> word_functions{"HPATH(", "BUS("};
+
+/// Stands in words for their commas, so that a comma in the prefix form ends a left side and
+/// nothing else. No word has it: control characters vanish from conditions.
+constexpr char comma_of_a_word = '\x01';
+
+/// The prefix form, without a second report of what is wrong with the tokens.
+std::string prefix_for_reading(ConditionTokens const& tokens) {
+    ERR_HANDLER const previous =
+        err_set_internal_error_handler([](char const*, char const*, char const*, int) {});
+    GEN_BP_PARSER parser;
+    for (auto const& [type, text] : tokens) {
+        STR word(text);
+        std::replace(word.begin(), word.end(), ',', comma_of_a_word);
+        parser.add_token_to_list(type, &word);
+    }
+    STR prefix;
+    parser.parse_string(&prefix);
+    err_set_internal_error_handler(previous);
+    return std::string(prefix);
+}
 
 /// The one of @p names that @p text begins with, or "".
 std::string_view name_before(std::string_view text, auto const& names) {
@@ -21,86 +43,57 @@ std::string_view name_before(std::string_view text, auto const& names) {
 
 class TreeReader {
   public:
-    TreeReader(std::string_view prefix, std::vector<std::string> const& literals)
-        : m_rest(prefix), m_literals(literals) {}
+    explicit TreeReader(std::string_view prefix) : m_rest(prefix) {}
 
     std::vector<ConditionNode> read() {
         while (!m_rest.empty()) {
             while (take_function()) {
             }
             take_operand();
-            while (!m_rest.empty() && m_rest.front() == ')') {
+            for (; !m_rest.empty() && m_rest.front() == ')'; m_rest.remove_prefix(1))
+                m_depth -= std::min<std::size_t>(m_depth, 1);
+            if (!m_rest.empty() && m_rest.front() == ',')
                 m_rest.remove_prefix(1);
-                if (!m_left_sides_open.empty())
-                    m_left_sides_open.pop_back();
-            }
-            if (!m_rest.empty() && m_rest.front() == ',') {
-                m_rest.remove_prefix(1);
-                if (!m_left_sides_open.empty())
-                    m_left_sides_open.back() = false;
-            }
         }
         return std::move(m_nodes);
     }
 
   private:
     bool take_function() {
-        std::string_view const of_two = name_before(m_rest, functions_of_two);
-        std::string_view const name =
-            !of_two.empty() ? of_two : name_before(m_rest, functions_of_one);
+        std::string_view const name = name_before(m_rest, functions);
         if (name.empty())
             return false;
-        take_node(name.size(), name.substr(0, name.size() - 1));
-        m_left_sides_open.push_back(!of_two.empty());
+        take_node(name.size(), std::string(name.substr(0, name.size() - 1)));
+        ++m_depth;
         return true;
     }
 
     void take_operand() {
-        if (m_rest.empty() || m_rest.front() == ',' || m_rest.front() == ')') {
-            take_node(0, "(nothing)");
-        } else if (std::string_view const name = name_before(m_rest, word_functions);
-                   !name.empty()) {
-            std::string_view const word = m_rest.substr(0, m_rest.find(')')).substr(name.size());
+        std::size_t const end = std::min(m_rest.find_first_of(",)"), m_rest.size());
+        if (std::string_view const name = name_before(m_rest, word_functions); !name.empty()) {
             std::string const label(name.substr(0, name.size() - 1));
-            take_node(std::min(name.size() + word.size() + 1, m_rest.size()),
-                      label + " " + std::string(word));
+            std::string_view const word = m_rest.substr(name.size(), end - name.size());
+            take_node(std::min(end + 1, m_rest.size()), label + " " + std::string(word));
         } else {
-            std::size_t const length = literal_length();
-            take_node(length, m_rest.substr(0, length));
+            take_node(end, end != 0 ? std::string(m_rest.substr(0, end)) : "(nothing)");
         }
     }
 
-    /// A literal ends at the ")" of its function. As a left side it ends at a comma, and its own
-    /// may come before.
-    std::size_t literal_length() {
-        if (m_left_sides_open.empty() || !m_left_sides_open.back())
-            return std::min(m_rest.find(')'), m_rest.size());
-        for (; m_literal < m_literals.size(); ++m_literal) {
-            std::string const literal = m_literals[m_literal] + ",";
-            if (m_rest.substr(0, literal.size()) == literal)
-                return m_literals[m_literal++].size();
-        }
-        return std::min(m_rest.find(','), m_rest.size());
-    }
-
-    void take_node(std::size_t length, std::string_view text) {
-        m_nodes.push_back({m_left_sides_open.size(), std::string(text)});
+    void take_node(std::size_t length, std::string text) {
+        std::replace(text.begin(), text.end(), comma_of_a_word, ',');
+        m_nodes.push_back({m_depth, std::move(text)});
         m_rest.remove_prefix(length);
     }
 
     std::string_view m_rest;
-    std::vector<std::string> const& m_literals;
-    std::size_t m_literal = 0;
-    /// For each function whose ")" is still to come whether its left side is not yet complete.
-    std::vector<bool> m_left_sides_open;
+    std::size_t m_depth = 0;
     std::vector<ConditionNode> m_nodes;
 };
 
 } // namespace
 
-std::vector<ConditionNode> condition_tree(std::string_view prefix,
-                                          std::vector<std::string> const& literals) {
-    return TreeReader(prefix, literals).read();
+std::vector<ConditionNode> condition_tree(ConditionTokens const& tokens) {
+    return TreeReader(prefix_for_reading(tokens)).read();
 }
 
 std::vector<std::string> condition_tree_lines(std::vector<ConditionNode> const& nodes) {

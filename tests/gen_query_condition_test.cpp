@@ -70,7 +70,14 @@ TEST(GenQueryCondition, DrawsTheTree) {
         // Commas belong to words.
         {"1,2ns = 3,4ns", "EQUAL_TO\n  1,2ns\n  3,4ns\n"},
         {"a,b = 1,2", "EQUAL_TO\n  HPATH a,b\n  BUS 1,2\n"},
+        {"1x,y = 1x", "EQUAL_TO\n  1x,y\n  1x\n"},
+        {"(1x = 1y) && (1x,1y = 2z)",
+         "LOGICAL_AND\n  EQUAL_TO\n    1x\n    1y\n  EQUAL_TO\n    1x,1y\n    2z\n"},
+        {"(a = 1x) && (1x,y = b)",
+         "LOGICAL_AND\n  EQUAL_TO\n    HPATH a\n    1x\n  EQUAL_TO\n    1x,y\n    HPATH b\n"},
         // An error has kept the first literal from being written.
+        {"~(a(1x)) && (1x,y = b)",
+         "LOGICAL_AND\n  NOT\n    HPATH a\n  EQUAL_TO\n    1x,y\n    HPATH b\n"},
         {"a(1ns) = 1ns,2ns", "EQUAL_TO\n  HPATH a\n  1ns,2ns\n"},
     };
     for (Row const& row : rows)

@@ -26,19 +26,20 @@ void watch(GEN_BP_PARSER const& parser) {
 /// Long enough for every situation, short enough for the plain form.
 constexpr std::size_t longest = 300;
 
-/// How the rest of the input is to be used.
+/// How the rest of the input is to be used. The plain form takes its time over many tokens, so that
+/// most inputs have few.
 struct Plan {
-    explicit Plan(FuzzInput& input) {
+    Plan(std::uint8_t number, FuzzInput& input) {
         auto const bits = input.take<std::uint8_t>();
         literally = bits % 2 == 0;
-        // Now and then past what is read of a text at once.
-        times = bits / 2 % 16 == 15 ? 24 : 1;
-        held = bits / 32 * std::size_t{89};
+        // Past what is read of a text at once.
+        shortest = bits / 2 % 16 == 15 ? 4200 : 0;
+        held = bits / 32 >= 6 ? 2 * std::size_t{number} : 0;
     }
 
     bool literally;
-    std::size_t times; ///< the text, one behind the other
-    std::size_t held;  ///< tokens entered by hand before it
+    std::size_t shortest; ///< the text is repeated until it is as long
+    std::size_t held;     ///< tokens entered by hand before it
 };
 
 /// The bytes themselves, or one piece of a condition for each of them.
@@ -53,8 +54,8 @@ std::string text_of(FuzzInput& input, Plan const& plan) {
             once += byte;
         else
             once += pieces[static_cast<unsigned char>(byte) % std::size(pieces)];
-    std::string text;
-    for (std::size_t left = plan.times; left != 0; --left)
+    std::string text = once;
+    while (!once.empty() && text.size() < plan.shortest)
         text += once;
     return text;
 }
@@ -141,7 +142,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     FuzzInput input(data, size);
     auto const first = input.take<std::uint8_t>();
     auto const last = input.take<std::uint8_t>();
-    Plan const plan(input);
+    Plan const plan(first, input);
     std::string const text = text_of(input, plan);
     compare_whole(text, plan.held);
     compare_range(text, first, last);

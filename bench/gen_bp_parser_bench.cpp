@@ -6,6 +6,7 @@
 #include <boost/spirit/home/x3.hpp>
 #include <cstdio>
 #include <cstdlib>
+#include <malloc.h>
 #include <tao/pegtl.hpp>
 
 namespace with_pegtl {
@@ -240,6 +241,14 @@ std::string nest_negations(std::size_t tokens) {
     return repeat(tokens / 3, "~(") + "a" + repeat(tokens / 3, ")");
 }
 
+std::string nest_left(std::size_t tokens) {
+    return repeat(tokens / 4, "(") + "a" + repeat(tokens / 4, "=1)");
+}
+
+std::string time_chain(std::size_t tokens) {
+    return repeat(tokens / 2, "time > ") + "5";
+}
+
 std::size_t count_tokens(std::string const& text) {
     GEN_BP_PARSER parser;
     parser.working_string() = text;
@@ -283,6 +292,31 @@ std::vector<std::string> make(std::size_t count, std::string (*shape)(std::size_
     return texts;
 }
 
+/// What a token costs in one long expression, and, as the peer, in short ones with as many tokens
+/// altogether. Each round begins with a heap that holds nothing in stock, as in a program that has
+/// just started: pages that the long expression needs and the short ones use again are its cost.
+void enter_long_beside_short(std::string const& shape_name, std::string (*shape)(std::size_t)) {
+    constexpr std::size_t thousand = 1000;
+    for (auto const& [contestant, tokens] :
+         {std::pair{"gen", thousand * thousand}, {"1e3", thousand}}) {
+        std::string const text = shape(tokens);
+        std::size_t const times = thousand * thousand / tokens;
+        double const items = static_cast<double>(count_tokens(text) * times);
+        benchmark::RegisterBenchmark(
+            ("parse_string, 1e6 tokens beside 1e3, " + shape_name + "/" + contestant).c_str(),
+            [text, times, items](benchmark::State& state) {
+                for (auto _ : state) {
+                    state.PauseTiming();
+                    malloc_trim(0);
+                    state.ResumeTiming();
+                    for (std::size_t left = times; left != 0; --left)
+                        benchmark::DoNotOptimize(replace_by_gen(text));
+                }
+                state.counters["items"] = items;
+            });
+    }
+}
+
 /// What it costs when the host looks at the token list afterwards.
 std::size_t list_after_gen(std::string const& text) {
     STR expression(text);
@@ -308,6 +342,14 @@ Family const conditions{[] {
     enter_conditions("1e6 nested", make(1, nest, 1000000), false); // peers recurse
     enter_conditions("1e3 nested ~(", make(1, nest_negations, 1000), true);
     enter_conditions("1e6 nested ~(", make(1, nest_negations, 1000000), false);
+
+    enter_long_beside_short("tree", group);
+    enter_long_beside_short("&& chain", and_chain);
+    enter_long_beside_short("= chain", equal_chain);
+    enter_long_beside_short("time chain", time_chain);
+    enter_long_beside_short("nested", nest);
+    enter_long_beside_short("nested ~(", nest_negations);
+    enter_long_beside_short("nested left", nest_left);
 
     std::vector<std::string> const texts = make(16, group, 1000);
     enter(

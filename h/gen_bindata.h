@@ -34,12 +34,14 @@ class KORVANE_API GEN_BINDATA {
   public:
     /// An empty histogram. Reports "m_high > m_low" unless @p high is above @p low (which no NaN
     /// is) and goes on with what it was given. No bins at all are taken as they are: every item is
-    /// then counted in the total alone.
+    /// then counted in the total alone. More bins than there is memory for end the process as every
+    /// exhausted allocation does: "out of memory" on standard error, status 255.
     GEN_BINDATA(double low, double high, unsigned bins);
 
     /// Checks itself: reports "lowbound(i+1) == highbound(i)" for each bin whose upper edge is not
-    /// the next one's lower edge (as with infinite bounds), and "total == m_num_items" when the
-    /// counts do not sum to size(), which tells of items outside the range. Releases nothing.
+    /// the next one's lower edge (as with a low bound of minus infinity, whose edges are no
+    /// numbers), and "total == m_num_items" when the counts do not sum to size(), which tells of
+    /// items outside the range. Releases nothing.
     ~GEN_BINDATA();
 
     GEN_BINDATA(GEN_BINDATA const&) = delete;
@@ -84,15 +86,23 @@ inline void GEN_BINDATA::add_item(double item) {
     // The usual item is counted in the caller, which is several times cheaper than a call. Only
     // where doubles round as they do in the library, though: the wider arithmetic of the old
     // floating-point unit would count some items in another bin than bin() tells.
-    if (item >= m_low && item <= m_high) [[likely]] {
+    //
+    // All members are read before anything is written: the compiler need not read them again. The
+    // item at the high bound, whose index needs its correction, is left to the call.
+    double const low = m_low;
+    double const high = m_high;
+    double const bin_width = m_bin_width;
+    std::uint32_t const num_bins = m_num_bins;
+    std::uint32_t* const counts = m_counts;
+    if (item >= low && item <= high) [[likely]] {
         // The intrinsic is defined for every quotient; what fits no integer gives 2^31, which is
         // not the index of a bin.
-        double const quotient = (item - m_low) / m_bin_width;
-        auto index = static_cast<std::uint32_t>(_mm_cvttsd_si32(_mm_set_sd(quotient)));
-        index -= static_cast<std::uint32_t>(index == m_num_bins);
-        if (index < m_num_bins) [[likely]] {
-            ++m_counts[index];
-            ++m_num_items;
+        double const quotient = (item - low) / bin_width;
+        auto const index = static_cast<std::uint32_t>(_mm_cvttsd_si32(_mm_set_sd(quotient)));
+        if (index < num_bins) [[likely]] {
+            std::uint32_t const num_items = m_num_items;
+            ++counts[index];
+            m_num_items = num_items + 1;
             return;
         }
     }

@@ -10,6 +10,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <deque>
 #include <limits>
 #include <new>
@@ -17,6 +18,7 @@
 #include <type_traits>
 #include <vector>
 
+using testing::AllOf;
 using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -74,6 +76,14 @@ class Histogram {
     GEN_BINDATA* m_object;
 };
 
+/// The field of type @p T that lies at @p place.
+template <typename T>
+T value_at(unsigned char const* place) {
+    T value;
+    std::memcpy(&value, place, sizeof value);
+    return value;
+}
+
 /// What bin() answers, in plain arithmetic.
 unsigned plain_bin(double low, double high, unsigned bins, double item) {
     double const quotient = (item - low) / ((high - low) / static_cast<double>(bins));
@@ -91,6 +101,19 @@ TEST(BinData, HasTheFieldsOfItsBinaryInterface) {
     EXPECT_FALSE(std::is_polymorphic_v<GEN_BINDATA>);
     EXPECT_FALSE(std::is_copy_constructible_v<GEN_BINDATA>);
     EXPECT_FALSE(std::is_copy_assignable_v<GEN_BINDATA>);
+}
+
+TEST(BinData, FieldsHaveTheirPlaces) {
+    Histogram histogram(3, 7, 5);
+    histogram->add_item(4);
+    auto const* const bytes = reinterpret_cast<unsigned char const*>(histogram.operator->());
+    EXPECT_EQ(value_at<std::uint32_t const*>(bytes)[1], 1U); // the counts
+    unsigned char const* const behind = bytes + sizeof(void*);
+    EXPECT_EQ(value_at<std::uint32_t>(behind), 5U);
+    EXPECT_EQ(value_at<std::uint32_t>(behind + 4), 1U);
+    EXPECT_EQ(value_at<double>(behind + 8), 3.0);
+    EXPECT_EQ(value_at<double>(behind + 16), 7.0);
+    EXPECT_EQ(value_at<double>(behind + 24), 0.8);
 }
 
 TEST(BinData, StartsEmpty) {
@@ -164,7 +187,11 @@ TEST(BinData, DividesByTheWidthWhereTheReciprocalWouldMissTheEdge) {
         double const reciprocal = 1.0 / width;
         for (unsigned i = 0; i < bins; ++i) {
             double const edge = histogram->lowbound(i);
-            EXPECT_EQ(histogram->bin(edge), plain_bin(0, 1, bins, edge));
+            unsigned const bin = plain_bin(0, 1, bins, edge);
+            EXPECT_EQ(histogram->bin(edge), bin);
+            unsigned const before = histogram->item_count(bin);
+            histogram->add_item(edge); // computes for itself, in line
+            EXPECT_EQ(histogram->item_count(bin), before + 1) << edge;
             differences += static_cast<unsigned>(static_cast<unsigned>(edge * reciprocal) !=
                                                  histogram->bin(edge));
         }
@@ -258,17 +285,18 @@ TEST(BinData, BoundsThatAreNotARangeAreReportedAndKept) {
     struct Row {
         double low;
         double high;
+        std::size_t edges; ///< how many of the two edges between bins are not equal to themselves
     };
     Row const rows[] = {
-        {3, 3},
-        {3, 2},
-        {0.0, -0.0},
-        {infinity, infinity},
-        {0, -infinity},
-        {not_a_number, 1},
-        {0, not_a_number},
-        {not_a_number, not_a_number},
-        {infinity, -infinity},
+        {3, 3, 0},
+        {3, 2, 0},
+        {0.0, -0.0, 0},
+        {infinity, infinity, 2},
+        {0, -infinity, 0},
+        {not_a_number, 1, 2},
+        {0, not_a_number, 2},
+        {not_a_number, not_a_number, 2},
+        {infinity, -infinity, 2},
     };
     for (Row const& row : rows) {
         SCOPED_TRACE(testing::Message() << row.low << " to " << row.high);
@@ -279,7 +307,7 @@ TEST(BinData, BoundsThatAreNotARangeAreReportedAndKept) {
         EXPECT_EQ(histogram->size(), 0U);
         recorder.clear();
         histogram.end();
-        EXPECT_THAT(recorder.errors(), Each(edge_error));
+        EXPECT_THAT(recorder.errors(), AllOf(SizeIs(row.edges), Each(edge_error)));
     }
 }
 
@@ -358,6 +386,14 @@ TEST(BinData, CountOfABinThatDoesNotExistIsReportedAndZero) {
 
 TEST(BinData, DestructorReportsEachEdgeThatDoesNotMeetTheNext) {
     ErrorRecorder recorder;
+    Histogram open(0, infinity, 3); // every edge above the first is infinity, and equal to it
+    open.end();
+    EXPECT_THAT(recorder.errors(), IsEmpty());
+    Histogram bottomless(-infinity, 0, 3);
+    bottomless.end();
+    EXPECT_THAT(recorder.errors(), ElementsAre(edge_error, edge_error, edge_error));
+
+    recorder.clear();
     Histogram histogram(-infinity, infinity, 3); // edges that are no numbers are not equal
     EXPECT_THAT(recorder.errors(), IsEmpty());
     histogram.end();

@@ -68,8 +68,8 @@ class KORVANE_API GEN_UNDO_REDO_MGR {
     /// Writes all recorded sections, replacing what the file held; the file is made with the
     /// permissions 0666 less the umask. The sections stay, so that a later commit writes the same
     /// again, and the last of them becomes the current section. A file that cannot be opened, as
-    /// before the first start_new_file, is passed over in silence and leaves all as it was; one
-    /// that cannot be written to its end is left short, in silence too.
+    /// before the first start_new_file, or a FIFO that nobody reads, is passed over in silence and
+    /// leaves all as it was; one that cannot be written to its end is left short, in silence too.
     void commit_file();
 
   private:

@@ -3,6 +3,7 @@
 
 #include "gen_undo_redo.h"
 
+#include "environment.h"
 #include "error_recorder.h"
 #include "in_child.h"
 #include "private_mounts.h"
@@ -11,9 +12,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <cstdio>
+#include <fcntl.h>
 #include <filesystem>
+#include <memory>
+#include <poll.h>
 #include <string>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 using testing::IsEmpty;
@@ -94,9 +101,57 @@ class UndoRedoFaults : public testing::Test {
 } // namespace
 
 TEST_F(UndoRedoFaults, NoFileWasStarted) {
+    ScopedCurrentDirectory const here(directory.path());
     add_section(manager, "kept");
+    manager.begin_section("current");
+    manager.add_undo_command("too", "");
     manager.commit_file();
-    SUCCEED();
+    EXPECT_TRUE(fs::is_empty(directory.path()));
+    manager.start_new_file(STR(directory.path())); // forgets what was ended
+    manager.end_section();
+    manager.commit_file();
+    EXPECT_EQ(read_file(file), "current\n\n\tUndo Commands\n\t     1.\ttoo\n\n\n");
+}
+
+TEST_F(UndoRedoFaults, FifoThatNobodyReadsIsNotWaitedFor) {
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    manager.start_new_file(STR(directory.path()));
+    add_section(manager, "kept");
+    manager.begin_section("current");
+    manager.add_undo_command("too", "");
+    manager.commit_file();
+    EXPECT_TRUE(fs::is_fifo(file));
+    manager.end_section();
+    fs::remove(file);
+    manager.commit_file();
+    EXPECT_EQ(read_file(file),
+              section("kept") + "current\n\n\tUndo Commands\n\t     1.\ttoo\n\n\n");
+}
+
+TEST_F(UndoRedoFaults, FifoThatIsReadTakesAllAtItsReadersPace) {
+    // More than a FIFO holds at once, to a reader who comes late.
+    std::string const command(1 << 18, 'c');
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    std::string received;
+    {
+        std::unique_ptr<std::FILE, int (*)(std::FILE*)> const reader(
+            fdopen(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC), "r"), std::fclose);
+        ASSERT_NE(reader, nullptr);
+        fcntl(fileno(reader.get()), F_SETFL, 0);
+        std::thread writer([&] {
+            manager.start_new_file(STR(directory.path()));
+            add_section(manager, command);
+            manager.commit_file();
+        });
+        char buffer[4096];
+        pollfd ready{fileno(reader.get()), POLLIN, 0};
+        poll(&ready, 1, -1);
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        for (std::size_t got; (got = std::fread(buffer, 1, sizeof buffer, reader.get())) > 0;)
+            received.append(buffer, got);
+        writer.join();
+    }
+    EXPECT_EQ(received, section(command));
 }
 
 TEST_F(UndoRedoFaults, DirectoryIsMissing) {

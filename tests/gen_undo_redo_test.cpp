@@ -66,6 +66,43 @@ TEST(UndoRedoMgr, HasTheFieldsOfItsBinaryInterface) {
     EXPECT_TRUE(std::is_copy_assignable_v<GEN_UNDO_REDO_CLASS_INFO>);
 }
 
+TEST(UndoRedoClassInfo, FieldsAreInOrder) {
+    GEN_UNDO_REDO_CLASS_INFO const info;
+    auto const place_of = [&info](auto const& field) {
+        return reinterpret_cast<char const*>(&field) - reinterpret_cast<char const*>(&info);
+    };
+    std::ptrdiff_t const text = sizeof(STR);
+    std::ptrdiff_t const list = sizeof(MEM_LIST<STR>);
+    std::ptrdiff_t const count = sizeof(void*); // padded
+    EXPECT_EQ(place_of(info.title), 0);
+    EXPECT_EQ(place_of(info.description), text);
+    EXPECT_EQ(place_of(info.undo_commands), 2 * text);
+    EXPECT_EQ(place_of(info.undo_count), 2 * text + list);
+    EXPECT_EQ(place_of(info.redo_commands), 2 * text + list + count);
+    EXPECT_EQ(place_of(info.redo_count), 2 * text + 2 * list + count);
+}
+
+TEST_F(UndoRedo, FieldsHaveTheirPlaces) {
+    add_section("ended");
+    manager.begin_section("begun");
+    auto const* place = reinterpret_cast<unsigned char const*>(&manager);
+    auto const next = [&place]<typename T>(T const* /*of that type*/) -> T const& {
+        auto const* const field = reinterpret_cast<T const*>(place);
+        place += sizeof(T);
+        return *field;
+    };
+    constexpr STR const* text = nullptr;
+    EXPECT_EQ(next(static_cast<FIO_PATH const*>(nullptr)).fullpath().c_str(), file);
+    EXPECT_EQ(next(static_cast<GEN_UNDO_REDO_CLASS_INFO const*>(nullptr)).title, "begun");
+    auto const& sections = next(static_cast<MEM_LIST<GEN_UNDO_REDO_CLASS_INFO> const*>(nullptr));
+    ASSERT_EQ(sections.size(), 1U);
+    EXPECT_EQ(sections.front().title, "ended");
+    EXPECT_EQ(next(text), "\t%6d.\t%s");
+    EXPECT_EQ(next(text), "%s\n\t\t\t%s");
+    EXPECT_EQ(next(text), "\tUndo Commands");
+    EXPECT_EQ(next(text), "\tRedo Commands");
+}
+
 TEST_F(UndoRedo, SectionIsWrittenAsDescribed) {
     manager.begin_section("Move node");
     manager.add_description("one node");

@@ -3,6 +3,8 @@
 #include "gen_string_message.h"
 
 #include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -12,8 +14,19 @@ class TEXT_FILE {
   public:
     explicit TEXT_FILE(STR const& path) {
         // Cut short at a NUL, the path would name, and empty, some other file.
-        if (path.find('\0') == STR::npos)
-            m_file = std::fopen(path.c_str(), "we");
+        if (path.find('\0') != STR::npos)
+            return;
+        // A FIFO that nobody reads must not hold up the host for ever: like any other file that
+        // cannot be opened it is passed over. One that is read is waited for as usual.
+        constexpr mode_t permissions = 0666;
+        int const descriptor =
+            open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NONBLOCK, permissions);
+        if (descriptor < 0)
+            return;
+        fcntl(descriptor, F_SETFL, 0);
+        m_file = fdopen(descriptor, "w");
+        if (m_file == nullptr)
+            close(descriptor);
     }
     ~TEXT_FILE() {
         if (m_file != nullptr)

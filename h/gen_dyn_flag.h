@@ -58,7 +58,9 @@ class KORVANE_API GEN_DYN_FLAG {
 class KORVANE_API GEN_DYN_FLAG_CLEARER {
   public:
     virtual ~GEN_DYN_FLAG_CLEARER();
-    /// Removes every bit of @p mask from every object that the host has marked.
+    /// Removes every bit of @p mask from every object that the host has marked. May ask the
+    /// manager, which has stored the new flag's name already and still takes the slots of @p mask
+    /// as dirty, but must not create or destroy flags.
     virtual void clear_flags(GEN_DYN_FLAG const& mask) = 0;
 };
 

@@ -11,7 +11,9 @@
 #include <string>
 
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 TEST(DynFlagSelfTest, WithoutManagerReportsAndWritesNothing) {
     ErrorRecorder const recorder;
@@ -69,6 +71,86 @@ TEST(DynFlagSelfTest, UsesTheManagerAlthoughTheFileCannotBeWritten) {
     EXPECT_THAT(recorder.errors(), IsEmpty());
     EXPECT_STREQ(manager.get_flag_name(GEN_DYN_FLAG(0x1F)).c_str(),
                  "(0x1f) f1 | DIRTY | f3 | f4 | f5");
+}
+
+namespace {
+
+/// Names every slot: "n0" and so on, but for the one that is @p special.
+void fill(GEN_DYN_FLAG_MANAGER& manager, unsigned slot = 32, char const* special = "") {
+    for (unsigned i = 0; i < 32; ++i)
+        manager.create_flag(i == slot ? special : ("n" + std::to_string(i)).c_str());
+}
+
+/// What the self-test writes about @p manager.
+std::string transcript_of(GEN_DYN_FLAG_MANAGER& manager) {
+    TempDirectory const directory;
+    ScopedCurrentDirectory const here(directory.path());
+    GEN_DYN_FLAG::test_myself_out(&manager);
+    return read_file(directory / "d:\\fenno\\comp\\mls\\flag_test.tst");
+}
+
+constexpr char const* four_lines_of_none = "(0x0) \n(0x0) \n(0x0) \n(0x0) \n";
+
+} // namespace
+
+TEST(DynFlagSelfTest, FullManagerGivesNoFlags) {
+    ErrorRecorder const recorder;
+    RecordingClearer clearer;
+    GEN_DYN_FLAG_MANAGER manager(&clearer);
+    fill(manager);
+    std::string const full = "used=32 dirty= 0 clean=0\n";
+    EXPECT_EQ(transcript_of(manager), full + four_lines_of_none + full + four_lines_of_none +
+                                          "(0x0) \n(0x0) \n" + full +
+                                          "(0x0) \n"
+                                          "0\n0\n1\n0\n1\n0\n"
+                                          "(0x0) \n"
+                                          "(0x0) \n");
+    EXPECT_THAT(recorder.errors(), ElementsAre(flag_error("too many flags, can't create 'f1'", 355),
+                                               flag_error("too many flags, can't create 'f2'", 355),
+                                               flag_error("too many flags, can't create 'f3'", 355),
+                                               flag_error("too many flags, can't create 'f4'", 355),
+                                               flag_error("too many flags, can't create 'f5'", 355),
+                                               flag_error("couldn't find flag 'f4'", 425)));
+}
+
+TEST(DynFlagSelfTest, FullManagerThatHasF4GivesItAlone) {
+    ErrorRecorder const recorder;
+    RecordingClearer clearer;
+    GEN_DYN_FLAG_MANAGER manager(&clearer);
+    fill(manager, 9, "f4");
+    std::string const full = "used=32 dirty= 0 clean=0\n";
+    EXPECT_EQ(transcript_of(manager), full + "(0x0) \n(0x0) \n(0x0) \n(0x200) f4\n" + full +
+                                          "(0x0) \n(0x0) \n(0x200) f4\n"
+                                          "(0x200) f4\n(0x200) f4\n(0x200) f4\n" +
+                                          full +
+                                          "(0x200) f4\n"
+                                          "0\n1\n1\n0\n1\n1\n"
+                                          "(0x200) f4\n"
+                                          "(0x200) f4\n");
+}
+
+TEST(DynFlagSelfTest, StatisticsTellANamedSlotThatNobodySwept) {
+    ErrorRecorder const recorder;
+    GEN_DYN_FLAG_MANAGER manager(nullptr);
+    fill(manager);
+    manager.destroy_flag(GEN_DYN_FLAG(0x10));
+    manager.create_flag("again");
+    EXPECT_THAT(transcript_of(manager), StartsWith("used=31 dirty= 1 clean=0\n(0x0) \n"));
+}
+
+TEST(DynFlagSelfTest, LastLineIsTheHigherOfTwoNamedF4) {
+    ErrorRecorder const recorder;
+    RecordingClearer clearer;
+    GEN_DYN_FLAG_MANAGER manager(&clearer);
+    fill(manager, 20, "f4");
+    for (unsigned const slot : {1U, 2U, 3U, 4U, 7U})
+        manager.destroy_flag(GEN_DYN_FLAG(1U << slot));
+    EXPECT_EQ(manager.create_flag("sweeps").mask(), 1U << 7);       // the other four are clean now
+    EXPECT_THAT(transcript_of(manager), EndsWith("(0x14) f5 | f4\n" // f4 in slot 4, f5 in f2's
+                                                 "0\n1\n0\n1\n1\n1\n"
+                                                 "(0x14) f5 | f4\n"
+                                                 "(0x100000) f4\n"));
+    EXPECT_THAT(recorder.errors(), IsEmpty());
 }
 
 TEST(DynFlagSelfTest, ReportsWhatAUsedManagerAnswers) {

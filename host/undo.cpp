@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <optional>
 #include <string_view>
@@ -75,22 +76,46 @@ class Script {
     std::vector<Section> m_sections;
 };
 
-/// Lines that the sections have in the file; the manager itself is silent about faults, so this is
-/// how a file that could not be written to its end is told.
-std::size_t line_count(std::vector<Section> const& sections) {
-    std::size_t lines = 0;
-    for (Section const& section : sections) {
-        if (!section.is_recorded())
-            continue;
-        lines += 3 + (section.description.empty() ? 0U : 1U);
-        for (bool const undo : {true, false})
-            if (section.count(undo) != 0)
-                lines += 2 + section.count(undo);
-        for (Entry const& entry : section.entries)
-            lines += entry.comment.empty() ? 0U : 1U;
+/// What a file that was written to its end holds. The manager is silent about faults, so this is
+/// how they are told; what an earlier run left may be of the very same length.
+class ExpectedText {
+  public:
+    explicit ExpectedText(std::vector<Section> const& sections) {
+        for (Section const& section : sections) {
+            if (!section.is_recorded())
+                continue;
+            add_line(section.title);
+            if (!section.description.empty())
+                add_line(section.description);
+            add_commands("\tUndo Commands", section, true);
+            add_commands("\tRedo Commands", section, false);
+            m_text += "\n\n";
+        }
     }
-    return lines;
-}
+
+    std::string const& text() const { return m_text; }
+
+  private:
+    void add_line(std::string_view line) { (m_text += line) += '\n'; }
+
+    void add_commands(std::string_view heading, Section const& section, bool undo) {
+        std::size_t number = 0;
+        for (Entry const& entry : section.entries) {
+            if (entry.undo != undo)
+                continue;
+            if (++number == 1)
+                add_line("\n" + std::string(heading));
+            char prefix[32];
+            std::snprintf(prefix, sizeof prefix, "\t%6zu.\t", number);
+            // A command or comment ends at its first NUL.
+            add_line(prefix + std::string(entry.command.c_str()));
+            if (!entry.comment.empty())
+                add_line("\t\t\t" + std::string(entry.comment.c_str()));
+        }
+    }
+
+    std::string m_text;
+};
 
 // A device may be written without end, and read so too.
 std::optional<std::string> read_regular_file(char const* path) {
@@ -155,9 +180,7 @@ class Undo : public Command {
         path.directory(STR(m_directory));
         path.filename("undo_redo.txt");
         std::optional<std::string> const text = read_regular_file(path.fullpath().c_str());
-        bool const whole =
-            text && line_count(sections) ==
-                        static_cast<std::size_t>(std::count(text->begin(), text->end(), '\n'));
+        bool const whole = text && *text == ExpectedText(sections).text();
         tell(sections, path, whole, answer);
         if (m_print && whole && !text->empty())
             answer.plain("text", std::string_view(*text).substr(0, text->size() - 1));
@@ -202,22 +225,19 @@ void add_undo(Commands& commands) {
     commands.add<Undo>({
         .name = "undo",
         .summary = "Writes a script of sections and commands as an undo/redo command file",
-        .example = "  $ gen_query undo --directory db --print <<END\n"
-                   "  section  Move node\n"
-                   "  describe one node\n"
-                   "  undo     undo_move a\n"
-                   "  comment  restores a\n"
-                   "  redo     redo_move a\n"
-                   "  END\n"
-                   "  file           db/undo_redo.txt\n"
-                   "  written        yes\n"
-                   "  sections       1\n"
-                   "  undo commands  1\n"
-                   "  redo commands  1\n"
-                   "  Move node\n"
-                   "  ...\n"
-                   "\n"
-                   "A comment belongs to the command above it. Empty lines and lines that begin\n"
-                   "with # are passed over. Status 1 tells that the file could not be written.",
+        .example =
+            "  $ printf 'section Move node\\nundo move a\\nredo move b\\n' | "
+            "gen_query undo -d db -p\n"
+            "  file           db/undo_redo.txt\n"
+            "  written        yes\n"
+            "  sections       1\n"
+            "  undo commands  1\n"
+            "  redo commands  1\n"
+            "  Move node\n"
+            "  ...\n"
+            "\n"
+            "Lines: section TITLE, describe TEXT, undo COMMAND, redo COMMAND, comment TEXT.\n"
+            "A comment belongs to the command above it. Empty lines and lines that begin\n"
+            "with # are passed over. Status 1 tells that the file could not be written.",
     });
 }

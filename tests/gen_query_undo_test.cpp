@@ -1,14 +1,20 @@
 #include "gen_query.h"
+#include "in_child.h"
+#include "private_mounts.h"
 #include "temp_directory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 #include <filesystem>
 #include <string>
+#include <sys/stat.h>
 #include <vector>
 
 using testing::HasSubstr;
+using testing::Not;
 
 namespace {
 
@@ -52,6 +58,66 @@ TEST_F(GenQueryUndo, TellsWhenTheFileCannotBeWritten) {
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.output, HasSubstr("written        no\n"));
     EXPECT_EQ(result.errors, "gen_query: 'missing/undo_redo.txt' could not be written\n");
+}
+
+TEST_F(GenQueryUndo, EarlierFileThatCannotBeReplacedIsNotTakenForTheNewOne) {
+    std::string const device = directory.make_directory("device");
+    std::string const told = in_child([&]() -> std::string {
+        if (!enter_private_mounts() || !mount_in_memory(device, "size=64k"))
+            return "no mount";
+        // Of as many lines, and as many bytes.
+        if (run({"undo", "-d", "device"}, "section Old\nundo old\n").status != 0)
+            return "the first file was not written";
+        if (!make_mount_read_only(device))
+            return "cannot make the device read-only";
+        ProgramResult const result =
+            run({"undo", "-d", "device", "--print"}, "section New\nundo new\n");
+        return std::to_string(result.status) + result.errors + result.output;
+    });
+    if (told == "no mount")
+        GTEST_SKIP() << "this system lets nobody mount a read-only device of his own";
+    EXPECT_THAT(told, HasSubstr("1gen_query: 'device/undo_redo.txt' could not be written\n"));
+    EXPECT_THAT(told, HasSubstr("written        no\n"));
+    EXPECT_THAT(told, Not(HasSubstr("Old")));
+}
+
+TEST_F(GenQueryUndo, FileThatAlreadyHoldsTheTextIsNoFault) {
+    std::string const script = "section s\nundo u\n";
+    EXPECT_EQ(run({"undo"}, script).status, 0);
+    EXPECT_EQ(run({"undo"}, script).status, 0);
+}
+
+TEST_F(GenQueryUndo, EveryKindOfEntryIsExpectedAsItIsWritten) {
+    std::string script = "section s\n";
+    for (int i = 0; i < 12; ++i)
+        script += "undo u\ncomment of it\nredo r\n";
+    script += std::string("section a\0b\ndescribe c\0d\nundo e\0f\ncomment g\0h\n", 46);
+    EXPECT_EQ(run({"undo"}, script).status, 0);
+    EXPECT_EQ(run({"undo"}, "section only redo\nredo r\n").status, 0);
+    EXPECT_EQ(run({"undo"}, "").status, 0);
+}
+
+TEST_F(GenQueryUndo, FifoWithoutReaderIsToldAndNotWaitedFor) {
+    ASSERT_EQ(mkfifo((directory / "undo_redo.txt").c_str(), 0600), 0);
+    EXPECT_EQ(run({"undo"}, "section s\nundo u\n").status, 1);
+}
+
+TEST_F(GenQueryUndo, JsonTellsWhatWasWritten) {
+    using Json = nlohmann::json;
+    ProgramResult const result = run({"undo", "--json"}, "section s\nundo u\nundo v\nredo r\n"
+                                                         "section empty\nsection t\nundo w\n");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(Json::parse(result.output, nullptr, /*allow_exceptions=*/false),
+              Json({{"file", "./undo_redo.txt"},
+                    {"written", true},
+                    {"sections", 2},
+                    {"undo_commands", 3},
+                    {"redo_commands", 1},
+                    {"sections_not_recorded", {"empty"}}}));
+    ProgramResult const fault = run({"undo", "--json"}, "undo u\n");
+    EXPECT_EQ(fault.status, 2);
+    EXPECT_EQ(Json::parse(fault.output, nullptr, /*allow_exceptions=*/false),
+              Json({{"problem", "line 1: a section has to come first"}}));
 }
 
 TEST_F(GenQueryUndo, TellsWhenTheDeviceIsFull) {

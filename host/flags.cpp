@@ -49,6 +49,18 @@ struct Reply {
     std::vector<std::string> reports;
 };
 
+/// The manager's counts of its slots.
+struct Statistics {
+    int used = 0;
+    int dirty = 0;
+    int clean = 0;
+
+    std::string sentence() const {
+        return "used " + std::to_string(used) + ", dirty " + std::to_string(dirty) + ", clean " +
+               std::to_string(clean);
+    }
+};
+
 /// A manager, and the steps that a script takes with it.
 class Session {
   public:
@@ -91,13 +103,10 @@ class Session {
         return all;
     }
 
-    std::string statistics() const {
-        int used = 0;
-        int dirty = 0;
-        int clean = 0;
-        m_manager.get_usage_stats(&used, &dirty, &clean);
-        return "used " + std::to_string(used) + ", dirty " + std::to_string(dirty) + ", clean " +
-               std::to_string(clean);
+    Statistics statistics() const {
+        Statistics counts;
+        m_manager.get_usage_stats(&counts.used, &counts.dirty, &counts.clean);
+        return counts;
     }
 
   private:
@@ -109,7 +118,7 @@ class Session {
         if (word == "find")
             return name_of(m_manager.get_named_flag(argument.c_str()));
         if (word == "stats" && argument.empty())
-            return statistics();
+            return statistics().sentence();
         if (word == "slots" && argument.empty())
             return picture();
         if (std::optional<unsigned> const mask = mask_of(argument); word == "name" && mask)
@@ -125,7 +134,7 @@ class Session {
 
     /// By a mask where the argument is one and nobody's name, else by name.
     std::string destroy(std::string const& argument) {
-        std::optional<unsigned> const mask = mask_of(argument);
+        std::optional<unsigned> const mask = is_name(argument) ? std::nullopt : mask_of(argument);
         GEN_DYN_FLAG const flag =
             mask ? GEN_DYN_FLAG(*mask) : m_manager.get_named_flag(argument.c_str());
         bool const is_named =
@@ -134,6 +143,14 @@ class Session {
         if (is_named)
             m_named &= ~flag;
         return name_of(flag);
+    }
+
+    /// Whether a flag has that name, without the manager's report if none has.
+    bool is_name(std::string const& text) const {
+        for (unsigned i = 0; i < slots; ++i)
+            if (state_of(i) == '#' && entry_of(i) == text)
+                return true;
+        return false;
     }
 
     std::string name_of(GEN_DYN_FLAG flag) const { return m_manager.get_flag_name(flag).c_str(); }
@@ -250,7 +267,11 @@ class Flags : public Command {
         else
             answer.table("steps", std::move(m_steps));
         answer.plain("picture", "[" + session.picture() + "]  # named  x dirty  . clean");
-        answer.plain("statistics", session.statistics());
+        Statistics const counts = session.statistics();
+        answer.view(counts.sentence());
+        answer.detail(
+            "statistics",
+            Value::Record{{"used", counts.used}, {"dirty", counts.dirty}, {"clean", counts.clean}});
         answer.detail("slots", session.slot_records());
     }
 

@@ -93,63 +93,84 @@ Range range_of(std::vector<double> const& items, std::optional<double> low,
     return range;
 }
 
-std::string short_number(double number) {
+std::string short_number(double number, int digits) {
     char text[32];
-    std::snprintf(text, sizeof text, "%.6g", number);
+    std::snprintf(text, sizeof text, "%.*g", digits, number);
     return text;
+}
+
+/// Least digits, no fewer than the usual six, with which no bin's edges look alike.
+int digits_for(GEN_BINDATA const& histogram) {
+    constexpr int usual = 6;
+    constexpr int all = std::numeric_limits<double>::max_digits10;
+    auto const tells_edges_apart = [&histogram](int digits) {
+        for (unsigned i = 0; i < histogram.num_bins(); ++i)
+            if (short_number(histogram.lowbound(i), digits) ==
+                short_number(histogram.highbound(i), digits))
+                return false;
+        return true;
+    };
+    int digits = usual;
+    while (digits < all && !tells_edges_apart(digits))
+        ++digits;
+    return digits;
 }
 
 double percent_of(unsigned count, unsigned total) {
     return total == 0 ? 0 : 100.0 * count / total;
 }
 
-/// One line a bin, bars as long as the terminal allows.
+/// One line a bin, bars as long as the terminal allows. A narrow one sees no bars, a very narrow
+/// one no shares either.
 class Picture {
   public:
-    Picture(GEN_BINDATA const& histogram, std::size_t columns) : m_histogram(histogram) {
+    Picture(GEN_BINDATA const& histogram, std::size_t columns)
+        : m_histogram(histogram), m_digits(digits_for(histogram)) {
         for (unsigned i = 0; i < histogram.num_bins(); ++i) {
             m_label_width = std::max(m_label_width, label(i).size());
             m_largest = std::max(m_largest, histogram.item_count(i));
         }
         m_count_width = std::to_string(m_largest).size();
-        std::size_t const used = m_label_width + m_count_width + 2 + 8 + 2;
-        m_bar_width = std::max<std::size_t>(columns > used ? columns - used : 0, 10);
-    }
-
-    Value::List lines() const {
-        Value::List all;
-        for (unsigned i = 0; i < m_histogram.num_bins(); ++i)
-            all.emplace_back(line(i));
-        return all;
-    }
-
-  private:
-    std::string label(unsigned i) const {
-        bool const last = i + 1 == m_histogram.num_bins();
-        return "[" + short_number(m_histogram.lowbound(i)) + ", " +
-               short_number(m_histogram.highbound(i)) + (last ? "]" : ")");
+        std::size_t const counts = m_label_width + gap + m_count_width;
+        std::size_t const shares = counts + share_width;
+        m_has_shares = columns >= shares;
+        m_bar_width = columns > shares + gap ? columns - shares - gap : 0;
     }
 
     std::string line(unsigned i) const {
         unsigned const count = m_histogram.item_count(i);
         std::string text = label(i);
-        text.resize(m_label_width, ' ');
+        text.resize(m_label_width + gap, ' ');
         std::string const digits = std::to_string(count);
-        text += "  " + std::string(m_count_width - digits.size(), ' ') + digits;
-        char percent[16];
-        std::snprintf(percent, sizeof percent, "  %5.1f%%", percent_of(count, m_histogram.size()));
-        text += percent;
-        if (count == 0)
+        text += std::string(m_count_width - digits.size(), ' ') + digits;
+        if (m_has_shares) {
+            char share[16];
+            std::snprintf(share, sizeof share, "  %5.1f%%", percent_of(count, m_histogram.size()));
+            text += share;
+        }
+        if (count == 0 || m_bar_width == 0)
             return text;
         auto const length = static_cast<std::size_t>(
             std::lround(static_cast<double>(m_bar_width) * count / m_largest));
-        return text + "  " + std::string(std::max<std::size_t>(length, 1), '#');
+        return text + std::string(gap, ' ') + std::string(std::max<std::size_t>(length, 1), '#');
+    }
+
+  private:
+    static constexpr std::size_t gap = 2;
+    static constexpr std::size_t share_width = 8; ///< its gap included
+
+    std::string label(unsigned i) const {
+        bool const last = i + 1 == m_histogram.num_bins();
+        return "[" + short_number(m_histogram.lowbound(i), m_digits) + ", " +
+               short_number(m_histogram.highbound(i), m_digits) + (last ? "]" : ")");
     }
 
     GEN_BINDATA const& m_histogram;
+    int m_digits;
     std::size_t m_label_width = 0;
     std::size_t m_count_width = 1;
     std::size_t m_bar_width = 0;
+    bool m_has_shares = false;
     unsigned m_largest = 1;
 };
 
@@ -167,6 +188,10 @@ class Histogram : public Command {
     }
 
     Status run(Answer& answer) override {
+        if (m_low && !std::isfinite(*m_low))
+            return refuse("--low is not a finite number", answer);
+        if (m_high && !std::isfinite(*m_high))
+            return refuse("--high is not a finite number", answer);
         if (m_low && m_high && !(*m_low < *m_high))
             return refuse("--low has to be below --high", answer);
         std::string const problem = m_low && m_high ? count_directly() : collect_and_count();
@@ -244,7 +269,9 @@ class Histogram : public Command {
     }
 
     void describe(Answer& answer) const {
-        answer.plain("picture", Picture(*m_histogram, terminal_columns()).lines());
+        Picture const picture(*m_histogram, terminal_columns());
+        for (unsigned i = 0; i < m_histogram->num_bins(); ++i)
+            answer.view(picture.line(i));
         answer.field("items", m_histogram->size());
         answer.detail("low", m_range.low);
         answer.detail("high", m_range.high);
@@ -287,13 +314,16 @@ void add_histogram(Commands& commands) {
         .name = "histogram",
         .summary = "Counts numbers into bins of equal width and draws them",
         .example =
-            "  $ seq 1 100 | gen_query histogram --bins 4\n"
-            "  [1, 25.75)     25   25.0%  ##################################\n"
-            "  [25.75, 50.5)  25   25.0%  ##################################\n"
-            "  ...\n"
+            "  $ seq 1 100 | COLUMNS=40 gen_query histogram --bins 4\n"
+            "  [1, 25.75)     25   25.0%  #############\n"
+            "  [25.75, 50.5)  25   25.0%  #############\n"
+            "  [50.5, 75.25)  25   25.0%  #############\n"
+            "  [75.25, 100]   25   25.0%  #############\n"
+            "  items  100\n"
             "\n"
             "A bin holds its lower edge and not its upper one, the last bin both. With both\n"
             "--low and --high input of any length is counted in constant memory. Numbers\n"
-            "outside are told of and not counted. Status 1 tells that none was counted.",
+            "outside are told of and not counted. Bars fit the terminal, or COLUMNS.\n"
+            "Status 1 tells that none was counted.",
     });
 }

@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <string>
 #include <vector>
@@ -108,6 +110,60 @@ TEST(GenQueryHistogram, NothingToCountIsStatusOne) {
     EXPECT_EQ(run({"-l", "0", "-u", "1"}, "5").status, 1);
 }
 
+TEST(GenQueryHistogram, EdgesOfANarrowRangeAreToldApart) {
+    struct Row {
+        std::vector<std::string> options;
+        char const* first;
+        char const* second;
+    };
+    Row const rows[] = {
+        {{"-l", "1234567.1", "-u", "1234567.9", "-b", "4"},
+         "[1234567.1, 1234567.3)",
+         "[1234567.3, 1234567.5)"},
+        {{"-l", "0", "-u", "1", "-b", "3"}, "[0, 0.333333)", "[0.333333, 0.666667)"},
+        {{"-l", "1", "-u", "1.0000000000000004", "-b", "2"},
+         "[1, 1.0000000000000002)",
+         "[1.0000000000000002, 1.0000000000000004]"},
+        // Bins narrower than a double can tell: as many digits as there are.
+        {{"-l", "1", "-u", "1.0000000000000002", "-b", "4"}, "[1, 1)", "[1, 1)"},
+    };
+    for (Row const& row : rows) {
+        std::string const output = run(row.options, row.options[1]).output;
+        EXPECT_THAT(output, StartsWith(row.first));
+        EXPECT_THAT(output, HasSubstr(std::string("\n") + row.second));
+    }
+}
+
+TEST(GenQueryHistogram, BoundsHaveToBeFiniteNumbers) {
+    for (char const* const bound : {"nan", "inf", "-inf"}) {
+        ProgramResult const low = run({"--low", bound}, "1");
+        EXPECT_EQ(low.status, 2);
+        EXPECT_EQ(low.errors, "gen_query: --low is not a finite number\n");
+        ProgramResult const high = run({"--high", bound}, "1");
+        EXPECT_EQ(high.status, 2);
+        EXPECT_EQ(high.errors, "gen_query: --high is not a finite number\n");
+    }
+    EXPECT_EQ(run({"--low", "-1e308", "--high", "1e308"}, "1").errors,
+              "gen_query: the range is wider than a number can tell\n");
+}
+
+TEST(GenQueryHistogram, JsonTellsBinsAndWhatIsInNone) {
+    using Json = nlohmann::json;
+    ProgramResult const result =
+        run({"--json", "-l", "0", "-u", "10", "-b", "4"}, "0 1 3 3 10 -1 11 12 nan nan nan");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(Json::parse(result.output, nullptr, /*allow_exceptions=*/false),
+              Json({{"items", 5},
+                    {"low", 0.0},
+                    {"high", 10.0},
+                    {"bins",
+                     {{{"low", 0.0}, {"high", 2.5}, {"count", 2}, {"percent", 40.0}},
+                      {{"low", 2.5}, {"high", 5.0}, {"count", 2}, {"percent", 40.0}},
+                      {{"low", 5.0}, {"high", 7.5}, {"count", 0}, {"percent", 0.0}},
+                      {{"low", 7.5}, {"high", 10.0}, {"count", 1}, {"percent", 20.0}}}},
+                    {"not_counted", {{"below", 1}, {"above", 2}, {"not_a_number", 3}}}}));
+}
+
 TEST(GenQueryHistogram, BarsFitTheTerminal) {
     TempDirectory const directory;
     std::string const file = directory.write("numbers", "1 2 3 4 5 5 5 5 5");
@@ -118,12 +174,54 @@ TEST(GenQueryHistogram, BarsFitTheTerminal) {
     }
 }
 
+TEST(GenQueryHistogram, NarrowTerminalsSeeNoBarsAndThenNoShares) {
+    TempDirectory const directory;
+    std::string const file = directory.write("numbers", "1e-100 2e-100 3e-100 3e-100");
+    struct Row {
+        unsigned columns;
+        char const* line; ///< the second of two bins
+    };
+    Row const rows[] = {
+        {36, "\r\n[2e-100, 3e-100]  3   75.0%  #######\r\n"},
+        {30, "\r\n[2e-100, 3e-100]  3   75.0%  #\r\n"},
+        {29, "\r\n[2e-100, 3e-100]  3   75.0%\r\n"},
+        {27, "\r\n[2e-100, 3e-100]  3   75.0%\r\n"},
+        {26, "\r\n[2e-100, 3e-100]  3\r\n"},
+        {10, "\r\n[2e-100, 3e-100]  3\r\n"},
+    };
+    for (Row const& row : rows) {
+        auto const [status, seen] = run_at_terminal(
+            {TEST_BINARY_DIR "/gen_query", "histogram", "--bins", "2", file}, "", row.columns);
+        EXPECT_EQ(status, 0);
+        EXPECT_THAT(seen, HasSubstr(row.line)) << row.columns;
+    }
+}
+
+TEST(GenQueryHistogram, ColumnsTellsTheWidthWhereThereIsNoTerminal) {
+    struct Row {
+        char const* columns;
+        std::size_t width;
+    };
+    Row const rows[] = {{"40", 40}, {"200", 200}, {"", 80}, {"0", 80}, {"-5", 80}, {"wide", 80}};
+    for (Row const& row : rows) {
+        ProgramStart start;
+        start.input = "1 2 3 4 5 5 5 5 5";
+        start.set = {{"COLUMNS", row.columns}};
+        EXPECT_EQ(width_of(run_gen_query({"histogram"}, start).output), row.width) << row.columns;
+    }
+}
+
 TEST(GenQueryHistogram, LongInputShowsProgressAtATerminal) {
     std::string numbers;
     for (int i = 0; i < 1100000; ++i)
         numbers += "1 ";
     TempDirectory const directory;
     std::string const file = directory.write("numbers", numbers);
-    EXPECT_THAT(see(file, 80), HasSubstr("\r1.0 million numbers"));
+    std::string const command = TEST_BINARY_DIR "/gen_query histogram " + file;
+    std::string const shown = "\r1.0 million numbers";
+    EXPECT_THAT(run_at_terminal({"/bin/sh", "-c", command + " >/dev/null"}, "").seen,
+                HasSubstr(shown));
+    EXPECT_THAT(run_at_terminal({"/bin/sh", "-c", command + " 2>/dev/null"}, "").seen,
+                Not(HasSubstr(shown)));
     EXPECT_EQ(run({file}, "").errors, "");
 }

@@ -80,16 +80,31 @@ std::string typed_insert(RandomMessages& random, unsigned number) {
 
 } // namespace
 
+namespace {
+
+// The twelve arguments of typed_insert.
+class TypedArguments {
+  public:
+    TypedArguments() {
+        for (int i = 0; i < 3; ++i) {
+            m_list.add("a text");
+            m_list.add(100 * i - 7);
+            m_list.add(-1234567890123LL * i);
+            m_list.add(3.14159 * i);
+        }
+    }
+    char* args() { return m_list.args(); }
+
+  private:
+    STL_ARG_LIST m_list;
+};
+
+} // namespace
+
 TEST(FormatMessageRandom, WellFormedAsPlainly) {
     RandomMessages random(1);
-    STL_ARG_LIST list;
-    for (int i = 0; i < 3; ++i) {
-        list.add("a text");
-        list.add(100 * i - 7);
-        list.add(-1234567890123LL * i);
-        list.add(3.14159 * i);
-    }
-    char* const args = list.args();
+    TypedArguments arguments;
+    char* const args = arguments.args();
     for (std::size_t round = effort(60'000); round != 0; --round) {
         std::string format;
         for (unsigned left = random.below(8); left != 0; --left)
@@ -97,6 +112,23 @@ TEST(FormatMessageRandom, WellFormedAsPlainly) {
         // What no insert names is stepped over as a word, which these need not be: name them all.
         for (unsigned number = 1; number <= 12; ++number)
             format += typed_insert(random, number);
+        ASSERT_EQ(expanded(format.c_str(), args), plainly_expanded(format.c_str(), args)) << format;
+    }
+}
+
+TEST(FormatMessageRandom, OneConversionForEveryNumberAsPlainly) {
+    RandomMessages random(4);
+    TypedArguments arguments;
+    char* const args = arguments.args();
+    for (std::size_t round = effort(60'000); round != 0; --round) {
+        std::string inserts[12];
+        for (unsigned number = 1; number <= 12; ++number)
+            inserts[number - 1] = typed_insert(random, number);
+        std::string format;
+        for (unsigned left = random.below(random.one_in(1000) ? 600 : 20); left != 0; --left)
+            format += random.filling() + inserts[random.below(12)];
+        for (std::string const& insert : inserts)
+            format += insert;
         ASSERT_EQ(expanded(format.c_str(), args), plainly_expanded(format.c_str(), args)) << format;
     }
 }

@@ -2,6 +2,7 @@
 
 #include "err.h"
 #include "gen_string_message_expander.h"
+#include "gen_string_message_simple.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -81,7 +82,7 @@ int gen_vsprintf(STR* out, char const* format, char* args) {
 }
 
 unsigned gen_formatmessage(STR& out, char const* format, char* args) {
-    if (format != nullptr)
+    if (format != nullptr && !SIMPLE_MESSAGE(format, args).expand(out))
         MESSAGE_EXPANDER(out, format, args).expand();
     return static_cast<unsigned>(out.size());
 }

@@ -1,18 +1,14 @@
 #include "gen_string_message_expander.h"
 
+#include "gen_string_message_format.h"
+
 #include <algorithm>
 #include <cstring>
 
 namespace {
 
-bool is_digit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-// Characters that stand for themselves.
 char const* end_of_run(char const* at) {
-    while (static_cast<unsigned char>(*at) > '%' ||
-           (*at != '%' && *at != '\r' && *at != '\n' && *at != '\0'))
+    while (is_message_plain(*at))
         ++at;
     return at;
 }
@@ -25,7 +21,7 @@ std::size_t MESSAGE_INSERTS::scan(char const* format) {
     char const* at;
     while (*(at = strchrnul(format, '%')) != '\0') {
         format = at + 1;
-        if (!is_digit(*format)) {
+        if (!is_message_digit(*format)) {
             if (at >= literal)
                 literal = at + 2;
             continue;
@@ -63,9 +59,7 @@ void MESSAGE_INSERTS::put_conversion(char const*& at) {
 }
 
 MESSAGE_INSERTS::RECORDED MESSAGE_INSERTS::record(char const*& at) {
-    auto number = static_cast<unsigned>(*at++ - '0');
-    if (is_digit(*at))
-        number = 10 * number + static_cast<unsigned>(*at++ - '0');
+    unsigned const number = read_message_number(at);
     bool const was_used = is_used(number);
     unsigned const begin = m_end;
     unsigned const old_begin = was_used ? m_begin[number] : begin;
@@ -97,7 +91,7 @@ void MESSAGE_EXPANDER::expand() {
         if (at[0] == '\0' || at[1] == '\0' || at[1] == '0')
             return;
         ++at;
-        if (is_digit(*at))
+        if (is_message_digit(*at))
             insert(at);
         else
             m_out += *at++;

@@ -2,8 +2,8 @@
 
 /// The clock, and times as text. Instants are seconds since 1970 began in UTC; texts are in local
 /// time, as the environment variable "TZ" says at the moment of the call, and while it is unset the
-/// site's zone file, a change of which may pass unseen within the second. An instant whose year does
-/// not fit an int has no date and no time of day: an empty text.
+/// site's zone file, a change of which may pass unseen within the second. An instant whose year
+/// does not fit an int has no date and no time of day: an empty text.
 ///
 /// The texts of local time share the last conversion and the C library's zone: they are for one
 /// thread at a time.

@@ -153,6 +153,21 @@ TEST_F(GenProject, DirectoryWithBlanksAndQuotesInItsNameIsFound) {
     }
 }
 
+TEST_F(GenProject, DirectoryThatIsNotThereYetMayHaveBlanksAndQuotesInItsName) {
+    ScopedCurrentDirectory const here(m_directory.path());
+    for (std::string const name : {" w", "w ", "\tw", "\"w\"", "w\"x;y", "\"w;x"}) {
+        SCOPED_TRACE(name);
+        gen_set_project_dir_path(library_string(name));
+        gen_set_db_dir_path(library_string(name));
+        write("w/neighbour.v");
+        EXPECT_EQ(found_file("neighbour.v"), "");
+        EXPECT_THAT(directories(gen_project_directory_fio_find), ElementsAre(name + "/"));
+        EXPECT_THAT(directories(gen_project_parablocks_fio_find),
+                    ElementsAre(name + "/parablocks/"));
+        EXPECT_THAT(directories(gen_project_db_directory_fio_find), ElementsAre(name));
+    }
+}
+
 // The database
 
 TEST_F(GenProject, DatabaseDirectoryIsTakenAsGiven) {

@@ -21,10 +21,14 @@ FIO_PATH* db_dir_full_name = nullptr;
 
 namespace {
 
-/// A path list of this one directory. A directory that is not there yet needs its quotes, or a ";"
-/// in its name would part it in two.
+/// A path list of this one directory. A directory that is not there yet needs quotes where its name
+/// would be taken apart otherwise: a ";" parts it in two, blanks and a quote at its ends are lost.
 STR path_list_of(STR const& directory) {
-    bool const needs_quotes = directory.find(';') != STR::npos && directory.find('"') == STR::npos;
+    if (directory.empty())
+        return directory;
+    auto const lost_at_an_end = [](char c) { return c == ' ' || c == '\t' || c == '"'; };
+    bool const needs_quotes = directory.find(';') != STR::npos ||
+                              lost_at_an_end(directory.front()) || lost_at_an_end(directory.back());
     return needs_quotes ? '"' + directory + '"' : directory;
 }
 

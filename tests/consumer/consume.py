@@ -56,9 +56,9 @@ def main(build, readme, compiler, flags):
         (scratch / "project" / "adder.v").touch()
         for way in (with_cmake, with_pkg_config):
             program = way(tree, scratch, scratch / way.__name__, compiler, flags)
-            output = run(program, scratch / "project")
-            if output != f"adder.v is {scratch}/project/adder.v\n":
-                sys.exit(f"{way.__name__}: {output}")
+            for output in (run(program, scratch / "project"), run(program, cwd=scratch / "project")):
+                if output != f"adder.v is {scratch}/project/adder.v\n":
+                    sys.exit(f"{way.__name__}: {output}")
         answer = run(tree / "bin" / "gen_query", "where")
         if f"{tree}/bin/gen_query" not in answer:
             sys.exit(f"gen_query of the moved tree: {answer}")

@@ -20,24 +20,26 @@ class Include : public Command {
 
     Status run(Answer& answer) override {
         m_project.apply();
-        LookupWatch watch(m_view.manner(), "beside the including file");
         bool all_found = true;
         Value::List files;
         Value::List paths;
         for (std::string const& name : m_names) {
-            STR path;
-            STR beside_alias;
-            gen_find_include_file(name.c_str(), text_or_null(m_from), text_or_null(m_alias), &path,
-                                  &beside_alias);
+            Found found;
+            if (m_view.all()) // watched below, with each hit denied, it comes back with nothing
+                found = look_up(name);
+            LookupWatch watch(m_view.manner(), "beside the including file");
+            Found const watched = look_up(name);
+            if (!m_view.all())
+                found = watched;
             std::vector<Asked> const asked = watch.take();
             m_view.show(answer, name, m_names.size() > 1, asked);
             std::vector<Asked> const hits = LookupView::hits(asked);
-            files.emplace_back(told(name, beside_alias, asked, hits));
+            files.emplace_back(told(name, found.beside_alias, asked, hits));
             if (hits.empty()) {
                 answer.remark("'" + name + "' is not found");
                 all_found = false;
             } else if (!m_view.all()) {
-                paths.emplace_back(path);
+                paths.emplace_back(found.path);
             }
         }
         answer.detail("files", std::move(files));
@@ -47,6 +49,18 @@ class Include : public Command {
     }
 
   private:
+    struct Found {
+        STR path;
+        STR beside_alias;
+    };
+
+    Found look_up(std::string const& name) const {
+        Found found;
+        gen_find_include_file(name.c_str(), text_or_null(m_from), text_or_null(m_alias),
+                              &found.path, &found.beside_alias);
+        return found;
+    }
+
     static char const* text_or_null(std::optional<std::string> const& text) {
         return text ? text->c_str() : nullptr;
     }

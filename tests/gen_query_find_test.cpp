@@ -212,6 +212,10 @@ TEST_F(GenQueryFind, IncludeBesideTheFileIsToldBesideItsAliasToo) {
     EXPECT_EQ(file["path"], "inc/segments.vh");
     EXPECT_EQ(file["beside_alias"], "/copy/inc/segments.vh");
     EXPECT_EQ(file["group"], "beside the including file");
+    auto const all = json({"include", "segments.vh", "--from", "inc/display.vh", "--alias",
+                           "/copy/inc/display.vh", "--all"})["files"][0];
+    EXPECT_EQ(all["path"], "inc/segments.vh");
+    EXPECT_EQ(all["beside_alias"], "/copy/inc/segments.vh");
 }
 
 TEST_F(GenQueryFind, IncludeThatIsNotThereIsStatusOne) {

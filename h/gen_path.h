@@ -2,6 +2,7 @@
 
 /// Every question about where a file is.
 
+#include "gen_path_cache.h"
 #include "gen_path_find.h"
 #include "gen_path_install.h"
 #include "gen_path_library.h"

@@ -1,6 +1,7 @@
 // Lookups on bad ground: what cannot be read, leads nowhere, is too long, or is gone by now. Found
 // or not found, and nothing else.
 
+#include "gen_path_cache.h"
 #include "gen_path_find.h"
 #include "gen_path_source.h"
 

@@ -2,7 +2,7 @@
 // one source so that the order is the one written here: the owner outlives the texts that are
 // charged to it, and the path state goes before the texts.
 
-#include "gen_path_find.h"
+#include "gen_path_cache.h"
 #include "gen_path_library.h"
 #include "gen_path_project.h"
 #include "mem.h"

@@ -1,0 +1,204 @@
+#include "gen_path_cache.h"
+
+#include "gen_path_fixture.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <random>
+#include <string>
+
+using testing::IsEmpty;
+
+namespace {
+
+class GenFindFileCache : public GenPathTest {
+  protected:
+    void SetUp() override {
+        gen_set_project_dir_path(text_at("project"));
+        gen_set_user_library_paths(text_at("user"));
+    }
+
+    static std::string found_cached(std::string const& name) {
+        return found(gen_find_file_cache_assisted(library_string(name)));
+    }
+};
+
+} // namespace
+
+TEST_F(GenFindFileCache, AnswersAsTheFirstLookupDid) {
+    EXPECT_EQ(gen_find_file_cache, nullptr);
+    std::string const path = write("user/top.v");
+    EXPECT_EQ(found_cached("top.v"), path);
+    ASSERT_NE(gen_find_file_cache, nullptr);
+    write("project/top.v");
+    EXPECT_EQ(found_cached("top.v"), path);
+    std::filesystem::remove(path);
+    EXPECT_EQ(found_cached("top.v"), path);
+    EXPECT_EQ(found_file("top.v"), at("project/top.v"));
+}
+
+TEST_F(GenFindFileCache, KeepsNegativeAnswers) {
+    EXPECT_EQ(found_cached("top.v"), "");
+    std::string const path = write("project/top.v");
+    EXPECT_EQ(found_cached("top.v"), "");
+    gen_destroy_find_file_cache();
+    EXPECT_EQ(gen_find_file_cache, nullptr);
+    EXPECT_EQ(found_cached("top.v"), path);
+}
+
+TEST_F(GenFindFileCache, IsInvalidatedByNothing) {
+    std::string const path = write("project/top.v");
+    EXPECT_EQ(found_cached("top.v"), path);
+    gen_set_project_dir_path(text_at("other"));
+    gen_set_db_dir_path(text_at("other/db"));
+    gen_set_project_library_paths("");
+    gen_set_user_library_paths("");
+    gen_clear_all_library_paths();
+    EXPECT_EQ(found_cached("top.v"), path);
+}
+
+TEST_F(GenFindFileCache, KeysAreTheNamesAsGiven) {
+    std::string const path = write("project/A.v");
+    EXPECT_EQ(found_cached("a.v"), "");
+    EXPECT_EQ(found_cached("A.v"), path);
+    EXPECT_EQ(found_cached("./A.v"), at("project/./A.v"));
+    EXPECT_EQ(found_cached(""), "");
+    EXPECT_EQ(gen_find_file_cache->size(), 4U);
+    // A key ends at its terminator.
+    EXPECT_EQ(found(gen_find_file_cache_assisted(STR("A.v\0b", 5))), path);
+    EXPECT_EQ(gen_find_file_cache->size(), 4U);
+}
+
+TEST_F(GenFindFileCache, IsMadeAndFreedOnRequest) {
+    std::size_t const before = MEM_MANAGER::s_system_memory_counter.current();
+    gen_destroy_find_file_cache();
+    gen_create_find_file_cache();
+    ASSERT_NE(gen_find_file_cache, nullptr);
+    EXPECT_THAT(*gen_find_file_cache, IsEmpty());
+    gen_find_file_cache->insert("a rather long name, kept on the heap", FIO_PATH("/x"));
+    gen_create_find_file_cache();
+    EXPECT_THAT(*gen_find_file_cache, IsEmpty());
+    gen_destroy_find_file_cache();
+    EXPECT_EQ(gen_find_file_cache, nullptr);
+    EXPECT_EQ(MEM_MANAGER::s_system_memory_counter.current(), before);
+}
+
+namespace {
+
+/// The hash as it is defined: h = h * 17 + c in 32 bits, each byte a signed number.
+std::uint32_t plain_hash(char const* text) {
+    std::uint32_t h = 0;
+    for (; *text != '\0'; ++text)
+        h = h * 17 + static_cast<std::uint32_t>(static_cast<signed char>(*text));
+    return h;
+}
+
+std::size_t hash(STR const& key) {
+    return STL_CASE_SENSITIVE_HASH_COMPARE()(key);
+}
+
+bool equal(STR const& a, STR const& b) {
+    return STL_CASE_SENSITIVE_HASH_COMPARE()(a, b);
+}
+
+} // namespace
+
+TEST(FindFileCacheKey, HashHasKnownValues) {
+    struct {
+        char const* key;
+        std::uint32_t hash;
+    } const rows[] = {
+        {"", 0},
+        {"a", 97},
+        {"ab", 97 * 17 + 98},
+        {"abc", (97 * 17 + 98) * 17 + 99},
+        {"\xff", 0xffffffff},
+        {"\x80", 0xffffff80},
+        {"\x80\xff", 0U - 128 * 17 - 1},
+        {"a\xe4", 97 * 17 - 28},
+    };
+    for (auto const& row : rows)
+        EXPECT_EQ(hash(row.key), row.hash) << row.key;
+}
+
+TEST(FindFileCacheKey, HashIsThePlainOneForRandomBytes) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 20'000; ++round) {
+        STR key(random() % 70, '\0');
+        for (char& c : key)
+            c = static_cast<char>(random() % 255 + 1);
+        if (round % 2 == 0 && !key.empty())
+            key[random() % key.size()] = '\0';
+        ASSERT_EQ(hash(key), plain_hash(key.c_str()));
+    }
+}
+
+TEST(FindFileCacheKey, EndsAtItsTerminator) {
+    STR const longer("top.v\0x", 7);
+    EXPECT_EQ(hash(longer), hash("top.v"));
+    EXPECT_TRUE(equal(longer, "top.v"));
+    EXPECT_TRUE(equal("", STR(1, '\0')));
+}
+
+TEST(FindFileCacheKey, LetterCaseMakesAnotherKey) {
+    EXPECT_FALSE(equal("A.v", "a.v"));
+    EXPECT_FALSE(equal("a.v", "a.vh"));
+    EXPECT_TRUE(equal("a.v", "a.v"));
+}
+
+TEST(FindFileCacheMap, KnowsNothingAtFirst) {
+    GEN_FIND_FILE_CACHE const cache;
+    EXPECT_TRUE(cache.empty());
+    EXPECT_EQ(cache.find("top.v"), nullptr);
+    EXPECT_EQ(cache.find(""), nullptr);
+}
+
+TEST(FindFileCacheMap, TheFirstAnswerStays) {
+    GEN_FIND_FILE_CACHE cache;
+    cache.insert("top.v", FIO_PATH("/a/top.v"));
+    cache.insert("top.v", FIO_PATH("/b/top.v"));
+    ASSERT_EQ(cache.size(), 1U);
+    EXPECT_EQ(cache.find("top.v")->fullpath(), "/a/top.v");
+}
+
+TEST(FindFileCacheMap, NamesOfOneHashAreToldApart) {
+    // 'b' is one less in front and 17 more behind.
+    char const* const names[] = {"bA", "aR", "cA", "bR", "aA"};
+    ASSERT_EQ(hash("bA"), hash("aR"));
+    ASSERT_EQ(hash("cA"), hash("bR"));
+    GEN_FIND_FILE_CACHE cache;
+    for (char const* name : names)
+        cache.insert(name, FIO_PATH(STR("/") + name));
+    EXPECT_EQ(cache.size(), std::size(names));
+    for (char const* name : names)
+        EXPECT_EQ(cache.find(name)->fullpath(), STR("/") + name);
+    EXPECT_EQ(cache.find("bb"), nullptr);
+}
+
+TEST(FindFileCacheMap, AgreesWithAStandardMap) {
+    std::mt19937 random(11);
+    GEN_FIND_FILE_CACHE cache;
+    std::map<std::string, std::string> plain;
+    for (int round = 0; round < 20'000; ++round) {
+        // Short names of three letters come again and again, long ones of numbers hardly ever.
+        std::string name(random() % 8, ' ');
+        for (char& c : name)
+            c = "abc"[random() % 3];
+        if (random() % 2 == 0)
+            name += std::to_string(random());
+        FIO_PATH const* const known = cache.find(library_string(name));
+        auto const expected = plain.find(name);
+        ASSERT_EQ(known != nullptr, expected != plain.end()) << name;
+        if (known != nullptr) {
+            ASSERT_EQ(found(*known), expected->second) << name;
+        }
+        std::string const path = random() % 4 == 0 ? "" : "/p/" + std::to_string(round);
+        cache.insert(library_string(name), FIO_PATH(library_string(path)));
+        plain.emplace(name, path);
+        ASSERT_EQ(cache.size(), plain.size());
+    }
+    for (auto const& [name, path] : plain)
+        ASSERT_EQ(found(*cache.find(library_string(name))), path);
+}

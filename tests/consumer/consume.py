@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Installs a build, moves the tree, and builds the program that README shows against it, by each way
-that README promises.
+"""Installs a build, moves the tree, and builds the hosts of examples/ against it. README has to show the first
+of them, the CMake project and the command as they are.
 
-    consume.py BUILD README COMPILER [FLAG...]
+    consume.py BUILD README EXAMPLES COMPILER [FLAG...]
 """
 
 import os
@@ -11,6 +11,8 @@ import re
 import subprocess
 import sys
 import tempfile
+
+HOSTS = pathlib.Path(__file__).with_name("hosts.sh")
 
 
 def run(*command, **more):
@@ -22,47 +24,35 @@ def run(*command, **more):
 
 
 def shown_in(readme, language):
-    return re.search(rf"^```{language}\n(.*?)^```$", readme.read_text(), re.M | re.S)[1]
+    return re.search(rf"^```{language}\n(.*?)^```$", readme, re.M | re.S)[1]
 
 
-def with_cmake(tree, source, build, compiler, flags):
-    run("cmake", "-G", "Ninja", "-S", source, "-B", build, f"-DCMAKE_PREFIX_PATH={tree}",
-        f"-DCMAKE_CXX_COMPILER={compiler}", f"-DCMAKE_CXX_FLAGS={' '.join(flags)}")
-    run("cmake", "--build", build)
-    return build / "adder"
+def check_readme(readme, examples):
+    """README shows what is built here."""
+    for language, path in (("cpp", "find_file/main.cpp"), ("cmake", "cmake_host/CMakeLists.txt")):
+        if shown_in(readme, language) != (examples / path).read_text(encoding="utf-8"):
+            sys.exit(f"README shows another {path}")
+    command = re.search(r"^g\+\+ -m32 (.*)$", readme, re.M)[1]
+    if f"$CXX $CXXFLAGS {command}\n" not in HOSTS.read_text(encoding="utf-8"):
+        sys.exit(f"{HOSTS.name} does not run what README shows: {command}")
 
 
-def with_pkg_config(tree, source, build, compiler, flags):
-    directory = next(tree.rglob("korvane_gen.pc")).parent
-    environment = {**os.environ, "PKG_CONFIG_PATH": str(directory)}
-
-    def ask(*question):
-        return run("pkg-config", *question, "korvane_gen", env=environment).split()
-
-    build.mkdir()
-    run(compiler, *flags, "-std=c++20", source / "main.cpp", "-o", build / "adder",
-        *ask("--cflags"), *ask("--libs"), "-Wl,-rpath," + ask("--variable=libdir")[0])
-    return build / "adder"
-
-
-def main(build, readme, compiler, flags):
+def main(build, readme, examples, compiler, flags):
+    check_readme(readme.read_text(encoding="utf-8"), examples)
     with tempfile.TemporaryDirectory() as directory:
         scratch = pathlib.Path(os.path.realpath(directory))
         run("cmake", "--install", build, "--prefix", scratch / "staged")
         tree = (scratch / "staged").rename(scratch / "moved")
-        (scratch / "main.cpp").write_text(shown_in(readme, "cpp"))
-        (scratch / "CMakeLists.txt").write_text(shown_in(readme, "cmake"))
-        (scratch / "project").mkdir()
-        (scratch / "project" / "adder.v").touch()
-        for way in (with_cmake, with_pkg_config):
-            program = way(tree, scratch, scratch / way.__name__, compiler, flags)
-            for output in (run(program, scratch / "project"), run(program, cwd=scratch / "project")):
-                if output != f"adder.v is {scratch}/project/adder.v\n":
-                    sys.exit(f"{way.__name__}: {output}")
+        libraries = next(tree.rglob("libkorvane_gen.so")).parent
+        run("sh", HOSTS, examples, scratch / "hosts", env={
+            **os.environ, "CXX": compiler, "CXXFLAGS": " ".join(flags),
+            "PKG_CONFIG_PATH": str(libraries / "pkgconfig"), "CMAKE_PREFIX_PATH": str(tree),
+            "LD_LIBRARY_PATH": str(libraries)})
         answer = run(tree / "bin" / "gen_query", "where")
         if f"{tree}/bin/gen_query" not in answer:
             sys.exit(f"gen_query of the moved tree: {answer}")
 
 
 if __name__ == "__main__":
-    main(sys.argv[1], pathlib.Path(sys.argv[2]), sys.argv[3], sys.argv[4:])
+    given = [pathlib.Path(argument) for argument in sys.argv[1:4]]
+    main(*given, sys.argv[4], sys.argv[5:])

@@ -36,10 +36,11 @@ KORVANE_API extern char* gen_module_fullpath;
 /// gen's query functions with the memory library.
 ///
 /// `argv[0]` is taken as it is when it has a "/" and names a file; else the file of its last name
-/// is looked for as find_executable_in_path does. A null counts as "". Where that finds nothing,
-/// "Failed to find '" and argv[0] go to standard error and the process ends with exit status 255.
-/// A second call keeps the first location and does the rest again. A root of more than a kilobyte
-/// leaves the variable unset.
+/// is looked for as find_executable_in_path does. A null counts as "". The path is made absolute
+/// and simplified; "." and ".." steps stay where symbolic links make them lead elsewhere than their
+/// text says. Where that finds nothing, "Failed to find '" and argv[0] go to standard error and the
+/// process ends with exit status 255. A second call keeps the first location and does the rest
+/// again. A root of more than a kilobyte leaves the variable unset.
 KORVANE_API void gen_exe_init(int argc, char const** argv);
 /// Ends version information and module loading. The executable's location stays known.
 KORVANE_API void gen_exe_fini();

@@ -6,6 +6,7 @@
 #include "ver.h"
 
 #include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <sstream>
 
@@ -101,6 +102,20 @@ TEST(GenExeInit, NameWithSlashThatIsNoFileIsLookedForByItsLastPart) {
     Environment const path = {{"PATH", work / "bin"}};
     EXPECT_EQ(module_of({"/gone/tool", path, "/", {}}), work / "bin/tool");
     EXPECT_EQ(module_of({work / "there/tool", path, "/", {}}), work / "bin/tool");
+}
+
+TEST(GenExeInit, ParentOfASymbolicLinkIsWhereTheLinkLeads) {
+    TempDirectory const work;
+    work.write("other/bin/tool");
+    work.make_directory("other/dir");
+    std::filesystem::create_symlink("other/dir", work / "link");
+    // By its text alone each of these would be bin/tool, which is not there.
+    EXPECT_EQ(module_of({"link/../bin/tool", {}, work.path(), {}}), work / "link/../bin/tool");
+    EXPECT_EQ(module_of({work / "link/../bin/tool", {}, "/", {}}), work / "link/../bin/tool");
+    EXPECT_EQ(answers_of(start({work / "link/../bin/tool", {}, "/", {}}))["korvane_path"],
+              work / "link/../");
+    work.write("bin/tool"); // another one
+    EXPECT_EQ(module_of({"link/../bin/tool", {}, work.path(), {}}), work / "link/../bin/tool");
 }
 
 TEST(GenExeInit, RelativeCandidateBecomesAbsoluteAgainstTheCurrentDirectory) {
@@ -200,8 +215,9 @@ TEST(GenExeInit, HandsOverInOrderBeforeTheBodyAndCleansUpAfterIt) {
     ProgramResult const result =
         start({k / "linux/tool", {}, k.path(), {"argument"}}, "start_order_probe");
     EXPECT_EQ(result.status, 0) << result.errors;
-    EXPECT_EQ(result.output, "thr_drl_init " + k / "linux/tool" + "\n" + "ver_set_module_path " +
-                                 k / "linux/" + "\n" + "korvane_path " + k / "" +
+    EXPECT_EQ(result.output, "sync_with_stdio 1\nKORVANE_ROOTDIR " + k / "" + "\nthr_drl_init " +
+                                 k / "linux/tool" + "\n" + "ver_set_module_path " + k / "linux/" +
+                                 "\n" + "korvane_path " + k / "" +
                                  "\n"
                                  "db_dir_path_string ''\n"
                                  "is_in_ui_process no\n"

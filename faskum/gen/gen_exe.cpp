@@ -1,5 +1,6 @@
 #include "gen_exe.h"
 
+#include "fio_file_system.h"
 #include "fio_path.h"
 #include "gen_path_project.h"
 #include "mem.h"
@@ -11,6 +12,7 @@
 #include <cstring>
 #include <ios>
 #include <string_view>
+#include <sys/stat.h>
 
 char* gen_module_fullpath = nullptr;
 
@@ -36,6 +38,25 @@ STR locate(STR const& name) {
     return find_executable_in_path(name.substr(slash + 1));
 }
 
+// Whether a file is there, and not (or not the same) under the simplified text of its path: ".."
+// behind a symbolic link does not lead where the text alone says.
+bool simplifying_misleads(STR const& file, STR const& simplified) {
+    struct stat there;
+    struct stat here;
+    if (file.find("..") == STR::npos || stat(file.c_str(), &there) != 0)
+        return false;
+    return stat(simplified.c_str(), &here) != 0 || here.st_dev != there.st_dev ||
+           here.st_ino != there.st_ino;
+}
+
+STR absolute_path(STR const& file) {
+    FIO_PATH path(file);
+    path.become_absolute("");
+    if (!simplifying_misleads(file, path.fullpath()))
+        return path.fullpath();
+    return FIO_PATH(file).absolute() ? file : FIO_FILE_SYSTEM::get_current_directory() + "/" + file;
+}
+
 void record_module(char const* name) {
     STR const candidate = locate(name);
     if (candidate.empty()) {
@@ -43,9 +64,7 @@ void record_module(char const* name) {
         std::fprintf(stderr, "Failed to find '%s\n", name);
         std::exit(-1);
     }
-    FIO_PATH path(candidate);
-    path.become_absolute("");
-    STR const fullpath = path.fullpath();
+    STR const fullpath = absolute_path(candidate);
     std::size_t const size = fullpath.size() + 1;
     char* const text = allocate_for_good(size);
     std::memcpy(text, fullpath.c_str(), size);

@@ -1,5 +1,5 @@
-// Stands in for the sibling operations that start-up and shut-down call, and tells their order. The
-// definitions here come before the sibling library's own when gen's calls are bound.
+// Stands in for the operations of other libraries that start-up and shut-down call, and tells their
+// order. The definitions here come before the libraries' own when gen's calls are bound.
 
 #include "gen_exe.h"
 #include "gen_path_project.h"
@@ -8,8 +8,16 @@
 #include "ver.h"
 
 #include <cstdio>
+#include <cstdlib>
+#include <ios>
+
+bool std::ios_base::sync_with_stdio(bool synchronized) {
+    std::printf("sync_with_stdio %d\n", synchronized);
+    return true;
+}
 
 void thr_drl_init(char const* module_fullpath) {
+    std::printf("KORVANE_ROOTDIR %s\n", std::getenv("KORVANE_ROOTDIR"));
     std::printf("thr_drl_init %s\n", module_fullpath);
 }
 

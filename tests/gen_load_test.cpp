@@ -3,7 +3,10 @@
 
 #include "run_program.h"
 
+#include <cstdlib>
 #include <filesystem>
+#include <malloc.h>
+#include <memory>
 
 #include <gtest/gtest.h>
 
@@ -39,4 +42,18 @@ TEST(GenLoad, ObjectsAreBuiltInOrderAndDestroyedInReverse) {
                               "owner GEN ends, no texts\n"
                               "unloaded\n";
     EXPECT_EQ(result.output, round + round);
+}
+
+TEST(GenLoad, UnloadingGivesBackAllButTheExecutablesPath) {
+    ProgramResult const result = load_with("unload_probe", {"3"});
+    EXPECT_EQ(result.status, 0) << result.errors;
+    auto const held = [](std::size_t size) {
+        std::unique_ptr<void, decltype(&std::free)> const block(std::malloc(size), std::free);
+        return malloc_usable_size(block.get());
+    };
+    // The path is constant from start-up on, also for those who read it later; the variable's
+    // buffer is in the environment, and the next load finds the variable there.
+    std::size_t const path = held(sizeof TEST_BINARY_DIR "/unload_probe");
+    EXPECT_EQ(result.output, std::to_string(path + held(1024)) + " bytes\n" + std::to_string(path) +
+                                 " bytes\n" + std::to_string(path) + " bytes\n");
 }

@@ -31,9 +31,9 @@ KORVANE_API int gen_compare_integer_strings(STR::const_iterator str1_end,
 
 /// Natural order of the @p len1 bytes at @p a and the @p len2 bytes at @p b. Where both texts show
 /// a digit the two runs of digits compare as gen_compare_integer_strings says; elsewhere bytes
-/// compare as signed chars, so that bytes from 128 on sort before ASCII. When one text is the
-/// beginning of the other, the result is the difference of the lengths. A null pointer is an empty
-/// text, whatever its length.
+/// compare as signed chars, so that bytes from 128 on sort before ASCII. When one text ends where
+/// it is still the beginning of the other, outside a run of digits or with the same run, the result
+/// is the difference of the lengths. A null pointer is an empty text, whatever its length.
 KORVANE_API int gen_lexcmp(char const* a, unsigned len1, char const* b, unsigned len2);
 KORVANE_API int gen_lexcmp(STR const& a, STR const& b);
 /// Of NUL-terminated texts; a null is an empty one.

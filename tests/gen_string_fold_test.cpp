@@ -114,6 +114,14 @@ TEST(Fold, PlainFamilyFollowsTheLocaleAndTheAsciiFamilyDoesNot) {
     EXPECT_STREQ(gen_strupr(text.data()), "A\xC4\xDF");
     gen_ascii_tolower(text);
     EXPECT_EQ(text, "a\xC4\xDF");
+    // The platform gets signed bytes, and -1 is no character to it, whatever 255 is.
+    ASSERT_EQ(std::toupper(0xFF), 0xC4);
+    STR last_byte = "\xFF";
+    gen_toupper(last_byte);
+    EXPECT_EQ(last_byte, "\xFF");
+    gen_toupper(last_byte.data());
+    EXPECT_EQ(last_byte, "\xFF");
+    EXPECT_STREQ(gen_strupr(last_byte.data()), "\xFF");
     for (Fold const& fold : folds) {
         STR bytes = every_byte();
         fold.of_string(bytes);

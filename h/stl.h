@@ -31,7 +31,8 @@ KORVANE_API int stl_vsprintf(STR* out, char const* format, char* args);
 
 /// Appends the text of the argument at @p cursor, formatted by one printf conversion such as
 /// "%5.2f", and advances the cursor past it. On x86 that moves `*cursor` itself, on x86-64 the
-/// va_list object that it points to. See STL_ARG_CURSOR::output for what counts as a conversion.
+/// va_list object that it points to. See STL_ARG_CURSOR::output for what counts as a conversion. A
+/// null @p cursor does nothing.
 KORVANE_API void stl_output(STR* out, char const* conversion, char** cursor);
 
 /// What a conversion takes its argument as.
@@ -79,6 +80,7 @@ class STL_ARG_CURSOR {
     /// ignored. `%%` gives "%" and `%m` the text of errno, neither takes an argument. `%n` writes
     /// nothing and steps past its pointer. Anything else prints nothing and takes no argument:
     /// a null or incomplete text, an unknown letter, a `*`, a numbered `1$`. errno stays as it is.
+    /// A null @p out only steps.
     KORVANE_API void output(STR* out, char const* conversion);
     /// Steps as output does, without formatting.
     KORVANE_API void skip(char const* conversion);

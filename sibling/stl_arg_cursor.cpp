@@ -83,6 +83,10 @@ void STL_ARG_CURSOR::skip_word() {
 }
 
 void STL_ARG_CURSOR::output(STR* out, char const* conversion) {
+    if (out == nullptr) {
+        skip(conversion);
+        return;
+    }
     if (has_arguments() && output_bare(*out, bare_letter(conversion), *this))
         return;
     STL_CONVERSION parsed = stl_parse_single(conversion);

@@ -152,6 +152,8 @@ int stl_vsprintf(STR* out, char const* format, char* args) {
 }
 
 void stl_output(STR* out, char const* conversion, char** cursor) {
+    if (cursor == nullptr)
+        return;
     STL_ARG_CURSOR here(*cursor);
     here.output(out, conversion);
     here.hand_back(*cursor);

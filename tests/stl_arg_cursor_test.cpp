@@ -286,6 +286,19 @@ TEST(StlOutput, NullCursorPrintsNothing) {
     EXPECT_EQ(cursor, nullptr);
 }
 
+TEST(StlOutput, NothingToWriteToOrToReadFrom) {
+    STL_ARG_LIST list;
+    list.add(1);
+    list.add(2);
+    char* args = list.args();
+    stl_output(nullptr, "%d", &args);
+    STR text;
+    stl_output(&text, "%d", &args);
+    EXPECT_EQ(text, "2");
+    stl_output(&text, "%d", nullptr);
+    EXPECT_EQ(text, "2");
+}
+
 TEST(StlArgList, ArrivesLikeArgumentsOfACall) {
     STL_ARG_LIST list;
     list.add("text");

@@ -66,15 +66,15 @@ void report_memory(char const* tag, char const* phase) {
 } // namespace
 
 void gen_meminfo_report_dll_usage(char const* tag, char const* phase) {
+    // Each switch that is asked for is a walk through the environment.
     bool const modules = mem_cfg_is_on("profile_dll_usage", false);
-    bool const each_module = mem_cfg_is_on("list_dll_details", false);
     bool const memory = mem_cfg_is_on("report_modules_flow", false);
     if (tag == nullptr)
         tag = "";
     if (phase == nullptr)
         phase = "start";
     if (modules)
-        report_modules(tag, phase, each_module);
+        report_modules(tag, phase, mem_cfg_is_on("list_dll_details", false));
     if (memory)
         report_memory(tag, phase);
 }

@@ -23,7 +23,7 @@ class KORVANE_API MEM_STL_ALLOCATOR {
     using is_always_equal = std::true_type;
     using propagate_on_container_move_assignment = std::true_type;
 
-    /// What the memory library files gen's containers under.
+    /// Whom the memory library names when an allocation for a container fails.
     static constexpr unsigned tracker_identity = 1255;
 
     MEM_STL_ALLOCATOR() noexcept = default;

@@ -10,7 +10,7 @@
 
 #include "korvane_export.h"
 
-/// Whom an allocation is charged to. gen's containers carry the identity 1255.
+/// Whom an allocation is for; named when it fails. gen's containers carry the identity 1255.
 struct MEM_TRACKER_THUNK {
     unsigned identity; ///< of the client, as the memory library numbers them
 };

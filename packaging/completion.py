@@ -89,7 +89,7 @@ def zsh_action(option):
     return {"FILE": "_files", "DIR": "_files -/"}.get(option.value, " ")
 
 
-def zsh_specs(command):
+def zsh_arguments(command):
     for option in command.options:
         summary = zsh_quoted(option.summary)
         tail = f":{option.value.lower()}:{zsh_action(option)}" if option.value else ""
@@ -104,9 +104,9 @@ def zsh_specs(command):
 def zsh_function(path, command):
     name = "_".join(("_gen_query", *path)).replace("-", "_")
     if not command.commands:
-        specs = " \\\n        ".join(zsh_specs(command))
-        return f"{name}() {{\n    _arguments -s -S \\\n        {specs}\n}}\n"
-    specs = " \\\n        ".join([*zsh_specs(command), "'1:subcommand:->command'", "'*:: :->rest'"])
+        arguments = " \\\n        ".join(zsh_arguments(command))
+        return f"{name}() {{\n    _arguments -s -S \\\n        {arguments}\n}}\n"
+    arguments = " \\\n        ".join([*zsh_arguments(command), "'1:subcommand:->command'", "'*:: :->rest'"])
     listed = "\n".join(f"                '{below.name}:{zsh_quoted(below.summary)}'"
                        for below in command.commands)
     chosen = "\n".join(f"                {below.name}) {name}_{below.name.replace('-', '_')} ;;"
@@ -114,7 +114,7 @@ def zsh_function(path, command):
     return f"""{name}() {{
     local state line
     _arguments -C \\
-        {specs}
+        {arguments}
     case $state in
         command)
             local -a commands=(

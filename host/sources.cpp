@@ -5,6 +5,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+
 namespace {
 
 class Sources : public Command {
@@ -32,7 +34,7 @@ class Sources : public Command {
         for (auto& [key, value] : more)
             answer.detail(key, std::move(value));
         if (!m_view.all())
-            show(answer, candidates);
+            show(answer, candidates, LookupView::hits(asked));
         bool const any = m_view.all() ? !LookupView::hits(asked).empty() : !candidates.empty();
         if (!any)
             answer.remark("'" + m_unit + "' has no source file");
@@ -47,30 +49,23 @@ class Sources : public Command {
         answer.detail("file_type_order", std::move(order));
     }
 
-    static void show(Answer& answer, MEM_VECTOR<GEN_SOURCE_CANDIDATE> const& candidates) {
+    static void show(Answer& answer, MEM_VECTOR<GEN_SOURCE_CANDIDATE> const& candidates,
+                     std::vector<Asked> const& hits) {
         Value::List files;
         for (auto const& [group, path] : candidates)
             files.emplace_back(Value::Record{{"group", static_cast<int>(group)},
-                                             {"from", name_of(group)},
+                                             {"from", group_of(path.fullpath(), hits)},
                                              {"type", path.extension()},
                                              {"path", path.fullpath()}});
         answer.table("files", std::move(files));
     }
 
-    static char const* name_of(GEN_LIBRARY_PATHS_ENUM group) {
-        switch (group) {
-        case GEN_LIBRARY_PATHS_PROJECT_DIR:
-            return "project";
-        case GEN_LIBRARY_PATHS_DB_DIR:
-            return "database";
-        case GEN_LIBRARY_PATHS_PROJECT_LIBRARIES:
-            return "project libraries";
-        case GEN_LIBRARY_PATHS_USER_LIBRARIES:
-            return "user libraries";
-        case GEN_LIBRARY_PATHS_KORVANE_LIBRARIES:
-            return "parablocks or shipped libraries";
-        }
-        return "";
+    /// The group that the lookup asked when it found @p path. (Its tag is shared by two groups.)
+    static std::string group_of(STR const& path, std::vector<Asked> const& hits) {
+        auto const hit = std::find_if(hits.begin(), hits.end(), [&path](Asked const& question) {
+            return question.path == host_text(path);
+        });
+        return hit != hits.end() ? hit->group : "";
     }
 
     std::string m_unit;

@@ -362,6 +362,13 @@ TEST_F(GenRelativePath, EmptyProjectDirectoryLeavesThePath) {
     EXPECT_EQ(relative("/proj/a.v"), "/proj/a.v");
 }
 
+TEST_F(GenRelativePath, ProjectTextOfAHostsOwnNeedsNoSlash) {
+    gen_set_project_dir_path("/proj");
+    gen_project_dir_path = "/proj";
+    EXPECT_EQ(relative("/proj/a.v"), "a.v");
+    EXPECT_EQ(relative("/projX/a.v"), "/projX/a.v");
+}
+
 TEST_F(GenRelativePath, WithoutAProjectAnAbsolutePathStays) {
     EXPECT_EQ(relative("/proj/a.v"), "/proj/a.v");
     EXPECT_EQ(gen_project_directory_fio_find, nullptr);

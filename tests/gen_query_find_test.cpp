@@ -252,8 +252,12 @@ TEST_F(GenQueryFind, AllSourcesCompeteWithinTheirType) {
 
 TEST_F(GenQueryFind, ShippedSourcesAloneAndNone) {
     EXPECT_THAT(ask({"sources", "adder", "--shipped"}).output,
-                HasSubstr("4      parablocks or shipped libraries  v     "
+                HasSubstr("4      shipped libraries  v     "
                           "/k/libraries/parablocks/arithmetic/adder.v\n"));
+    // The project's parablocks have the same tag.
+    fs::create_directories(m_root / "project/parablocks");
+    std::ofstream(m_root / "project/parablocks/own.v").put('\n');
+    EXPECT_EQ(json({"sources", "own"})["files"][0]["from"], "parablocks");
     ProgramResult const none = ask({"sources", "nothing"});
     EXPECT_EQ(none.status, 1);
     EXPECT_EQ(none.output, "");

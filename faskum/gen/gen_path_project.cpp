@@ -3,7 +3,7 @@
 #include "err.h"
 #include "gen_owned.h"
 #include "gen_path_find.h"
-#include "gen_path_library.h"
+#include "gen_path_groups.h"
 
 #include <algorithm>
 #include <cstring>
@@ -140,8 +140,7 @@ void gen_set_project_output_directory(char const* dir) {
 char const* gen_get_project_output_directory() {
     if (is_output_directory_usable())
         return gen_project_output_directory.c_str();
-    if (gen_project_directory_fio_find == nullptr)
-        gen_set_project_dir_path(FIO_FILE_SYSTEM::get_current_directory());
+    gen_default_project_directory();
     return gen_project_dir_path.c_str();
 }
 

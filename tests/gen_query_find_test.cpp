@@ -6,6 +6,9 @@
 #include "temp_directory.h"
 #include "terminal.h"
 
+#include <filesystem>
+#include <fstream>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -54,7 +54,8 @@ class UserLocale {
 
 UserLocale user_locale;
 
-/// Enters a contestant that runs under the user's locale, which is set up before the clock starts.
+/// Enters a contestant that runs under the user's locale, which is set up before the clock starts
+/// and put back behind it: the next repetition may be one of any other work.
 template <typename ROUND>
 void enter_under(char const* locale, std::string const& work, std::string const& contestant,
                  ROUND round) {
@@ -64,6 +65,7 @@ void enter_under(char const* locale, std::string const& work, std::string const&
                                      std::size_t turn = 0;
                                      for (auto _ : state)
                                          benchmark::DoNotOptimize(round(turn++ % input_count));
+                                     user_locale.use("C");
                                  });
 }
 

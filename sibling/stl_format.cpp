@@ -235,9 +235,10 @@ std::uint32_t scaled_fraction(double fraction, std::uint32_t power, bool odd_bef
     return whole + (up ? 1 : 0);
 }
 
-bool radix_is_a_point() {
+// What the locale writes between whole number and fraction; '\0' when that is of several bytes.
+char radix_character() {
     char const* const radix = nl_langinfo(RADIXCHAR);
-    return radix[0] == '.' && radix[1] == '\0';
+    return radix[0] != '\0' && radix[1] == '\0' ? radix[0] : '\0';
 }
 
 bool is_plain_fixed(STL_CONVERSION const& conversion, double value) {
@@ -245,11 +246,12 @@ bool is_plain_fixed(STL_CONVERSION const& conversion, double value) {
            conversion.precision <= most_places && std::fabs(value) < largest_whole &&
            is_only(conversion, STL_CONVERSION::left | STL_CONVERSION::sign | STL_CONVERSION::blank |
                                    STL_CONVERSION::zero) &&
-           std::fegetround() == FE_TONEAREST && radix_is_a_point();
+           std::fegetround() == FE_TONEAREST;
 }
 
 bool format_floating(STL_TEXT& text, STL_CONVERSION const& conversion, double value) {
-    if (!is_plain_fixed(conversion, value))
+    char const radix = radix_character();
+    if (radix == '\0' || !is_plain_fixed(conversion, value))
         return print(text, conversion, value);
     int const places = conversion.precision < 0 ? 6 : conversion.precision;
     std::uint32_t const power = powers_of_ten[places];
@@ -263,7 +265,7 @@ bool format_floating(STL_TEXT& text, STL_CONVERSION const& conversion, double va
     char block[2 * most_digits];
     char* end = std::to_chars(block, block + most_digits, whole).ptr;
     if (places != 0) {
-        *end = '.';
+        *end = radix;
         for (int place = places; place > 0; --place) {
             end[place] = static_cast<char>('0' + fraction % 10);
             fraction /= 10;

@@ -4,11 +4,13 @@
 
 #include "effort.h"
 #include "low_text.h"
+#include "test_locale.h"
 
 #include <algorithm>
 #include <bit>
 #include <cctype>
 #include <climits>
+#include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -167,20 +169,37 @@ TEST(StlPrintf, FloatingNumbersAsPrintf) {
     }
 }
 
+namespace {
+
 // The conversion with a few places is a routine of its own, so it gets values of its own.
-TEST(StlPrintf, FewPlacesRoundAsPrintf) {
+void compare_few_places(std::size_t rounds) {
     RandomFormats random;
-    static char const* const formats[] = {"%f",   "%.0f", "%.1f", "%.2f", "%.3f", "%.4f",
-                                          "%.5f", "%.6f", "%.7f", "%.8f", "%.9f", "%.10f"};
+    static char const* const formats[] = {"%f",     "%.0f",   "%.1f",  "%.2f", "%.3f",
+                                          "%.4f",   "%.5f",   "%.6f",  "%.7f", "%.8f",
+                                          "%09.3f", "%-9.1f", "%.10f", "%+.9f"};
     STR text;
     char expected[400];
-    for (std::size_t round = effort(300'000); round != 0; --round) {
+    for (std::size_t round = effort(rounds); round != 0; --round) {
         char const* const format = random.pick(formats);
         double const value = random.floating();
         int const length = stl_sprintf(&text, format, value);
         ASSERT_EQ(length, std::snprintf(expected, sizeof expected, format, value));
         ASSERT_STREQ(text.c_str(), expected) << format << ' ' << std::hexfloat << value;
     }
+}
+
+} // namespace
+
+TEST(StlPrintf, FewPlacesRoundAsPrintf) {
+    compare_few_places(300'000);
+}
+
+TEST(StlPrintf, FewPlacesBehindTheCommaOfTheLocaleAsPrintf) {
+    TestLocale const locale;
+    ASSERT_EQ(locale.trouble(), "");
+    std::setlocale(LC_ALL, TestLocale::name);
+    ASSERT_EQ(ours("%.2f", 1234.5), (Printed{7, "1234,50"}));
+    compare_few_places(100'000);
 }
 
 TEST(StlPrintf, TextAndPointersAsPrintf) {

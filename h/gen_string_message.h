@@ -14,7 +14,7 @@ KORVANE_API int gen_sprintf(STR* out, char const* format, ...) KORVANE_PRINTF(2,
 KORVANE_API int gen_vsprintf(STR* out, char const* format, char* args);
 
 /// Appends the expansion of @p format to @p out; returns the length of @p out afterwards. A null
-/// format is an empty one.
+/// format is an empty one. Format and arguments may point into @p out.
 ///
 ///   %1 to %99      argument of that number as text, as often and in whatever order it is wanted
 ///   %1!d!          the same formatted by the printf conversion %d; nothing between the marks, or
@@ -44,16 +44,18 @@ inline constexpr unsigned long FORMAT_MESSAGE_FROM_SYSTEM = 0x00001000;  ///< re
 ///
 /// Without FORMAT_MESSAGE_ALLOCATE_BUFFER at most @p size - 1 characters and a NUL go into @p
 /// buffer, and their number is returned; an empty text stores nothing at all and returns 0, and so
-/// does a
-/// @p size of 0 or a null @p buffer. With it @p buffer is the address of a `char*`, which receives
-/// a block that the caller releases with free(): the text, filled up with NULs to @p size
+/// does a @p size of 0 or a null @p buffer. With it @p buffer is the address of a `char*`, which
+/// receives a block that the caller releases with free(): the text, filled up with NULs to @p size
 /// characters where it is shorter, and a NUL; the larger of its length and @p size is returned. An
 /// empty text, or a block that malloc does not give, stores null and returns 0.
 ///
 /// FORMAT_MESSAGE_FROM_SYSTEM and FORMAT_MESSAGE_FROM_HMODULE, together or with
-/// FORMAT_MESSAGE_FROM_STRING, are reported as an internal error and give 0 with nothing stored. No
-/// FORMAT_MESSAGE_FROM_STRING, and any bit of FORMAT_MESSAGE_MAX_WIDTH_MASK, are reported and else
-/// change nothing. A null source is an empty text. @p message_id and @p language_id are not used.
+/// FORMAT_MESSAGE_FROM_STRING, give 0 with nothing stored, and the internal error
+/// "gen_formatmessage: FORMAT_MESSAGE_FROM_SYSTEM and FORMAT_MESSAGE_FROM_HMODULE are not
+/// supported". No FORMAT_MESSAGE_FROM_STRING reports "gen_formatmessage: The
+/// FORMAT_MESSAGE_FROM_STRING flag must be used", any bit of FORMAT_MESSAGE_MAX_WIDTH_MASK
+/// "gen_formatmessage: FORMAT_MESSAGE_MAX_WIDTH_MASK is not supported.\n"; both else change
+/// nothing. A null source is an empty text. @p message_id and @p language_id are not used.
 KORVANE_API unsigned long gen_formatmessage(unsigned long flags, void const* source,
                                             unsigned long message_id, unsigned long language_id,
                                             char* buffer, unsigned long size, char* args);

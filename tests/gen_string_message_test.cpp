@@ -1,15 +1,13 @@
 #include "gen_string_message.h"
 
-#include "error_recorder.h"
+#include "guarded_text.h"
 
+#include <algorithm>
 #include <climits>
-#include <cstdlib>
-#include <cstring>
-#include <gmock/gmock.h>
+#include <cstdint>
 #include <gtest/gtest.h>
-#include <memory>
-
-using testing::ElementsAre;
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -24,16 +22,6 @@ std::string message(char const* format, ...) {
     gen_formatmessage(text, format, STL_ARGS(args));
     va_end(args);
     return plain(text);
-}
-
-unsigned long formatmessage(unsigned long flags, char const* source, char* buffer,
-                            unsigned long size, ...) {
-    va_list args;
-    va_start(args, size);
-    unsigned long const result =
-        gen_formatmessage(flags, source, 17, 4711, buffer, size, STL_ARGS(args));
-    va_end(args);
-    return result;
 }
 
 int vsprintf_of(STR* out, char const* format, ...) {
@@ -237,10 +225,19 @@ TEST(FormatMessage, ConversionsShareFourThousandCharacters) {
     EXPECT_EQ(message_with(4095 - 3), "5||") << "the first one fills all of it";
     EXPECT_EQ(message_with(4095 - 2), "||") << "the first one has no room";
     EXPECT_EQ(message_with(100'000), "||");
-    std::string many;
-    for (int i = 0; i < 1400; ++i)
-        many += "%1";
-    EXPECT_EQ(message(many.c_str(), "x"), std::string(4095 / 3, 'x')) << "three characters each";
+}
+
+TEST(FormatMessage, RoomHasPlaceForBareInsertsUpToAThousandThreeHundredAndSixtyFive) {
+    for (std::size_t const count : {1363U, 1364U, 1365U, 1366U, 1367U, 1400U}) {
+        std::string same; // three characters of the room each
+        for (std::size_t i = 0; i < count; ++i)
+            same += "%1";
+        std::string const expected(std::min<std::size_t>(count, 4095 / 3), 'x');
+        EXPECT_EQ(message(same.c_str(), "x", "y"), expected) << count;
+        EXPECT_EQ(message((same + "%2").c_str(), "x", "y"),
+                  count < 1365 ? expected + "y" : expected)
+            << count;
+    }
 }
 
 TEST(FormatMessage, AppendsAndGivesTheWholeLength) {
@@ -273,175 +270,59 @@ TEST(FormatMessage, TextsOfMegabytesComeThrough) {
     EXPECT_TRUE(message("<%2%1%2>", argument.c_str(), "|") == "<|" + argument + "|>");
 }
 
-namespace {
-
-constexpr unsigned long from_string = FORMAT_MESSAGE_FROM_STRING;
-
-char const refused[] = "gen_formatmessage: FORMAT_MESSAGE_FROM_SYSTEM and "
-                       "FORMAT_MESSAGE_FROM_HMODULE are not supported";
-
-} // namespace
-
-TEST(FormatMessageFlags, ValuesAreThoseOfTheInterface) {
-    EXPECT_EQ(FORMAT_MESSAGE_MAX_WIDTH_MASK, 0xFFU);
-    EXPECT_EQ(FORMAT_MESSAGE_ALLOCATE_BUFFER, 0x100U);
-    EXPECT_EQ(FORMAT_MESSAGE_IGNORE_INSERTS, 0x200U);
-    EXPECT_EQ(FORMAT_MESSAGE_FROM_STRING, 0x400U);
-    EXPECT_EQ(FORMAT_MESSAGE_FROM_HMODULE, 0x800U);
-    EXPECT_EQ(FORMAT_MESSAGE_FROM_SYSTEM, 0x1000U);
-}
-
-TEST(FormatMessageFlags, RefusedSourcesAreReportedAndGiveNothing) {
-    struct Case {
-        unsigned long flags;
-        int line;
-    };
-    static constexpr Case cases[] = {
-        {FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_FROM_HMODULE, 2503},
-        {FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_FROM_HMODULE | from_string, 2503},
-        {FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_FROM_HMODULE | 0xFF, 2503},
-        {FORMAT_MESSAGE_FROM_SYSTEM | from_string, 2511},
-        {FORMAT_MESSAGE_FROM_HMODULE | from_string | 1, 2511},
-    };
-    for (Case const& row : cases) {
-        ErrorRecorder recorder;
-        char buffer[] = "untouched";
-        EXPECT_EQ(formatmessage(row.flags, "%1", buffer, sizeof buffer, "x"), 0U);
-        EXPECT_STREQ(buffer, "untouched");
-        EXPECT_THAT(recorder.errors(),
-                    ElementsAre(ReportedError{refused, "GEN", "gen_string", row.line}));
+TEST(FormatMessage, PiecesOfEveryLengthComeThroughFromAnyPlace) {
+    GuardedText formats(1);
+    GuardedText texts(1);
+    for (std::size_t length = 0; length < 70; ++length) {
+        std::string const text(length, 'a');
+        std::string const words(length, 'w');
+        for (std::size_t gap = 0; gap < 36; ++gap) {
+            char const* const format = formats.before_end("%1" + words + "%1%2" + words, gap);
+            char const* const argument = texts.before_end(text, gap);
+            ASSERT_EQ(message(format, argument, "b"), text + words + text + "b" + words)
+                << length << " characters, " << gap << " before the end of the page";
+        }
     }
 }
 
-TEST(FormatMessageFlags, MissingFromStringIsReportedAndGoesOn) {
-    for (unsigned long const flags :
-         {0UL, FORMAT_MESSAGE_FROM_SYSTEM, FORMAT_MESSAGE_FROM_HMODULE}) {
-        ErrorRecorder recorder;
-        char buffer[20] = "";
-        EXPECT_EQ(formatmessage(flags, "<%1>", buffer, sizeof buffer, "x"), 3U);
-        EXPECT_STREQ(buffer, "<x>");
-        EXPECT_THAT(recorder.errors(),
-                    ElementsAre(ReportedError{
-                        "gen_formatmessage: The FORMAT_MESSAGE_FROM_STRING flag must be used",
-                        "GEN", "gen_string", 2517}));
+TEST(FormatMessage, NumbersOfEveryLengthComeThrough) {
+    std::vector<int> numbers = {0, -1, INT_MAX, INT_MIN};
+    for (int power = 1; power < 1'000'000'000; power *= 10)
+        for (int const number : {power, 10 * (power - 1) + 9, 7 * power})
+            numbers.insert(numbers.end(), {number, -number});
+    for (int const first : numbers)
+        for (int const second : numbers) {
+            auto const bits = static_cast<unsigned>(first);
+            ASSERT_EQ(message("%2!d!,%1!d!,%3!u!,%2!d!", first, second, bits),
+                      std::to_string(second) + "," + std::to_string(first) + "," +
+                          std::to_string(bits) + "," + std::to_string(second));
+        }
+}
+
+TEST(FormatMessage, ManyLinesAndInsertsComeThrough) {
+    std::string format;
+    std::string expected;
+    for (int line = 0; line < 200; ++line) {
+        format += "%2!d!: %1\n";
+        expected += "-7: x\r\n";
+        EXPECT_EQ(message(format.c_str(), "x", -7), expected);
     }
 }
 
-TEST(FormatMessageFlags, MaximumWidthIsReportedAndIgnored) {
-    ReportedError const width{
-        "gen_formatmessage: FORMAT_MESSAGE_MAX_WIDTH_MASK is not supported.\n", "GEN", "gen_string",
-        2522};
-    for (unsigned long const bits : {1UL, 0x80UL, 0xFFUL}) {
-        ErrorRecorder recorder;
-        char buffer[20] = "";
-        EXPECT_EQ(formatmessage(from_string | bits, "<%1>", buffer, sizeof buffer, "x"), 3U);
-        EXPECT_STREQ(buffer, "<x>");
-        EXPECT_THAT(recorder.errors(), ElementsAre(width));
+TEST(FormatMessage, FormatAndArgumentsMayPointIntoTheResult) {
+    for (char const* const start : {"%1", "%1 %1%n and more than there is room for in a string",
+                                    "%1, %1!s!, %1!.2s!", "%1!s! %%1"}) {
+        STR text(start);
+        STL_ARG_LIST list;
+        list.add(static_cast<char const*>(text.c_str()));
+        std::string const expected = start + message(start, start);
+        gen_formatmessage(text, text.c_str(), list.args());
+        EXPECT_EQ(plain(text), expected);
     }
-    ErrorRecorder recorder;
-    char buffer[20] = "";
-    formatmessage(0xFF, "<%1>", buffer, sizeof buffer, "x");
-    ASSERT_EQ(recorder.errors().size(), 2U) << "both are told, the missing source first";
-    EXPECT_EQ(recorder.errors()[0].line, 2517);
-    EXPECT_EQ(recorder.errors()[1], width);
-}
-
-TEST(FormatMessageFlags, OtherBitsAreIgnored) {
-    ErrorRecorder recorder;
-    char buffer[20] = "";
-    EXPECT_EQ(formatmessage(from_string | 0xFFFFE000UL, "<%1>", buffer, sizeof buffer, "x"), 3U);
-    EXPECT_STREQ(buffer, "<x>");
-    EXPECT_TRUE(recorder.errors().empty());
-}
-
-TEST(FormatMessageFlags, IgnoredInsertsAreCopied) {
-    char buffer[40] = "";
-    EXPECT_EQ(formatmessage(from_string | FORMAT_MESSAGE_IGNORE_INSERTS, "%1\n%%%0 %", buffer,
-                            sizeof buffer, "x"),
-              9U);
-    EXPECT_STREQ(buffer, "%1\n%%%0 %");
-}
-
-TEST(FormatMessageBuffer, IsCutToItsSize) {
-    struct Case {
-        unsigned long size;
-        char const* text;
-    };
-    static constexpr Case cases[] = {
-        {4, "012"},         {1, ""},           {2, "0"},
-        {9, "01234567"},    {10, "012345678"}, {11, "0123456789"},
-        {30, "0123456789"},
-    };
-    for (Case const& row : cases) {
-        char buffer[40];
-        std::memset(buffer, '?', sizeof buffer);
-        EXPECT_EQ(formatmessage(from_string, "%1", buffer, row.size, "0123456789"),
-                  std::strlen(row.text));
-        EXPECT_STREQ(buffer, row.text);
-        EXPECT_EQ(buffer[std::strlen(row.text) + 1], '?') << "nothing behind the terminator";
-    }
-}
-
-TEST(FormatMessageBuffer, EmptyTextTouchesNothing) {
-    char buffer[] = "untouched";
-    EXPECT_EQ(formatmessage(from_string, "%1", buffer, sizeof buffer, ""), 0U);
-    EXPECT_EQ(formatmessage(from_string, "", buffer, sizeof buffer), 0U);
-    EXPECT_EQ(formatmessage(from_string, nullptr, buffer, sizeof buffer), 0U);
-    EXPECT_EQ(
-        formatmessage(from_string | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, buffer, sizeof buffer),
-        0U);
-    EXPECT_STREQ(buffer, "untouched");
-}
-
-TEST(FormatMessageBuffer, NoRoomStoresNothing) {
-    char buffer[] = "untouched";
-    EXPECT_EQ(formatmessage(from_string, "%1", buffer, 0, "text"), 0U);
-    EXPECT_STREQ(buffer, "untouched");
-    EXPECT_EQ(formatmessage(from_string, "%1", nullptr, 10, "text"), 0U);
-}
-
-namespace {
-
-struct Allocated {
-    unsigned long length;
-    std::unique_ptr<char, decltype(&std::free)> block;
-};
-
-Allocated allocate(char const* format, unsigned long size, char const* argument) {
-    char* block = const_cast<char*>("neither null nor allocated");
-    unsigned long const length =
-        formatmessage(from_string | FORMAT_MESSAGE_ALLOCATE_BUFFER, format,
-                      reinterpret_cast<char*>(static_cast<void*>(&block)), size, argument);
-    return {length, {block, &std::free}};
-}
-
-} // namespace
-
-TEST(FormatMessageBuffer, AllocatedHoldsTheWholeText) {
-    Allocated const exact = allocate("<%1>", 0, "01234567");
-    EXPECT_EQ(exact.length, 10U);
-    EXPECT_STREQ(exact.block.get(), "<01234567>");
-    Allocated const same = allocate("<%1>", 10, "01234567");
-    EXPECT_EQ(same.length, 10U);
-    EXPECT_STREQ(same.block.get(), "<01234567>");
-}
-
-TEST(FormatMessageBuffer, AllocatedIsAtLeastOfTheSizeAskedFor) {
-    Allocated const larger = allocate("%1", 32, "0123456789");
-    EXPECT_EQ(larger.length, 32U);
-    EXPECT_EQ(std::string(larger.block.get(), 33), "0123456789" + std::string(23, '\0'));
-}
-
-TEST(FormatMessageBuffer, AllocatedIsNullForAnEmptyText) {
-    Allocated const empty = allocate("%1", 32, "");
-    EXPECT_EQ(empty.length, 0U);
-    EXPECT_EQ(empty.block, nullptr);
-    EXPECT_EQ(formatmessage(from_string | FORMAT_MESSAGE_ALLOCATE_BUFFER, "%1", nullptr, 5, "x"),
-              0U);
-}
-
-TEST(FormatMessageBuffer, BlockThatCannotBeHadIsNull) {
-    Allocated const wrapped = allocate("%1", ULONG_MAX, "text");
-    EXPECT_EQ(wrapped.length, 0U);
-    EXPECT_EQ(wrapped.block, nullptr);
+    STR text(1000, 'x');
+    text.clear(); // with room of its own
+    STL_ARG_LIST list;
+    list.add(static_cast<char const*>(text.c_str()));
+    gen_formatmessage(text, ("<%1>" + std::string(2000, 'y')).c_str(), list.args());
+    EXPECT_EQ(plain(text), "<>" + std::string(2000, 'y'));
 }

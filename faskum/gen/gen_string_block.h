@@ -39,6 +39,10 @@ BLOCK_INLINE __m128i block_load16(char const* text) {
     return _mm_loadu_si128(reinterpret_cast<__m128i const*>(text));
 }
 
+BLOCK_INLINE void block_store16(char* to, __m128i block) {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), block);
+}
+
 /// The bit that tells the cases of a letter apart, in every byte that is a letter of either case.
 /// @param case_bit  that bit in every byte
 /// @param to_bottom what brings "a" to the lowest signed value

@@ -82,8 +82,11 @@ int gen_vsprintf(STR* out, char const* format, char* args) {
 }
 
 unsigned gen_formatmessage(STR& out, char const* format, char* args) {
-    if (format != nullptr && !SIMPLE_MESSAGE(format, args).expand(out))
-        MESSAGE_EXPANDER(out, format, args).expand();
+    if (format != nullptr && !SIMPLE_MESSAGE(format, args).expand(out)) {
+        STR text; // format and arguments may lie in the result
+        MESSAGE_EXPANDER(text, format, args).expand();
+        out += text;
+    }
     return static_cast<unsigned>(out.size());
 }
 

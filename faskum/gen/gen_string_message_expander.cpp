@@ -48,14 +48,8 @@ void MESSAGE_INSERTS::put(char c) {
 
 void MESSAGE_INSERTS::put_conversion(char const*& at) {
     put('%');
-    if (*at != '!') {
-        put('s');
-        return;
-    }
-    for (++at; *at != '\0' && *at != '!'; ++at)
-        put(*at);
-    if (*at == '!')
-        ++at;
+    for (char const c : read_message_conversion(at))
+        put(c);
 }
 
 MESSAGE_INSERTS::RECORDED MESSAGE_INSERTS::record(char const*& at) {

@@ -2,16 +2,13 @@
 
 #include "effort.h"
 #include "environment.h"
-#include "in_child.h"
 #include "plain/plain_time.h"
-#include "private_mounts.h"
 #include "probe.h"
 #include "temp_directory.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <ctime>
 #include <fstream>
 #include <limits>
@@ -171,154 +168,6 @@ TEST(DateAndTime, InstantsAfterJanuary2038) {
     EXPECT_EQ(date(4102444800), "Fri Jan  1 00:00:00 2100");
 }
 #endif
-
-// --- the zone ----------------------------------------------------------------------------------
-
-TEST(Zone, ChangedVariableIsSeenAtOnce) {
-    // Names and offsets alike, rules not: June has summer time in the first only.
-    constexpr char const* summers[] = {"AAA5BBB,M3.2.0,M11.1.0", "AAA5BBB,M11.1.0,M11.2.0"};
-    long const june = 1781265600;
-    for (int round = 0; round < 3; ++round) {
-        for (auto const& [name, hour] : {std::pair{"UTC0", "12"},
-                                         {"AAA-3", "15"},
-                                         {summers[0], "08"},
-                                         {summers[1], "07"},
-                                         {"BBB+5:30", "06"}}) {
-            ScopedVariable const zone("TZ", name);
-            EXPECT_EQ(date(june).substr(11, 2), hour) << name;
-        }
-        ScopedVariable const none("TZ", nullptr);
-        EXPECT_EQ(date(june), plain_date_and_time(june));
-    }
-}
-
-TEST(Zone, LongVariablesAreToldApart) {
-    std::string const name = "<" + std::string(100, 'A') + ">";
-    for (int round = 0; round < 2; ++round) {
-        for (auto const& [offset, hour] : {std::pair{"-3", "15"}, {"-4", "16"}}) {
-            ScopedVariable const zone("TZ", (name + offset).c_str());
-            EXPECT_EQ(date(1781265600).substr(11, 2), hour);
-        }
-    }
-}
-
-/// Has the C library go by another zone, without a trace in the environment.
-static void move_zone(std::string const& name) {
-    ScopedVariable const elsewhere("TZ", name.c_str());
-    tzset();
-}
-
-TEST(Zone, OthersMayMoveItInBetween) {
-    long instant = 1781265600;
-    ScopedVariable const none("TZ", nullptr);
-    tzset();
-    std::string const site = "<" + std::string(tzname[0]) + ">";
-    for (std::string const& mover : {std::string("AAA-3:21"), std::string("XXX0"), site + "-5:21"})
-        for (int round = 0; round < 3; ++round) {
-            std::string const before = date(instant);
-            move_zone(mover);
-            EXPECT_EQ(date(instant), before);
-            ++instant;
-            move_zone(mover);
-            std::string const seen = date(instant); // before the C library finds back itself
-            EXPECT_EQ(seen, plain_date_and_time(instant)) << mover;
-        }
-}
-
-TEST(Zone, MovedByWhoeverSetsTheVariableAsWell) {
-    ScopedVariable const zone("TZ", "UTC0");
-    EXPECT_EQ(date(1781265600).substr(11, 2), "12");
-    move_zone("AAA-3:21");
-    EXPECT_EQ(date(1781265601).substr(11, 2), "12");
-}
-
-static std::string big_endian(int value) {
-    std::string bytes;
-    for (int const shift : {24, 16, 8, 0})
-        bytes += static_cast<char>(value >> shift & 0xFF);
-    return bytes;
-}
-
-/// What either part of a zone file begins with: as many transitions, one kind of time.
-static std::string zone_head(char version, int transitions, std::string const& name) {
-    std::string head = std::string("TZif") + version + std::string(15, '\0');
-    for (int const count : {0, 0, 0, transitions, 1, static_cast<int>(name.size()) + 1})
-        head += big_endian(count);
-    return head;
-}
-
-static std::string kind_of_time(int hours, std::string const& name) {
-    return big_endian(hours * 3600) + std::string(2, '\0') + name + '\0';
-}
-
-/// A zone file of one offset, in the oldest form, which every reader takes.
-static std::string zone_file(int hours, std::string const& name) {
-    return zone_head('\0', 0, name) + kind_of_time(hours, name);
-}
-
-/// One that goes by @p rules, as "TZ" has them, since 1970.
-static std::string zone_file_with_rules(int hours, std::string const& name,
-                                        std::string const& rules) {
-    return zone_head('2', 0, name) + kind_of_time(hours, name) + zone_head('2', 1, name) +
-           std::string(9, '\0') + kind_of_time(hours, name) + "\n" + rules + "\n";
-}
-
-TEST(Zone, OthersMayMoveItToOtherRulesOfTheSameNames) {
-    TempDirectory const directory;
-    std::string const file =
-        directory.write("zone", zone_file_with_rules(1, "CET", "CET-1CEST,M3.5.0,M10.5.0/3"));
-    std::string const seen = in_child([&]() -> std::string {
-        unsetenv("TZ");
-        if (access("/etc/localtime", F_OK) != 0 || !enter_private_mounts() ||
-            !mount_over(file, "/etc/localtime"))
-            return "refused";
-        long const june = 1781265600;
-        std::string texts = date(june).substr(11, 2);
-        setenv("TZ", "CET-1CEST,M11.1.0,M11.2.0", 1);
-        (void)plain_date_and_time(june);
-        unsetenv("TZ");
-        return texts + ", " + date(june + 1).substr(11, 2);
-    });
-    if (seen == "refused")
-        GTEST_SKIP() << "the system gives no private view of the file system";
-    EXPECT_EQ(seen, "14, 14");
-}
-
-TEST(Zone, ChangedZoneFileIsSeenWithinASecond) {
-    TempDirectory const directory;
-    std::string const file = directory.write("zone", zone_file(3, "AAA"));
-    std::string const seen = in_child([&]() -> std::string {
-        unsetenv("TZ");
-        (void)date(86400);
-        if (access("/etc/localtime", F_OK) != 0 || !enter_private_mounts() ||
-            !mount_over(file, "/etc/localtime"))
-            return "refused";
-        std::this_thread::sleep_for(std::chrono::milliseconds(1100));
-        return date(86400);
-    });
-    if (seen == "refused")
-        GTEST_SKIP() << "the system gives no private view of the file system";
-    EXPECT_EQ(seen, "Fri Jan  2 03:00:00 1970");
-}
-
-TEST(Zone, FileIsNotAskedForOnEveryCall) {
-    TempDirectory const directory;
-    if (run_program({.arguments = {"/usr/bin/strace", "-o/dev/null", "true"}}).status != 0)
-        GTEST_SKIP() << "the system lets no process be traced";
-    ProgramStart start;
-    start.arguments = {"/usr/bin/strace", "-fetrace=%file", "-o" + directory / "calls",
-                       TEST_BINARY_DIR "/system_probe", "many_dates"};
-    start.unset = {"TZ"};
-    ProgramResult const result = run_with_faked_answers(start, {});
-    EXPECT_EQ(result.status, 0) << result.errors;
-    EXPECT_EQ(result.output, "1000\n");
-    std::string const calls = read_file(directory / "calls");
-    std::size_t asked = 0;
-    for (std::size_t at = 0; (at = calls.find("/etc/localtime", at)) != std::string::npos; ++at)
-        ++asked;
-    EXPECT_GE(asked, 1U);
-    EXPECT_LT(asked, 30U); // one or two a second that the thousand dates take
-}
 
 // --- formats -----------------------------------------------------------------------------------
 

@@ -1,0 +1,123 @@
+// The profile of the graphical shell, in the database directory.
+
+#include "gen_path_temp.h"
+
+#include "error_recorder.h"
+#include "temp_directory.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "gen_path_library.h"
+#include "gen_path_project.h"
+#include "mem.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Without a database directory and a profile before and after.
+class GuiProfile : public testing::Test {
+  protected:
+    GuiProfile() { forget(); }
+    ~GuiProfile() override { forget(); }
+
+    static void forget() {
+        gen_clear_all_library_paths();
+        gen_set_gui_profile_stream();
+    }
+
+    TempDirectory m_database;
+};
+
+TEST_F(GuiProfile, HasItsAgreedName) {
+    EXPECT_STREQ(GUI_PROFILE_NAME, "korvane_gui.profile");
+}
+
+TEST_F(GuiProfile, IsNullWithoutADatabaseDirectory) {
+    gen_set_gui_profile_stream();
+    EXPECT_EQ(gui_profile_stream, nullptr);
+    EXPECT_EQ(gen_get_gui_profile_stream(), nullptr);
+}
+
+TEST_F(GuiProfile, IsWrittenInTheDatabaseDirectory) {
+    gen_set_db_dir_path(STR(m_database.path() + "/"));
+    gen_set_gui_profile_stream();
+    ASSERT_NE(gen_get_gui_profile_stream(), nullptr);
+    EXPECT_EQ(gen_get_gui_profile_stream(), gui_profile_stream);
+    *gui_profile_stream << "start 1" << std::flush;
+    EXPECT_EQ(read_file(m_database / "korvane_gui.profile"), "start 1");
+}
+
+// The file name of the path is what the profile's name replaces, whatever that path names.
+TEST_F(GuiProfile, ReplacesTheLastNameOfADatabasePathWithoutASlash) {
+    gen_set_db_dir_path(STR(m_database.make_directory("db")));
+    gen_set_gui_profile_stream();
+    EXPECT_NE(gui_profile_stream, nullptr);
+    EXPECT_TRUE(fs::exists(m_database / "korvane_gui.profile"));
+}
+
+TEST_F(GuiProfile, IsCreatedWithTheModeOfTheUmask) {
+    gen_set_db_dir_path(STR(m_database.path() + "/"));
+    mode_t const previous = umask(026);
+    gen_set_gui_profile_stream();
+    umask(previous);
+    struct stat status = {};
+    ASSERT_EQ(stat((m_database / "korvane_gui.profile").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777U, 0640U);
+}
+
+TEST_F(GuiProfile, SecondCallClosesTheFirstStreamAndStartsEmpty) {
+    gen_set_db_dir_path(STR(m_database.path() + "/"));
+    gen_set_gui_profile_stream();
+    *gui_profile_stream << "kept in the buffer";
+    gen_set_gui_profile_stream();
+    ASSERT_NE(gui_profile_stream, nullptr);
+    EXPECT_EQ(read_file(m_database / "korvane_gui.profile"), "");
+    *gui_profile_stream << "new" << std::flush;
+    EXPECT_EQ(read_file(m_database / "korvane_gui.profile"), "new");
+}
+
+TEST_F(GuiProfile, FirstStreamIsWrittenOutWhenItIsClosed) {
+    gen_set_db_dir_path(STR(m_database.path() + "/"));
+    gen_set_gui_profile_stream();
+    *gui_profile_stream << "kept in the buffer";
+    gen_clear_all_library_paths();
+    gen_set_gui_profile_stream();
+    EXPECT_EQ(gui_profile_stream, nullptr);
+    EXPECT_EQ(read_file(m_database / "korvane_gui.profile"), "kept in the buffer");
+}
+
+TEST_F(GuiProfile, LivesInTrackedMemory) {
+    auto const used = [] { return MEM_MANAGER::s_system_memory_counter.current(); };
+    gen_set_db_dir_path(STR(m_database.path() + "/"));
+    std::size_t const before = used();
+    gen_set_gui_profile_stream();
+    ASSERT_NE(gui_profile_stream, nullptr);
+    EXPECT_GE(used(), before + sizeof(std::ofstream));
+    gen_set_db_dir_path(STR(m_database / "missing/"));
+    gen_set_gui_profile_stream();
+    EXPECT_EQ(gui_profile_stream, nullptr);
+    gen_set_db_dir_path(STR(m_database.path() + "/"));
+    // The path's own block may be a little larger or smaller than it was before.
+    EXPECT_LT(used(), before + sizeof(std::ofstream) / 2);
+}
+
+TEST_F(GuiProfile, IsNullWhereTheFileCannotBeOpened) {
+    ErrorRecorder recorder;
+    for (std::string const& directory : {m_database / "missing/", m_database.write("file") + "/"}) {
+        gen_set_db_dir_path(STR(directory));
+        gen_set_gui_profile_stream();
+        EXPECT_EQ(gui_profile_stream, nullptr) << directory;
+    }
+    m_database.make_directory("korvane_gui.profile");
+    gen_set_db_dir_path(STR(m_database.path() + "/"));
+    gen_set_gui_profile_stream();
+    EXPECT_EQ(gui_profile_stream, nullptr);
+    EXPECT_THAT(recorder.errors(), testing::IsEmpty());
+}
+
+} // namespace

@@ -162,7 +162,7 @@ void FIO_PATH::extension(STR const& ext, STR const& second) {
     append_extension(m_text, second);
     if (m_text.size() > end_of_first)
         m_extension = end_of_first;
-    if (m_text.find('/', m_extension) != STR::npos)
+    if (m_text.find('/', m_name) != STR::npos)
         parse();
 }
 

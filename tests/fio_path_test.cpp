@@ -285,6 +285,28 @@ TEST(FioPath, ExtensionSetterTakesExtensionsWithOrWithoutDot) {
     }
 }
 
+TEST(FioPath, ExtensionWithDirectoriesMovesTheFileName) {
+    struct {
+        char const* first;
+        char const* second;
+        char const* directory;
+        char const* base;
+        char const* extension;
+    } const rows[] = {
+        {"d/c.x", "", "/a/b.d/", "c", "x"},
+        {"d/c", "x", "/a/b.d/", "c", "x"},
+        {"x", "d/c.y", "/a/b.x.d/", "c", "y"},
+        {"d/", "x", "/a/b.d/", ".x", ""},
+    };
+    for (auto const& row : rows) {
+        FIO_PATH path("/a/b.v");
+        path.extension(row.first, row.second);
+        EXPECT_EQ(path.full_directory(), row.directory) << path.fullpath();
+        EXPECT_EQ(path.base(), row.base) << path.fullpath();
+        EXPECT_EQ(path.extension(), row.extension) << path.fullpath();
+    }
+}
+
 TEST(FioPath, ExtensionSetterTakesExtensionsByNumber) {
     FIO_PATH path("/a/Assignment Editor");
     path.extension(FIO_EXTENSION_ASSIGNMENT_EDITOR, FIO_EXTENSION_NONE);

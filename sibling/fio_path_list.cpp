@@ -30,6 +30,8 @@ bool is_one_directory(STR const& text) {
     // Only a text that would be taken apart needs the question.
     if (text.find_first_of(";\"") == STR::npos && trim(text).size() == text.size())
         return false;
+    if (text.find('\0') != STR::npos)
+        return false;
     struct stat status;
     return stat(text.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }

@@ -65,6 +65,12 @@ TEST(FioPathList, TextThatNamesADirectoryIsOneEntry) {
     EXPECT_THAT(entries(directory / "f;g"), ElementsAre(directory / "f", "g"));
 }
 
+TEST(FioPathList, TextWithANulNamesNoDirectory) {
+    TempDirectory const directory;
+    std::string const list = directory.path() + std::string("\0;lib", 5);
+    EXPECT_THAT(entries(list), ElementsAre(directory.path() + std::string("\0", 1), "lib"));
+}
+
 TEST(FioPathList, OfPathsKeepsThemAndDropsEmptyOnes) {
     FIO_FIND const find(MEM_LIST<FIO_PATH>{FIO_PATH("/a;b"), FIO_PATH(), FIO_PATH(" c ")});
     EXPECT_THAT(entries(find), ElementsAre("/a;b", " c "));

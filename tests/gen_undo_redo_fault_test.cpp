@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
@@ -128,30 +129,73 @@ TEST_F(UndoRedoFaults, FifoThatNobodyReadsIsNotWaitedFor) {
               section("kept") + "current\n\n\tUndo Commands\n\t     1.\ttoo\n\n\n");
 }
 
+namespace {
+
+/// A FIFO's end for reading, which is there before anybody writes.
+class FifoReader {
+  public:
+    explicit FifoReader(std::string const& fifo)
+        : m_stream(fdopen(open(fifo.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC), "r"),
+                   std::fclose) {
+        fcntl(fileno(m_stream.get()), F_SETFL, 0);
+    }
+    void wait_for_a_writer() {
+        pollfd ready{fileno(m_stream.get()), POLLIN, 0};
+        poll(&ready, 1, -1);
+    }
+    std::string read_all() {
+        std::string received;
+        char buffer[4096];
+        for (std::size_t got; (got = std::fread(buffer, 1, sizeof buffer, m_stream.get())) > 0;)
+            received.append(buffer, got);
+        return received;
+    }
+
+  private:
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> m_stream;
+};
+
+} // namespace
+
 TEST_F(UndoRedoFaults, FifoThatIsReadTakesAllAtItsReadersPace) {
     // More than a FIFO holds at once, to a reader who comes late.
     std::string const command(1 << 18, 'c');
     ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
-    std::string received;
-    {
-        std::unique_ptr<std::FILE, int (*)(std::FILE*)> const reader(
-            fdopen(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC), "r"), std::fclose);
-        ASSERT_NE(reader, nullptr);
-        fcntl(fileno(reader.get()), F_SETFL, 0);
-        std::thread writer([&] {
-            manager.start_new_file(STR(directory.path()));
-            add_section(manager, command);
-            manager.commit_file();
-        });
-        char buffer[4096];
-        pollfd ready{fileno(reader.get()), POLLIN, 0};
-        poll(&ready, 1, -1);
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        for (std::size_t got; (got = std::fread(buffer, 1, sizeof buffer, reader.get())) > 0;)
-            received.append(buffer, got);
-        writer.join();
+    FifoReader reader(file);
+    std::thread writer([&] {
+        manager.start_new_file(STR(directory.path()));
+        add_section(manager, command);
+        manager.commit_file();
+    });
+    reader.wait_for_a_writer();
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_EQ(reader.read_all(), section(command));
+    writer.join();
+}
+
+TEST_F(UndoRedoFaults, SignalsThatInterruptAWriteLoseNothing) {
+    struct sigaction interrupt = {};
+    interrupt.sa_handler = [](int) {}; // and no SA_RESTART
+    struct sigaction previous;
+    ASSERT_EQ(sigaction(SIGUSR1, &interrupt, &previous), 0);
+    std::string const command(1 << 18, 'c');
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    FifoReader reader(file);
+    std::thread writer([&] {
+        manager.start_new_file(STR(directory.path()));
+        add_section(manager, command);
+        manager.commit_file();
+    });
+    reader.wait_for_a_writer();
+    // It stands before a full FIFO by now: the first signal ends a write that has begun, the others
+    // those that have not.
+    for (int i = 0; i < 30; ++i) {
+        pthread_kill(writer.native_handle(), SIGUSR1);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
-    EXPECT_EQ(received, section(command));
+    EXPECT_EQ(reader.read_all(), section(command));
+    writer.join();
+    sigaction(SIGUSR1, &previous, nullptr);
 }
 
 TEST_F(UndoRedoFaults, DirectoryIsMissing) {

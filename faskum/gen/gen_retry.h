@@ -1,0 +1,14 @@
+#pragma once
+
+/// Private to gen.
+
+#include <cerrno>
+
+/// What the system call @p call returns once no signal has interrupted it: hosts have handlers.
+template <typename CALL>
+auto gen_retry(CALL const& call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}

@@ -28,7 +28,7 @@ class GEN_MACHINE_INFO {
     KORVANE_API static bool get_cpu_frequency(int* out);
 
     // Memory, in bytes. "/proc/meminfo" is where swap space and free memory are read from; where it
-    // cannot be opened, get_virtual_ram and get_available_ram give false.
+    // cannot be read to its end, get_virtual_ram and get_available_ram give false.
 
     /// Physical memory. Always true.
     KORVANE_API static bool get_physical_ram(unsigned long long* out);

@@ -1,15 +1,15 @@
 #include "gen_os_info_machine.h"
 
+#include "gen_os_info_meminfo.h"
+#include "gen_retry.h"
+
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <limits>
-#include <memory>
-#include <string_view>
+#include <fcntl.h>
+#include <optional>
 #include <sys/utsname.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -33,38 +33,20 @@ unsigned long long physical_ram() {
     return pages * static_cast<unsigned long long>(sysconf(_SC_PAGESIZE));
 }
 
-/// "/proc/meminfo", piece by piece: a line of more than 49 bytes comes as several.
-class MEMINFO {
-  public:
-    bool is_open() const { return m_file != nullptr; }
-    bool next() { return std::fgets(m_line, sizeof m_line, m_file.get()) != nullptr; }
-
-    /// Whether the piece begins with @p key; then its second word as a number is in @p kilobytes.
-    bool match(std::string_view key, std::int32_t& kilobytes) {
-        if (!std::string_view(m_line).starts_with(key))
-            return false;
-        char* rest = m_line;
-        strtok_r(rest, ": ", &rest);
-        char const* const number = strtok_r(nullptr, ": ", &rest);
-        kilobytes = number != nullptr ? number_of(number) : 0;
-        return true;
-    }
-
-  private:
-    struct CLOSE {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-
-    /// Sticks at the limits of 32 bits, as strtol does where a long has no more.
-    static std::int32_t number_of(char const* text) {
-        using LIMITS = std::numeric_limits<std::int32_t>;
-        return static_cast<std::int32_t>(
-            std::clamp<long>(std::strtol(text, nullptr, 10), LIMITS::min(), LIMITS::max()));
-    }
-
-    std::unique_ptr<std::FILE, CLOSE> m_file{std::fopen("/proc/meminfo", "re")};
-    char m_line[50];
-};
+/// The text of "/proc/meminfo"; nothing where it cannot be read to its end.
+std::optional<STR> read_meminfo() {
+    int const file = gen_retry([] { return open("/proc/meminfo", O_RDONLY | O_CLOEXEC); });
+    if (file < 0)
+        return std::nullopt;
+    STR text;
+    char block[4096]; // more than it usually has
+    auto const read_block = [&] { return read(file, block, sizeof block); };
+    ssize_t size = 0;
+    while ((size = gen_retry(read_block)) > 0)
+        text.append(block, static_cast<std::size_t>(size));
+    close(file);
+    return size == 0 ? std::optional(std::move(text)) : std::nullopt;
+}
 
 unsigned long long bytes_of(std::int32_t kilobytes) {
     std::int64_t const bytes = std::int64_t{kilobytes} * 1024;
@@ -105,15 +87,11 @@ bool GEN_MACHINE_INFO::get_physical_ram(unsigned long long* out) {
 }
 
 bool GEN_MACHINE_INFO::get_virtual_ram(unsigned long long* out) {
-    MEMINFO meminfo;
-    if (!meminfo.is_open())
+    std::optional<STR> const meminfo = read_meminfo();
+    if (!meminfo)
         return false;
-    std::int32_t swap = 0;
-    while (meminfo.next())
-        if (meminfo.match("SwapTotal", swap)) {
-            answer(out, bytes_of(swap));
-            break;
-        }
+    if (auto const swap = gen_meminfo_swap_total(*meminfo))
+        answer(out, bytes_of(*swap));
     return true;
 }
 
@@ -125,18 +103,11 @@ bool GEN_MACHINE_INFO::get_total_ram(unsigned long long* out) {
 }
 
 bool GEN_MACHINE_INFO::get_available_ram(unsigned long long* out) {
-    MEMINFO meminfo;
-    if (!meminfo.is_open())
+    std::optional<STR> const meminfo = read_meminfo();
+    if (!meminfo)
         return false;
-    std::int32_t memory = 0;
-    std::int32_t swap = 0;
-    while (meminfo.next()) {
-        if (!meminfo.match("MemFree", memory))
-            meminfo.match("SwapFree", swap);
-        // The sum of the kilobytes wraps in 32 bits.
-        auto const sum = static_cast<std::uint32_t>(memory) + static_cast<std::uint32_t>(swap);
-        answer(out, bytes_of(static_cast<std::int32_t>(sum)));
-    }
+    if (auto const free = gen_meminfo_free(*meminfo))
+        answer(out, bytes_of(*free));
     return true;
 }
 

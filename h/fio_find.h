@@ -55,8 +55,8 @@ class KORVANE_API FIO_FIND {
     /// in the order of @p extensions (with or without their dots; an empty one stands for the base
     /// name alone). Null results are ignored.
     /// @param all_directories all of them, not only the first that has a match
-    /// @param absolute        results made absolute against the current directory where the list
-    ///                        and its base give relative ones
+    /// @param absolute        results made absolute against the current directory, if that can be
+    ///                        told, where the list and its base give relative ones
     void find_all(STR const& base_name, MEM_VECTOR<STR> const& extensions,
                   MEM_LIST<FIO_PATH>* results, bool all_directories, bool absolute);
 

@@ -1,0 +1,423 @@
+// Asks the library for one thing between two marks in its trace of system calls, and once more
+// behind them; prints what came of each, a line each. The system is to fail between the marks.
+//
+//     fault_probe                        names the things, a line each
+//     fault_probe <thing> <directory>    asks for one, in that empty directory
+//
+// What depends on the machine or on the moment is told as "known" or "none".
+
+#include "err.h"
+#include "fio.h"
+#include "gen.h"
+#include "mem.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path ground;
+int reports = 0;
+
+void count_report(char const*, char const*, char const*, int) {
+    ++reports;
+}
+
+int messages = 0;
+
+int count_message(char const*, char const*) {
+    return ++messages;
+}
+
+std::string at(char const* relative) {
+    return ground / relative;
+}
+
+STR text_at(char const* relative) {
+    return at(relative).c_str();
+}
+
+/// A name that nothing has yet.
+STR fresh(char const* name) {
+    static int names = 0;
+    return text_at(name) + std::to_string(++names).c_str();
+}
+
+std::string told(STR const& text) {
+    return std::string(text);
+}
+
+std::string told(bool yes) {
+    return yes ? "yes" : "no";
+}
+
+std::string told(FIO_PATH const& path) {
+    return told(path.fullpath());
+}
+
+/// Text of the machine or the moment.
+std::string known(STR const& text) {
+    return text.empty() ? "none" : "known";
+}
+
+std::string number(bool (*question)(int*)) {
+    int number = 0;
+    return !question(&number) ? "failed" : number > 0 ? "known" : "none";
+}
+
+std::string bytes(bool (*question)(unsigned long long*)) {
+    unsigned long long bytes = 77;
+    return !question(&bytes) ? "failed" : bytes == 77 ? "untouched" : "known";
+}
+
+std::string system_name(bool (*question)(STR*)) {
+    STR text;
+    return question(&text) ? known(text) : "failed";
+}
+
+void write(std::string const& file, std::string const& content = "") {
+    fs::create_directories(fs::path(file).parent_path());
+    std::ofstream(file) << content;
+}
+
+std::string content(std::string const& file) {
+    std::string text;
+    if (std::FILE* const stream = std::fopen(file.c_str(), "re")) {
+        char block[4096];
+        while (std::size_t const size = std::fread(block, 1, sizeof block, stream))
+            text.append(block, size);
+        std::fclose(stream);
+    }
+    return text;
+}
+
+/// Whether a file holds all of it, its beginning, or nothing of it.
+std::string compared(std::string const& file, std::string const& whole) {
+    std::string const text = content(file);
+    if (text == whole)
+        return "whole";
+    if (text.empty())
+        return fs::exists(file) ? "empty" : "none";
+    return whole.starts_with(text) ? "cut short" : "something else";
+}
+
+/// What the library is asked for, and what is found to have come of it once nothing fails any more.
+struct Thing {
+    std::function<void()> ask;
+    std::function<std::string()> tell;
+};
+
+/// A thing that is told by what a function returns.
+template <typename FUNCTION>
+Thing answer_of(FUNCTION function) {
+    auto const answer = std::make_shared<std::string>();
+    return {[=] { *answer = function(); }, [=] { return *answer; }};
+}
+
+std::string names_found(char const* pattern) {
+    std::string names;
+    _finddata_t found;
+    long const search = FIO_FILE_SYSTEM::findfirst(pattern, &found);
+    if (search == -1)
+        return "none";
+    do
+        names += std::string(found.name) + " " + std::to_string(found.size) + " ";
+    while (FIO_FILE_SYSTEM::findnext(search, &found) == 0);
+    FIO_FILE_SYSTEM::findclose(search);
+    return names;
+}
+
+std::string include_found() {
+    STR path;
+    return gen_find_include_file("x.h", at("elsewhere/top.v").c_str(), nullptr, &path, nullptr)
+               ? told(path)
+               : "none";
+}
+
+std::string sources_found() {
+    MEM_VECTOR<GEN_SOURCE_CANDIDATE> candidates;
+    gen_get_source_files("top", &candidates);
+    std::string paths;
+    for (auto const& [group, path] : candidates)
+        paths += told(path) + " ";
+    return paths;
+}
+
+std::string devices_found() {
+    std::string names;
+    for (STR const& name : gen_get_all_device_files())
+        names += told(name) + " ";
+    return names;
+}
+
+std::string path_list_entries() {
+    std::string entries;
+    FIO_FIND const find("here; \"there\"");
+    for (FIO_PATH const& directory : find.directories())
+        entries += told(directory) + " ";
+    return entries;
+}
+
+std::string results_found() {
+    MEM_LIST<FIO_PATH> results;
+    FIO_FIND("../project").find_all("top", {"v", "vhd"}, &results, true, true);
+    std::string paths;
+    for (FIO_PATH const& path : results)
+        paths += told(path) + " ";
+    return paths;
+}
+
+std::string absolute(char const* base) {
+    FIO_PATH path("a/../b.v");
+    path.become_absolute(base);
+    return told(path);
+}
+
+std::string search_paths() {
+    STR old_path;
+    STR old_library_path;
+    bool const changed = gen_set_paths_for_64bit("tool", old_path, old_library_path);
+    if (changed)
+        gen_restore_paths(old_path, old_library_path);
+    return told(changed);
+}
+
+std::string reported(STR const& answer, int reports_before) {
+    return known(answer) + (reports > reports_before ? ", reported" : "");
+}
+
+Thing commit() {
+    static constexpr int entries = 2000;
+    static GEN_UNDO_REDO_MGR manager;
+    static std::string whole;
+    manager.start_new_file(text_at("db"));
+    manager.begin_section("section");
+    whole = "section\n\n\tUndo Commands\n";
+    for (int i = 1; i <= entries; ++i) {
+        std::string const command = "command " + std::to_string(i);
+        manager.add_undo_command(command.c_str(), "");
+        char number[16];
+        std::snprintf(number, sizeof number, "\t%6d.\t", i);
+        whole += number + command + "\n";
+    }
+    manager.end_section();
+    whole += "\n\n";
+    fs::create_directories(at("db"));
+    return {[] { manager.commit_file(); }, [] { return compared(at("db/undo_redo.txt"), whole); }};
+}
+
+Thing profile() {
+    static std::string const date_line = "Sun Nov 15 12:47:34 2026\n";
+    fs::create_directories(at("db"));
+    gen_set_db_dir_path(text_at("db/"));
+    return {[] {
+                gen_set_gui_profile_stream();
+                if (std::ofstream* const stream = gen_get_gui_profile_stream()) {
+                    gen_print_local_time(stream);
+                    stream->flush();
+                }
+            },
+            [] {
+                std::string const open = gen_get_gui_profile_stream() != nullptr ? "open" : "none";
+                std::string const text = content(at("db/korvane_gui.profile"));
+                return open + (text.size() == date_line.size() ? ", a line" : "");
+            }};
+}
+
+Thing report() {
+    for (char const* name : {"profile_dll_usage", "list_dll_details", "report_modules_flow"})
+        mem_cfg_set(name, true);
+    mem_msg_set_sink(count_message);
+    return answer_of([] {
+        messages = 0;
+        gen_meminfo_report_dll_usage("tag", "phase");
+        return std::to_string(messages) + " lines";
+    });
+}
+
+Thing start() {
+    gen_module_fullpath = nullptr;
+    write(at("korvane/linux/tool"));
+    static std::string const tool = at("korvane/linux/tool");
+    return answer_of([] {
+        char const* arguments[] = {tool.c_str(), nullptr};
+        gen_exe_init(1, arguments);
+        return std::string(gen_module_fullpath);
+    });
+}
+
+Thing locale() {
+    LOCALIZATION_BASE_STRING = "C.UTF-8";
+    return answer_of([] {
+        int const before = reports;
+        std::string const answer = told(gen_local_isalpha('a') != 0 && gen_local_isalpha('1') == 0);
+        return answer + (reports > before ? ", reported" : "");
+    });
+}
+
+Thing output() {
+    static STR directory;
+    static std::string answer;
+    return {[] {
+                directory = fresh("out");
+                gen_set_project_output_directory(directory.c_str());
+                answer = gen_get_project_output_directory();
+            },
+            [] { return answer == std::string(directory) + "/" ? "the output's" : answer; }};
+}
+
+Thing temp_file() {
+    static STR path;
+    return {[] { path = gen_get_temp_filename(text_at("here"), "t", 42); },
+            [] { return told(!path.empty() && fs::exists(std::string(path))); }};
+}
+
+Thing debug_break() {
+    mem_cfg_set("dont_catch_all_exceptions", true);
+    return answer_of([] { return gen_debug_break(true), std::string("went on"); });
+}
+
+using MACHINE = GEN_MACHINE_INFO;
+
+std::map<std::string, std::function<Thing()>> const things{
+    {"absolute", [] { return answer_of([] { return absolute(""); }); }},
+    {"address", [] { return answer_of([] { return known(gen_get_ip_addr("localhost")); }); }},
+    {"available", [] { return answer_of([] { return bytes(MACHINE::get_available_ram); }); }},
+    {"break", debug_break},
+    {"cached",
+     [] { return answer_of([] { return told(gen_find_file_cache_assisted("top.v")); }); }},
+    {"commit", commit},
+    {"cpu",
+     [] { return answer_of([] { return told(GEN_STOPWATCH::get_cpu_seconds_elapsed() >= 0); }); }},
+    {"create",
+     [] {
+         return answer_of([] { return told(FIO_FILE_SYSTEM::create(fresh("new") + "/deep")); });
+     }},
+    {"current",
+     [] { return answer_of([] { return told(FIO_FILE_SYSTEM::get_current_directory()); }); }},
+    {"date", [] { return answer_of([] { return known(gen_get_current_date_and_time(0)); }); }},
+    {"devices", [] { return answer_of(devices_found); }},
+    {"eda", [] { return answer_of([] { return told(gen_find_eda_file("cell.v")); }); }},
+    {"executable", [] { return answer_of([] { return told(find_executable_in_path("tool")); }); }},
+    {"exists",
+     [] { return answer_of([] { return told(FIO_FILE_SYSTEM::exists("../project")); }); }},
+    {"file",
+     [] { return answer_of([] { return told(gen_file_exists(text_at("project/top.v"))); }); }},
+    {"find", [] { return answer_of([] { return told(gen_find_file("top.v")); }); }},
+    {"find_all", [] { return answer_of(results_found); }},
+    {"findfirst", [] { return answer_of([] { return names_found("../project/*.v"); }); }},
+    {"frequency", [] { return answer_of([] { return number(MACHINE::get_cpu_frequency); }); }},
+    {"host_name",
+     [] {
+         return answer_of([] {
+             int const before = reports;
+             return reported(gen_get_host_name(), before);
+         });
+     }},
+    {"include", [] { return answer_of(include_found); }},
+    {"locale", locale},
+    {"output", output},
+    {"path_list", [] { return answer_of(path_list_entries); }},
+    {"physical", [] { return answer_of([] { return bytes(MACHINE::get_physical_ram); }); }},
+    {"priority",
+     [] { return answer_of([] { return gen_lower_process_priority(), std::string("went on"); }); }},
+    {"processors", [] { return answer_of([] { return number(MACHINE::get_cpu_count); }); }},
+    {"profile", profile},
+    {"project",
+     [] {
+         return answer_of([] {
+             gen_clear_all_library_paths();
+             gen_find_file("top.v");
+             return told(gen_get_project_dir_path());
+         });
+     }},
+    {"report", report},
+    {"search_paths", [] { return answer_of(search_paths); }},
+    {"sources", [] { return answer_of(sources_found); }},
+    {"start", start},
+    {"system_names", [] { return answer_of([] { return system_name(MACHINE::get_os_version); }); }},
+    {"temp_file", temp_file},
+    {"temp_path",
+     [] {
+         return answer_of([] {
+             int const before = reports;
+             return reported(gen_get_temp_path(), before);
+         });
+     }},
+    {"ticks", [] { return answer_of([] { return gen_get_tick_count(), std::string("told"); }); }},
+    {"total", [] { return answer_of([] { return bytes(MACHINE::get_total_ram); }); }},
+    {"touch", [] { return answer_of([] { return told(FIO_FILE_SYSTEM::touch(fresh("file"))); }); }},
+    {"usage", [] { return answer_of([] { return bytes(MACHINE::get_total_usage_ram); }); }},
+    {"user",
+     [] {
+         return answer_of([] {
+             int const before = reports;
+             return reported(gen_get_user_name(), before);
+         });
+     }},
+    {"user_profile",
+     [] { return answer_of([] { return told(gen_get_user_profile_directory()); }); }},
+    {"virtual", [] { return answer_of([] { return bytes(MACHINE::get_virtual_ram); }); }},
+    {"working_set",
+     [] {
+         return answer_of([] {
+             return mem_info_get_working_set_size() != 0 &&
+                            mem_info_get_working_set_peak_size() != 0
+                        ? std::string("known")
+                        : std::string("none");
+         });
+     }},
+};
+
+/// An installation, a project with a file, and a place to stand.
+void prepare_ground(char const* directory) {
+    ground = directory;
+    for (char const* file :
+         {"project/top.v", "korvane/libraries/x.h", "korvane/eda/sim_lib/cell.v",
+          "korvane/linux/a.ddb", "korvane/linux/b.dll", "korvane/linux64/tool", "korvane/bin/tool"})
+        write(at(file), "content");
+    fs::create_directory(at("here"));
+    fs::current_path(at("here"));
+    setenv("HOME", at("home").c_str(), 1);
+    setenv("PATH", at("korvane/bin").c_str(), 1);
+    setenv("KORVANE_PLATFORM", "linux", 1);
+    setenv("KORVANE_ROOTDIR", at("korvane").c_str(), 1);
+    static std::string module = at("korvane/linux/probe");
+    gen_module_fullpath = module.data();
+    gen_set_project_dir_path(text_at("project"));
+    err_set_internal_error_handler(count_report);
+}
+
+/// Leaves a text in the trace. Neither is a question that the library could ask, and no write
+/// fails.
+void leave(std::string const& text) {
+    static_cast<void>(access(text.c_str(), X_OK));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 3) {
+        for (auto const& [name, make] : things)
+            std::printf("%s\n", name.c_str());
+        return 0;
+    }
+    prepare_ground(argv[2]);
+    Thing const thing = things.at(argv[1])();
+    leave("/mark");
+    thing.ask();
+    leave("/mark");
+    leave("/told/" + thing.tell());
+    thing.ask();
+    leave("/told/" + thing.tell());
+    return 0;
+}

@@ -9,6 +9,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <unistd.h>
 
 /// A NUL-terminated text in a block of exactly its size, so that a sanitizer sees every step over
 /// its ends.
@@ -51,6 +52,8 @@ class FuzzInput {
 
     std::string take_rest() { return take_bytes(m_left); }
 
+    bool is_dry() const { return m_left == 0; }
+
   private:
     std::string take_bytes(std::size_t count) {
         count = std::min(count, m_left);
@@ -71,6 +74,6 @@ class FuzzInput {
 inline void require(bool holds, char const* rule) {
     if (holds)
         return;
-    std::fprintf(stderr, "broken rule: %s\n", rule);
+    dprintf(STDERR_FILENO, "broken rule: %s\n", rule); // a target may have taken the stream away
     std::abort();
 }

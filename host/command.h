@@ -91,3 +91,6 @@ void add_time(Commands& commands);
 void add_undo(Commands& commands);
 void add_units(Commands& commands);
 void add_where(Commands& commands);
+
+/// All of them.
+void add_all(Commands& commands);

@@ -1,121 +1,16 @@
 #include "command.h"
 #include "input.h"
+#include "undo_script.h"
 
 #include "fio_path.h"
-#include "gen_undo_redo.h"
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <optional>
 #include <string_view>
 
 namespace {
-
-/// One command of the script with the comment that follows it.
-struct Entry {
-    bool undo = true;
-    STR command;
-    STR comment;
-};
-
-/// One section of the script.
-struct Section {
-    STR title;
-    STR description;
-    std::vector<Entry> entries;
-
-    bool is_recorded() const { return !title.empty() && !entries.empty(); }
-    std::size_t count(bool undo) const {
-        return static_cast<std::size_t>(
-            std::count_if(entries.begin(), entries.end(),
-                          [undo](Entry const& entry) { return entry.undo == undo; }));
-    }
-};
-
-/// Reads a script line by line.
-class Script {
-  public:
-    /// Takes one line in; gives what is wrong with it, or "".
-    std::string take(std::string_view line) {
-        auto const [word, rest] = first_word(line);
-        if (word.empty() || word.front() == '#')
-            return "";
-        return take_word(word, STR(rest));
-    }
-
-    std::vector<Section> const& sections() const { return m_sections; }
-
-  private:
-    std::string take_word(std::string_view word, STR rest) {
-        if (word == "section") {
-            m_sections.push_back({std::move(rest), {}, {}});
-            return "";
-        }
-        if (m_sections.empty())
-            return "a section has to come first";
-        Section& section = m_sections.back();
-        if (word == "describe") {
-            section.description = std::move(rest);
-        } else if (word == "undo" || word == "redo") {
-            if (rest.empty())
-                return "\"" + std::string(word) + "\" without a command";
-            section.entries.push_back({word == "undo", std::move(rest), {}});
-        } else if (word == "comment") {
-            if (section.entries.empty())
-                return "a comment without a command above it";
-            section.entries.back().comment = std::move(rest);
-        } else {
-            return "unknown word \"" + std::string(word) + "\"";
-        }
-        return "";
-    }
-
-    std::vector<Section> m_sections;
-};
-
-/// What a file that was written to its end holds. The manager is silent about faults, so this is
-/// how they are told; what an earlier run left may be of the very same length.
-class ExpectedText {
-  public:
-    explicit ExpectedText(std::vector<Section> const& sections) {
-        for (Section const& section : sections) {
-            if (!section.is_recorded())
-                continue;
-            add_line(section.title);
-            if (!section.description.empty())
-                add_line(section.description);
-            add_commands("\tUndo Commands", section, true);
-            add_commands("\tRedo Commands", section, false);
-            m_text += "\n\n";
-        }
-    }
-
-    std::string const& text() const { return m_text; }
-
-  private:
-    void add_line(std::string_view line) { (m_text += line) += '\n'; }
-
-    void add_commands(std::string_view heading, Section const& section, bool undo) {
-        std::size_t number = 0;
-        for (Entry const& entry : section.entries) {
-            if (entry.undo != undo)
-                continue;
-            if (++number == 1)
-                add_line("\n" + std::string(heading));
-            char prefix[32];
-            std::snprintf(prefix, sizeof prefix, "\t%6zu.\t", number);
-            // A command or comment ends at its first NUL.
-            add_line(prefix + std::string(entry.command.c_str()));
-            if (!entry.comment.empty())
-                add_line("\t\t\t" + std::string(entry.comment.c_str()));
-        }
-    }
-
-    std::string m_text;
-};
 
 // A device may be written without end, and read so too.
 std::optional<std::string> read_regular_file(char const* path) {
@@ -123,18 +18,6 @@ std::optional<std::string> read_regular_file(char const* path) {
     if (!std::filesystem::is_regular_file(path, fault))
         return std::nullopt;
     return read_input(path);
-}
-
-void record(GEN_UNDO_REDO_MGR& manager, Section const& section) {
-    manager.begin_section(section.title);
-    manager.add_description(section.description);
-    for (Entry const& entry : section.entries) {
-        if (entry.undo)
-            manager.add_undo_command(entry.command, entry.comment);
-        else
-            manager.add_redo_command(entry.command, entry.comment);
-    }
-    manager.end_section();
 }
 
 class Undo : public Command {
@@ -154,7 +37,7 @@ class Undo : public Command {
             answer.remark("cannot read '" + m_script + "'");
             return STATUS_USAGE;
         }
-        Script script;
+        UndoScript script;
         std::size_t number = 0;
         for (std::string_view const line : lines_of(*text)) {
             ++number;
@@ -169,10 +52,10 @@ class Undo : public Command {
     }
 
   private:
-    Status write(std::vector<Section> const& sections, Answer& answer) {
+    Status write(std::vector<UndoSection> const& sections, Answer& answer) {
         GEN_UNDO_REDO_MGR manager;
         manager.start_new_file(STR(m_directory));
-        for (Section const& section : sections)
+        for (UndoSection const& section : sections)
             record(manager, section);
         manager.commit_file();
 
@@ -180,20 +63,20 @@ class Undo : public Command {
         path.directory(STR(m_directory));
         path.filename("undo_redo.txt");
         std::optional<std::string> const text = read_regular_file(path.fullpath().c_str());
-        bool const whole = text && *text == ExpectedText(sections).text();
+        bool const whole = text && *text == undo_file_text(sections);
         tell(sections, path, whole, answer);
         if (m_print && whole && !text->empty())
             answer.plain("text", std::string_view(*text).substr(0, text->size() - 1));
         return status_of(whole);
     }
 
-    static void tell(std::vector<Section> const& sections, FIO_PATH const& path, bool whole,
+    static void tell(std::vector<UndoSection> const& sections, FIO_PATH const& path, bool whole,
                      Answer& answer) {
         std::size_t recorded = 0;
         std::size_t undo = 0;
         std::size_t redo = 0;
         Value::List dropped;
-        for (Section const& section : sections) {
+        for (UndoSection const& section : sections) {
             if (!section.is_recorded()) {
                 answer.remark("not recorded, for want of a title or a command: section '" +
                               std::string(section.title) + "'");

@@ -3,6 +3,7 @@
 #include "fio_path.h"
 
 #include "environment.h"
+#include "plain_path.h"
 #include "temp_directory.h"
 
 #include <gtest/gtest.h>
@@ -106,43 +107,6 @@ TEST(FioPathSimplify, KeepsABaseNameThatWasTakenWhole) {
     path.become_simplified();
     EXPECT_EQ(path.fullpath(), "/a/ver.2");
     EXPECT_EQ(path.base(), "ver.2");
-}
-
-std::vector<std::string> split(std::string const& text) {
-    std::vector<std::string> steps(1);
-    for (char const c : text) {
-        if (c == '/')
-            steps.emplace_back();
-        else
-            steps.back() += c;
-    }
-    return steps;
-}
-
-/// The plain form: a vector of steps, joined again at the end.
-std::string plainly_simplified(std::string const& text) {
-    if (text.empty())
-        return "";
-    std::size_t const slashes = std::min(text.find_first_not_of('/'), text.size());
-    std::string const root = slashes == 0 ? "" : slashes == 2 ? "//" : "/";
-    std::vector<std::string> kept;
-    std::vector<std::string> const steps = split(text);
-    for (std::string const& step : steps) {
-        if (step.empty() || step == ".")
-            continue;
-        if (step != "..")
-            kept.push_back(step);
-        else if (!kept.empty() && kept.back() != "..")
-            kept.pop_back();
-        else if (root.empty())
-            kept.push_back(step);
-    }
-    std::string const& last = steps.back();
-    bool const directory = last.empty() || last == "." || last == "..";
-    std::string result = root;
-    for (std::size_t i = 0; i < kept.size(); ++i)
-        result += kept[i] + (directory || i + 1 < kept.size() ? "/" : "");
-    return result.empty() ? "./" : result;
 }
 
 TEST(FioPathSimplify, AgreesWithThePlainFormOnRandomTexts) {

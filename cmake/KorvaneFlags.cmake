@@ -56,6 +56,8 @@ function(korvane_shared_library target output map)
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/h>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/korvane>)
   target_compile_features(${target} PUBLIC cxx_std_20)
+  # The types of the binary interface, which is compared with the one of before; presets have -g1.
+  target_compile_options(${target} PRIVATE $<$<CONFIG:RelWithDebInfo>:-g2>)
   # Not for the programs: in the headers they include g++ sees null pointers that cannot be.
   target_compile_options(${target} PRIVATE -Wnull-dereference)
   target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions -Wl,--version-script=${map})

@@ -6,6 +6,8 @@
 
 #include "error_recorder.h"
 
+#include <cmath>
+#include <cstdint>
 #include <deque>
 #include <limits>
 #include <new>
@@ -60,3 +62,13 @@ class Histogram {
 
     GEN_BINDATA* m_object;
 };
+
+/// What bin() answers, in plain arithmetic.
+inline unsigned plain_bin(double low, double high, unsigned bins, double item) {
+    double const quotient = (item - low) / ((high - low) / static_cast<double>(bins));
+    double const whole = std::trunc(quotient);
+    unsigned index = no_integer;
+    if (whole >= -2147483648.0 && whole <= 2147483647.0)
+        index = static_cast<unsigned>(static_cast<std::int32_t>(whole));
+    return index == bins ? index - 1 : index;
+}

@@ -8,7 +8,6 @@
 
 #include <bit>
 #include <cmath>
-#include <cstdint>
 #include <random>
 
 using testing::AllOf;
@@ -16,20 +15,6 @@ using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-namespace {
-
-/// What bin() answers, in plain arithmetic.
-unsigned plain_bin(double low, double high, unsigned bins, double item) {
-    double const quotient = (item - low) / ((high - low) / static_cast<double>(bins));
-    double const whole = std::trunc(quotient);
-    unsigned index = no_integer;
-    if (whole >= -2147483648.0 && whole <= 2147483647.0)
-        index = static_cast<unsigned>(static_cast<std::int32_t>(whole));
-    return index == bins ? index - 1 : index;
-}
-
-} // namespace
 
 TEST(BinData, ItemOutOfRangeIsReportedAndCountedAtItsComputedBin) {
     struct Row {

@@ -7,7 +7,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <random>
@@ -25,16 +24,6 @@ T value_at(unsigned char const* place) {
     T value;
     std::memcpy(&value, place, sizeof value);
     return value;
-}
-
-/// What bin() answers, in plain arithmetic.
-unsigned plain_bin(double low, double high, unsigned bins, double item) {
-    double const quotient = (item - low) / ((high - low) / static_cast<double>(bins));
-    double const whole = std::trunc(quotient);
-    unsigned index = no_integer;
-    if (whole >= -2147483648.0 && whole <= 2147483647.0)
-        index = static_cast<unsigned>(static_cast<std::int32_t>(whole));
-    return index == bins ? index - 1 : index;
 }
 
 } // namespace

@@ -58,6 +58,12 @@ TEST(ReplaceInvalidChars, NullIsLeftAlone) {
     gen_replace_invalid_chars(nullptr);
 }
 
+TEST(ReplaceInvalidChars, EmptyNameIsNotWrittenTo) {
+    char* const constant = const_cast<char*>("");
+    gen_replace_invalid_chars(constant);
+    EXPECT_EQ(gen_crc_string_to_dword(constant), 0);
+}
+
 TEST(ReplaceInvalidChars, NothingBehindTheTerminatorChanges) {
     char name[] = "a  \0 b";
     gen_replace_invalid_chars(name);

@@ -54,7 +54,7 @@ std::uint32_t crc_of_long(char const* text) {
 } // namespace
 
 void gen_replace_invalid_chars(char* name) {
-    if (name == nullptr)
+    if (name == nullptr || *name == '\0') // an empty name may be a constant
         return;
     std::size_t length = std::strlen(name);
     while (length > 0 && name[length - 1] == ' ')

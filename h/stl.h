@@ -79,7 +79,8 @@ class STL_ARG_CURSOR {
     /// @p conversion is "%", flags, width, precision, length and letter; what follows the letter is
     /// ignored. `%%` gives "%" and `%m` the text of errno, neither takes an argument. `%n` writes
     /// nothing and steps past its pointer. Anything else prints nothing and takes no argument:
-    /// a null or incomplete text, an unknown letter, a `*`, a numbered `1$`. errno stays as it is.
+    /// a null or incomplete text, an unknown letter, a `*`, a numbered `1$`, the flag `I` (as in
+    /// `%I64d`). errno stays as it is.
     /// A null @p out only steps.
     KORVANE_API void output(STR* out, char const* conversion);
     /// Steps as output does, without formatting.

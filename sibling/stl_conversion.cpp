@@ -181,11 +181,15 @@ STL_CONVERSION stl_parse_conversion(char const* at) {
 }
 
 STL_CONVERSION stl_parse_single(char const* text) {
+    STL_CONVERSION conversion;
     if (text != nullptr && *text == '%')
-        return stl_parse_conversion(text + 1);
-    STL_CONVERSION none;
-    none.ordinary = false;
-    return none;
+        conversion = stl_parse_conversion(text + 1);
+    else
+        conversion.ordinary = false;
+    // Whoever writes %I64d means a long argument, not an int with 64 columns of a locale's digits.
+    if (conversion.has(STL_CONVERSION::locale_digits))
+        conversion.ordinary = false;
+    return conversion;
 }
 
 STL_ARGUMENT stl_argument_of(char const* conversion) {

@@ -112,6 +112,7 @@ TEST(FormatMessage, NoConversionPrintsNothingAndTakesNoArgument) {
     EXPECT_EQ(message("<%1!y!>%2", "x", "y"), "<>x");
     EXPECT_EQ(message("<%1!1$s!>%2", "x", "y"), "<>x");
     EXPECT_EQ(message("<%1!I64!>%2", "x", "y"), "<>x");
+    EXPECT_EQ(message("<%1!I64d!>%2", "x", "y"), "<>x");
     EXPECT_EQ(message("<%1!5.!>%2", "x", "y"), "<>x");
     EXPECT_EQ(message("<%1!%!>%2", "x", "y"), "<%>x");
 }

@@ -59,6 +59,8 @@ constexpr ConversionCase no_argument_cases[] = {
     {"%!", ""},
     {"%1$n", ""},
     {"%.*2$s", ""},
+    {"%I64d", ""},
+    {"%5Id", ""},
 };
 
 } // namespace

@@ -35,6 +35,10 @@ if(KORVANE_COVERAGE)
   add_link_options(--coverage)
 endif()
 
+if(KORVANE_PACKAGE) # nobody shall see where it was built
+  add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
+endif()
+
 add_library(korvane_flags INTERFACE)
 target_compile_options(korvane_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast

@@ -44,13 +44,18 @@ def main(build, readme, examples, compiler, flags):
         run("cmake", "--install", build, "--prefix", scratch / "staged")
         tree = (scratch / "staged").rename(scratch / "moved")
         libraries = next(tree.rglob("libkorvane_gen.so")).parent
-        run("sh", HOSTS, examples, scratch / "hosts", env={
+        environment = {
             **os.environ, "CXX": compiler, "CXXFLAGS": " ".join(flags),
             "PKG_CONFIG_PATH": str(libraries / "pkgconfig"), "CMAKE_PREFIX_PATH": str(tree),
-            "LD_LIBRARY_PATH": str(libraries)})
+            "LD_LIBRARY_PATH": str(libraries)}
+        run("sh", HOSTS, examples, scratch / "hosts", env=environment)
         answer = run(tree / "bin" / "gen_query", "where")
         if f"{tree}/bin/gen_query" not in answer:
             sys.exit(f"gen_query of the moved tree: {answer}")
+        version = run("pkg-config", "--modversion", "korvane_gen", env=environment)
+        answer = run(tree / "bin" / "gen_query", "--version")
+        if answer != f"gen_query {version}":
+            sys.exit(f"version {version} has {answer}")
 
 
 if __name__ == "__main__":

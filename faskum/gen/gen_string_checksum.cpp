@@ -29,12 +29,10 @@ constexpr std::array<char, 256> safe_characters = [] {
 
 constexpr std::uint32_t crc_start = 0xFFFFFFFF;
 
-using CRC_UPDATE = std::uint32_t (*)(std::uint32_t, char const*, std::size_t);
-CRC_UPDATE crc_update_long = crc_update_sliced;
+bool has_folding = false;
 
 __attribute__((constructor)) void choose_crc() {
-    if (cpu_has_carryless_multiplication())
-        crc_update_long = crc_update_folded;
+    has_folding = cpu_has_carryless_multiplication();
 }
 
 /// Measured and summed up in pieces, so that a long text comes from memory once.
@@ -44,8 +42,8 @@ std::uint32_t crc_of_long(char const* text) {
     std::size_t size = 0;
     do {
         size = strnlen(text, piece_size);
-        crc = size >= crc_least_folded ? crc_update_long(crc, text, size)
-                                       : crc_update_sliced(crc, text, size);
+        crc = has_folding && size >= crc_least_folded ? crc_update_folded(crc, text, size)
+                                                      : crc_update_sliced(crc, text, size);
         text += size;
     } while (size == piece_size);
     return crc;

@@ -73,5 +73,6 @@ std::uint32_t crc_update_folded(std::uint32_t crc, char const* data, std::size_t
 
     char rest[block_size];
     _mm_storeu_si128(reinterpret_cast<__m128i*>(rest), block);
-    return crc_update_sliced(crc_update_sliced(0, rest, block_size), data, size);
+    crc = crc_update_sliced(0, rest, block_size);
+    return size != 0 ? crc_update_sliced(crc, data, size) : crc;
 }

@@ -19,8 +19,9 @@
 #include "korvane_export.h"
 
 /// The name of the neutral locale, "C" at first. It is read at every call: a host may point it at
-/// the name of another locale, or change the text it points at, and keeps that text alive. What ""
-/// stands for is looked up in the environment when it is first used.
+/// the name of another locale, or change the text it points at, and keeps that text alive. ""
+/// stands for what the environment names at the call. Whether a name is installed is found out when
+/// it is first used.
 KORVANE_API extern char const* LOCALIZATION_BASE_STRING;
 
 /// Classes of a narrow character (LC_CTYPE): not 0 where it is in the class. A value that is

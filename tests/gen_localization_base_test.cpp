@@ -3,10 +3,12 @@
 
 #include "gen_localization_fixture.h"
 
+#include "environment.h"
 #include "run_program.h"
 
 #include <atomic>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <ctype.h>
 #include <gtest/gtest.h>
@@ -36,6 +38,26 @@ TEST_F(LocalBase, IsFollowedWhenItsTextIsRewritten) {
     EXPECT_EQ(gen_local_isalpha(0xE4), 0);
     std::setlocale(LC_ALL, TestLocale::name);
     EXPECT_NE(gen_local_isalpha(0xE4), 0);
+}
+
+TEST_F(LocalBase, EmptyNameFollowsTheEnvironment) {
+    ScopedVariable const all("LC_ALL", "C");
+    ScopedVariable const character("LC_CTYPE", "C");
+    ScopedVariable const numeric("LC_NUMERIC", TestLocale::name);
+    ScopedVariable const language("LANG", TestLocale::name);
+    LOCALIZATION_BASE_STRING = "";
+    EXPECT_EQ(gen_local_isalpha(0xE4), 0);
+    setenv("LC_ALL", TestLocale::name, 1);
+    EXPECT_NE(gen_local_isalpha(0xE4), 0);
+    EXPECT_EQ(gen_local_atof("1,5"), 1.5);
+    setenv("LC_ALL", "", 1); // as good as none
+    EXPECT_EQ(gen_local_isalpha(0xE4), 0);
+    EXPECT_EQ(gen_local_atof("1,5"), 1.5);
+    unsetenv("LC_CTYPE");
+    unsetenv("LC_ALL");
+    EXPECT_NE(gen_local_isalpha(0xE4), 0);
+    unsetenv("LANG");
+    EXPECT_EQ(gen_local_isalpha(0xE4), 0);
 }
 
 // setlocale takes such a name for all categories at once only.

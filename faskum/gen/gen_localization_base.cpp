@@ -1,10 +1,12 @@
 #include "gen_localization_base.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <langinfo.h>
 #include <memory>
 #include <mutex>
+#include <utility>
 
 #include "err.h"
 
@@ -74,16 +76,39 @@ void fill_in(BASE_LOCALE& base) {
     }
 }
 
+// What setlocale takes for a category when its name is left to the environment.
+char const* name_in_environment(char const* category) {
+    for (char const* const variable : {"LC_ALL", category, "LANG"}) {
+        char const* const name = std::getenv(variable);
+        if (name != nullptr && *name != '\0')
+            return name;
+    }
+    return "C";
+}
+
+STR names_in_environment() {
+    STR names;
+    for (char const* const category : {"LC_CTYPE", "LC_NUMERIC", "LC_TIME"}) {
+        names += name_in_environment(category);
+        names += ' ';
+    }
+    return names;
+}
+
 BASE_LOCALE& find_base_locale(char const* name) {
+    bool const is_empty = *name == '\0';
+    STR environment = is_empty ? names_in_environment() : STR();
     BASE_LOCALE* base = base_locales;
-    while (base != nullptr && base->name != name)
+    while (base != nullptr && (base->name != name || base->environment != environment))
         base = base->next;
     if (base == nullptr) {
         base = add_node(base_locales);
         base->name = name;
+        base->environment = std::move(environment);
         fill_in(*base);
     }
-    current_base_locale.store(base, std::memory_order_release);
+    if (!is_empty) // the environment has to be asked again at the next call
+        current_base_locale.store(base, std::memory_order_release);
     return *base;
 }
 

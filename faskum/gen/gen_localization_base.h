@@ -28,6 +28,8 @@ struct BASE_LOCALE {
     /// The decimal point of the numeric category, '\0' where it is none or more than one byte.
     char decimal_point = '\0';
     STR name;
+    /// What the environment made of the name, when that is empty.
+    STR environment;
     BASE_TIME_LOCALE* times = nullptr;
     BASE_LOCALE* next = nullptr;
 };

@@ -43,7 +43,9 @@ tools() { # tools ARCHITECTURE TRIPLET
 
 state >/tmp/before
 apt install ./libkorvane-gen*.deb "./korvane-gen-tools_${version}_amd64.deb"
-dpkg --verify libkorvane-gen1:amd64 libkorvane-gen1:i386 libkorvane-gen-dev:amd64 libkorvane-gen-dev:i386
+verified=$(dpkg --verify libkorvane-gen1:amd64 libkorvane-gen1:i386 \
+    libkorvane-gen-dev:amd64 libkorvane-gen-dev:i386 korvane-gen-tools)
+[ -z "$verified" ] || fail "not as installed: $verified"
 for page in man1/gen_query.1.gz man3/korvane_gen.3.gz man3/gen_path_find.3.gz; do
     [ -s "/usr/share/man/$page" ] || fail "no manual page $page"
 done

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <iterator>
 #include <langinfo.h>
 #include <limits>
 #include <type_traits>
@@ -241,28 +242,33 @@ char radix_character() {
     return radix[0] != '\0' && radix[1] == '\0' ? radix[0] : '\0';
 }
 
-bool is_plain_fixed(STL_CONVERSION const& conversion, double value) {
-    return (conversion.letter == 'f' || conversion.letter == 'F') &&
-           conversion.precision <= most_places && std::fabs(value) < largest_whole &&
+constexpr int most_significant_places = 17;
+using FLOATING_BLOCK = char[2 * most_digits];
+
+// Whether the text of `value` fits a block, and all that it depends on is known here.
+bool is_plain(STL_CONVERSION const& conversion, double value) {
+    char const letter = conversion.letter;
+    bool const fits = letter == 'f' || letter == 'F'
+                          ? conversion.precision <= most_places && std::fabs(value) < largest_whole
+                          : letter != 'a' && letter != 'A' &&
+                                conversion.precision <= most_significant_places &&
+                                std::isfinite(value);
+    return fits &&
            is_only(conversion, STL_CONVERSION::left | STL_CONVERSION::sign | STL_CONVERSION::blank |
                                    STL_CONVERSION::zero) &&
            std::fegetround() == FE_TONEAREST;
 }
 
-bool format_floating(STL_TEXT& text, STL_CONVERSION const& conversion, double value) {
-    char const radix = radix_character();
-    if (radix == '\0' || !is_plain_fixed(conversion, value))
-        return print(text, conversion, value);
-    int const places = conversion.precision < 0 ? 6 : conversion.precision;
+// Each of these writes a magnitude, and gives where its text ends.
+
+char* write_fixed(FLOATING_BLOCK& block, double magnitude, int places, char radix) {
     std::uint32_t const power = powers_of_ten[places];
-    double const magnitude = std::fabs(value);
     auto whole = static_cast<std::uint32_t>(magnitude);
     std::uint32_t fraction = scaled_fraction(magnitude - whole, power, (whole & 1) != 0);
     if (fraction == power) {
         fraction = 0;
         ++whole;
     }
-    char block[2 * most_digits];
     char* end = std::to_chars(block, block + most_digits, whole).ptr;
     if (places != 0) {
         *end = radix;
@@ -272,6 +278,32 @@ bool format_floating(STL_TEXT& text, STL_CONVERSION const& conversion, double va
         }
         end += places + 1;
     }
+    return end;
+}
+
+// By %e and %g, which the C++ library writes as printf does, but for a point of the locale's.
+char* write_significant(FLOATING_BLOCK& block, double magnitude, int places, char letter,
+                        char radix) {
+    bool const is_capital = letter == 'E' || letter == 'G';
+    auto const form =
+        letter == 'e' || letter == 'E' ? std::chars_format::scientific : std::chars_format::general;
+    char* const end = std::to_chars(block, std::end(block), magnitude, form, places).ptr;
+    for (char* at = block; at != end; ++at)
+        *at = *at == '.' ? radix : *at == 'e' && is_capital ? 'E' : *at;
+    return end;
+}
+
+bool format_floating(STL_TEXT& text, STL_CONVERSION const& conversion, double value) {
+    char const radix = radix_character();
+    if (radix == '\0' || !is_plain(conversion, value))
+        return print(text, conversion, value);
+    char const letter = conversion.letter;
+    int const places = conversion.precision < 0 ? 6 : conversion.precision;
+    double const magnitude = std::fabs(value);
+    FLOATING_BLOCK block;
+    char* const end = letter == 'f' || letter == 'F'
+                          ? write_fixed(block, magnitude, places, radix)
+                          : write_significant(block, magnitude, places, letter, radix);
     NUMBER number;
     number.sign(conversion, std::signbit(value));
     number.digits = block;

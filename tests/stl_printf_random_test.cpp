@@ -202,6 +202,38 @@ TEST(StlPrintf, FewPlacesBehindTheCommaOfTheLocaleAsPrintf) {
     compare_few_places(100'000);
 }
 
+namespace {
+
+void compare_significant_places(std::size_t rounds) {
+    RandomFormats random;
+    static char const* const formats[] = {"%e",    "%g",    "%E",    "%G",    "%.0e",  "%.0g",
+                                          "%.1g",  "%.2e",  "%.3g",  "%.15g", "%.16e", "%.17g",
+                                          "%.17e", "%.18g", "%012g", "%-9e",  "%+.9g", "% .4G"};
+    STR text;
+    char expected[64];
+    for (std::size_t round = effort(rounds); round != 0; --round) {
+        char const* const format = random.pick(formats);
+        double const value = random.floating();
+        int const length = stl_sprintf(&text, format, value);
+        ASSERT_EQ(length, std::snprintf(expected, sizeof expected, format, value));
+        ASSERT_STREQ(text.c_str(), expected) << format << ' ' << std::hexfloat << value;
+    }
+}
+
+} // namespace
+
+TEST(StlPrintf, SignificantPlacesAsPrintf) {
+    compare_significant_places(300'000);
+}
+
+TEST(StlPrintf, SignificantPlacesAroundTheCommaOfTheLocaleAsPrintf) {
+    TestLocale const locale;
+    ASSERT_EQ(locale.trouble(), "");
+    std::setlocale(LC_ALL, TestLocale::name);
+    ASSERT_EQ(ours("%g", 1.5), (Printed{3, "1,5"}));
+    compare_significant_places(50'000);
+}
+
 TEST(StlPrintf, TextAndPointersAsPrintf) {
     RandomFormats random;
     std::string const long_text(3000, 'y');

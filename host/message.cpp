@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <clocale>
 #include <cstdlib>
 
 namespace {
@@ -20,6 +21,7 @@ class Message : public Command {
     }
 
     Status run(Answer& answer) override {
+        std::setlocale(LC_CTYPE, "C.UTF-8"); // for wide arguments, in and out
         unsigned long flags = FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ALLOCATE_BUFFER;
         if (m_as_is)
             flags |= FORMAT_MESSAGE_IGNORE_INSERTS;

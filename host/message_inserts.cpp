@@ -1,9 +1,12 @@
 #include "message_inserts.h"
 
 #include <cerrno>
+#include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <optional>
 #include <type_traits>
+#include <utility>
 
 namespace {
 
@@ -13,6 +16,20 @@ bool is_digit(char c) {
 
 char letter_of(std::string const& conversion) {
     return conversion[conversion.find_first_not_of("%0123456789.-+ #'IhlLqjzZt")];
+}
+
+bool is_wide_character(std::string const& conversion) {
+    return letter_of(conversion) == 'C' || conversion.find('l') != conversion.npos;
+}
+
+// Nothing when the text is none in the characters of the locale.
+std::optional<std::wstring> decoded(std::string const& text) {
+    std::wstring wide(text.size(), L'\0');
+    std::size_t const count = std::mbstowcs(wide.data(), text.c_str(), wide.size());
+    if (count == static_cast<std::size_t>(-1))
+        return std::nullopt;
+    wide.resize(count);
+    return wide;
 }
 
 } // namespace
@@ -77,13 +94,32 @@ bool MessageArguments::add_integer(std::string const& text, bool is_signed) {
 template <typename T>
 bool MessageArguments::add_floating(std::string const& text, T (*read)(char const*, char**)) {
     char* end = nullptr;
-    m_list.add(read(text.c_str(), &end));
-    return end != text.c_str() && *end == '\0';
+    errno = 0;
+    T const value = read(text.c_str(), &end);
+    m_list.add(value);
+    bool const is_too_large = errno == ERANGE && std::isinf(value);
+    return end != text.c_str() && *end == '\0' && !is_too_large;
 }
 
 bool MessageArguments::add_character(std::string const& text) {
     m_list.add(static_cast<int>(static_cast<unsigned char>(text[0])));
     return text.size() == 1;
+}
+
+bool MessageArguments::add_wide_character(std::string const& text) {
+    std::optional<std::wstring> const wide = decoded(text);
+    if (!wide || wide->size() != 1)
+        return false;
+    m_list.add(static_cast<int>(wide->front()));
+    return true;
+}
+
+bool MessageArguments::add_wide_text(std::string const& text) {
+    std::optional<std::wstring> wide = decoded(text);
+    if (!wide)
+        return false;
+    m_list.add(m_wide_texts.emplace_back(*std::move(wide)).c_str());
+    return true;
 }
 
 bool MessageArguments::add_pointer(char letter, std::string const& text) {
@@ -105,7 +141,7 @@ bool MessageArguments::add(std::string const& conversion, std::string const& tex
         break;
     case STL_ARGUMENT::integer:
         if (letter == 'c' || letter == 'C')
-            return add_character(text);
+            return is_wide_character(conversion) ? add_wide_character(text) : add_character(text);
         return add_integer<int>(text, is_signed);
     case STL_ARGUMENT::long_integer:
         return add_integer<long>(text, is_signed);
@@ -119,8 +155,7 @@ bool MessageArguments::add(std::string const& conversion, std::string const& tex
         m_list.add(m_texts.emplace_back(text).c_str());
         break;
     case STL_ARGUMENT::wide_text:
-        m_list.add(m_wide_texts.emplace_back(text.begin(), text.end()).c_str());
-        break;
+        return add_wide_text(text);
     case STL_ARGUMENT::pointer:
         return add_pointer(letter, text);
     }

@@ -39,6 +39,8 @@ class MessageArguments {
     template <typename T>
     bool add_floating(std::string const& text, T (*read)(char const*, char**));
     bool add_character(std::string const& text);
+    bool add_wide_character(std::string const& text);
+    bool add_wide_text(std::string const& text);
     bool add_pointer(char letter, std::string const& text);
 
     STL_ARG_LIST m_list;

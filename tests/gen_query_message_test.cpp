@@ -34,6 +34,21 @@ TEST(GenQueryMessage, FillsInsertsWithArgumentsOfTheirKind) {
     EXPECT_EQ(message({"%3", "not", "asked for", "third"}), "third\n");
 }
 
+TEST(GenQueryMessage, WideArgumentsAreUtf8) {
+    EXPECT_EQ(message({"<%1!ls!> <%2!lc!> <%3!C!>", "gr\u00F6\u00DFe", "\u20AC", "c"}),
+              "<gr\u00F6\u00DFe> <\u20AC> <c>\n");
+    EXPECT_THAT(complaint({"%1!ls!", "\xFF"}), HasSubstr("%ls"));
+    EXPECT_THAT(complaint({"%1!lc!", "\xC3"}), HasSubstr("%lc"));
+    EXPECT_THAT(complaint({"%1!lc!", "ab"}), HasSubstr("%lc"));
+}
+
+TEST(GenQueryMessage, NumbersPastTheRangeOfDoubleAreRefused) {
+    EXPECT_EQ(message({"%1!g! %2!g! %3!Lg!", "1e308", "inf", "1e400"}), "1e+308 inf 1e+400\n");
+    EXPECT_EQ(message({"%1!g!", "1e-400"}), "0\n");
+    EXPECT_THAT(complaint({"%1!g!", "1e400"}), HasSubstr("\"1e400\""));
+    EXPECT_THAT(complaint({"%1!Lg!", "-1e5000"}), HasSubstr("\"-1e5000\""));
+}
+
 TEST(GenQueryMessage, ConversionsWithoutArgumentTakeNone) {
     EXPECT_EQ(message({"<%1!!> <%2!*d!> %3", "a", "b", "c"}), "<> <> c\n");
     EXPECT_EQ(message({"<%1!n!> %2", "a", "b"}), "<> b\n");

@@ -1,0 +1,155 @@
+/// Paths and look-ups without memory.
+
+#include "allocation_failure.h"
+
+#include "allocation_ground.h"
+#include "gen_path.h"
+#include "gen_string_number.h"
+#include "mem.h"
+
+#include <cstdlib>
+#include <fstream>
+
+namespace {
+
+std::vector<Call> const calls = {
+    {.name = "library_path",
+     .ask = [] { return gen_get_library_path(GEN_LIB_VITAL); },
+     .prepare = start},
+    {.name = "common_misc", .ask = gen_get_common_misc_fullpath, .prepare = start},
+    {.name = "tcl_internal", .ask = gen_get_tcl_internal_fullpath, .prepare = start},
+    {.name = "unshipped_tcl", .ask = gen_get_unshipped_tcl_fullpath, .prepare = start},
+    {.name = "device_db", .ask = gen_get_device_db_fullpath, .prepare = start},
+    {.name = "set_project_dir",
+     .ask =
+         [] {
+             gen_set_project_dir_path(at("project"));
+             return gen_get_project_dir_path() + told(gen_get_project_parablocks_dir_path());
+         },
+     .prepare = start},
+    {.name = "set_db_dir",
+     .ask =
+         [] {
+             gen_set_db_dir_path(at("project/a;db"));
+             gen_set_db_dir_full_name(at("project/db/name"));
+             return gen_get_db_dir_path_string() + told(gen_get_db_dir_full_name());
+         },
+     .prepare = start},
+    {.name = "relative_path",
+     .ask =
+         [] {
+             return gen_get_relative_path_if_starts_with_project_dir("include/a_file_to_include.v");
+         },
+     .prepare = open_project},
+    {.name = "sync_path_separators",
+     .ask = [] { return gen_sync_path_separators("some\\directory\\and\\file"); }},
+    {.name = "set_library_paths",
+     .ask =
+         [] {
+             gen_set_project_library_paths("\"a;b\";/some/library;another/library");
+             gen_set_user_library_paths("the/library/of/the/user");
+             return told(gen_project_lib_fio_paths()) + gen_get_user_library_paths();
+         },
+     .prepare = start},
+    {.name = "shipped_library_paths",
+     .ask = [] { return told(gen_get_default_lib_fio_paths()); },
+     .prepare =
+         [] {
+             start();
+             gen_clear_all_library_paths();
+         }},
+    {.name = "file_type_order",
+     .ask =
+         [] {
+             MEM_VECTOR<STR>* const order = gen_get_file_type_order_helper();
+             gen_remove_file_type_order_helper(order, "an_extension_of_some_length");
+             return told_all(*order);
+         },
+     .prepare = gen_clear_all_library_paths},
+    {.name = "find_file",
+     .ask = [] { return told(gen_find_file("include/a_file_to_include.v")); },
+     .prepare = open_project},
+    {.name = "find_absolute_file",
+     .ask = [] { return told(gen_find_file(at("project/the_top_of_the_design.v"))); },
+     .prepare = open_project},
+    {.name = "find_file_in_library",
+     .ask = [] { return told(gen_find_file("a_name_in_the_library.v")); },
+     .prepare = open_project},
+    {.name = "find_file_cached",
+     .ask =
+         [] {
+             gen_find_file_cache_assisted("a_name_in_the_library.v");
+             return told(gen_find_file_cache_assisted("a_name_in_the_library.v"));
+         },
+     .prepare =
+         [] {
+             open_project();
+             gen_destroy_find_file_cache();
+         }},
+    {.name = "find_eda_file",
+     .ask = [] { return told(gen_find_eda_file("an_eda_file_of_the_suite.v")); },
+     .prepare = start},
+    {.name = "find_include_file",
+     .ask =
+         [] {
+             STR path;
+             STR beside_alias;
+             gen_find_include_file("a_file_to_include.v", at("project/include/x.v").c_str(),
+                                   "/some/alias/of/it.v", &path, &beside_alias);
+             return path + beside_alias;
+         },
+     .prepare = open_project},
+    {.name = "source_files",
+     .ask =
+         [] {
+             MEM_VECTOR<GEN_SOURCE_CANDIDATE> candidates;
+             gen_get_source_files("the_top_of_the_design", &candidates);
+             return told(candidates);
+         },
+     .prepare = open_project},
+    {.name = "source_files_of_the_suite",
+     .ask =
+         [] {
+             MEM_VECTOR<GEN_SOURCE_CANDIDATE> candidates;
+             gen_get_source_files_from_korvane_lib("shipped_with_the_suite", &candidates);
+             return told(candidates);
+         },
+     .prepare = start},
+    {.name = "tool_file_name",
+     .ask = [] { return told(gen_get_ase_filename()) + told(gen_get_rpw_filename(7)); },
+     .prepare = start},
+    {.name = "advisor_table",
+     .ask = [] { return told(gen_get_oaw_power_filename()); },
+     .prepare = start},
+    {.name = "pdb_file_name",
+     .ask =
+         [] {
+             STR const directory = "/a/directory/of/some/length";
+             return gen_generate_pdb_filename("a_partition_of_some_length", "pdb", &directory);
+         },
+     .prepare =
+         [] {
+             open_project();
+             listen();
+         }},
+    {.name = "temp_file",
+     .ask =
+         [] {
+             return gen_get_temp_filename(gen_get_temp_path().empty() ? "" : at("written"),
+                                          "report", 7);
+         },
+     .prepare = clear_written,
+     .left = written},
+    {.name = "user_profile_directory",
+     .ask = gen_get_user_profile_directory,
+     .prepare =
+         [] {
+             clear_written();
+             setenv("HOME", at("written/a/home").c_str(), 1);
+         },
+     .left = written},
+};
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(Path, AllocationFailure, testing::ValuesIn(calls), call_name);

@@ -1,0 +1,55 @@
+/// Start-up, the process and its environment without memory.
+
+#include "allocation_failure.h"
+
+#include "allocation_ground.h"
+#include "gen_exe.h"
+#include "gen_meminfo.h"
+#include "gen_os_info_paths.h"
+#include "mem.h"
+
+#include <cstdlib>
+
+namespace {
+
+std::vector<Call> const calls = {
+    {.name = "exe_init_by_path",
+     .ask =
+         [] {
+             char const* argv[] = {"tool", nullptr};
+             gen_exe_init(1, argv);
+             return gen_get_module_fullpath() + mem_gen_get_korvane_path();
+         },
+     .prepare =
+         [] {
+             start();
+             gen_module_fullpath = nullptr;
+             setenv("PATH", ("/a/directory/that/is/not/there:" + at("korvane/linux")).c_str(), 1);
+         }},
+    {.name = "module_path", .ask = gen_get_module_path, .prepare = start},
+    {.name = "module_filename",
+     .ask = [] { return gen_get_module_filename() + STR(20, '.'); },
+     .prepare = start},
+    {.name = "korvane_path", .ask = gen_get_korvane_path, .prepare = start},
+    {.name = "is_in_ui_process",
+     .ask = [] { return told(gen_is_in_ui_process()); },
+     .prepare = start},
+    {.name = "debug_message",
+     .ask =
+         [] {
+             gen_mem_msg_debug("%s and %d", "a text that no string keeps within itself", 5);
+             return heard();
+         },
+     .prepare = listen},
+    {.name = "set_switch",
+     .ask =
+         [] {
+             mem_cfg_set("a_switch_of_some_length", true);
+             return told(mem_cfg_is_on("a_switch_of_some_length", false));
+         },
+     .prepare = [] { mem_cfg_unset("a_switch_of_some_length"); }},
+};
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(Start, AllocationFailure, testing::ValuesIn(calls), call_name);

@@ -1,0 +1,160 @@
+/// Strings, messages, the locale, time and the machine without memory.
+
+#include "allocation_failure.h"
+
+#include "allocation_ground.h"
+#include "gen_exe.h"
+#include "gen_legal.h"
+#include "gen_localization.h"
+#include "gen_os_info.h"
+#include "gen_string.h"
+#include "gen_time.h"
+#include "gen_username.h"
+#include "test_locale.h"
+
+#include <clocale>
+#include <cstdlib>
+#include <ctime>
+#include <fstream>
+
+namespace {
+
+STR expanded(char const* format, ...) {
+    va_list args;
+    va_start(args, format);
+    STR text;
+    gen_formatmessage(text, format, STL_ARGS(args));
+    va_end(args);
+    return text;
+}
+
+/// The text of a block that the caller has to release.
+STR in_new_block(char const* format, ...) {
+    va_list args;
+    va_start(args, format);
+    char* block = nullptr;
+    gen_formatmessage(FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ALLOCATE_BUFFER, format, 0, 0,
+                      static_cast<char*>(static_cast<void*>(&block)), 100, STL_ARGS(args));
+    va_end(args);
+    STR const text = told(block);
+    std::free(block);
+    return text;
+}
+
+wchar_t const* const wide_text = [] {
+    static std::wstring const text(3000, L'w');
+    return text.c_str();
+}();
+char const some_text[] = "a text that no string keeps within itself";
+
+// Kept from the compiler, which knows of no numbered arguments.
+char const* numbered_format = "%2$s %1$800d";
+
+std::vector<Call> const calls = {
+    {.name = "number_to_text",
+     .ask =
+         [] {
+             STR text;
+             gen_itoa(-2147483647, text, 2);
+             return text + gen_itoa(2147483647, 2);
+         }},
+    {.name = "trim",
+     .ask =
+         [] {
+             STR const text = STR("  ") + some_text + " \t";
+             STR trimmed;
+             gen_remove_leading_and_trailing_white_spaces(text, &trimmed);
+             return trimmed + gen_remove_leading_and_trailing_spaces(text);
+         }},
+    {.name = "wildcard",
+     .ask =
+         [] {
+             STR wildcard = STR("*?.[]") + some_text + STR(600, '*');
+             return gen_wildcard_to_reg_expr(&wildcard, true);
+         }},
+    {.name = "sprintf",
+     .ask =
+         [] {
+             STR text;
+             gen_sprintf(&text, "%s %600d %-5.2f", some_text, 5, 2.5);
+             return text;
+         }},
+    {.name = "sprintf_by_printf",
+     .ask =
+         [] {
+             STR text;
+             gen_sprintf(&text, "%.3000Lf|%.5000d|%.2000e", 1.0L / 3, 5, 1.0 / 3);
+             return text;
+         }},
+    {.name = "sprintf_numbered",
+     .ask =
+         [] {
+             STR text;
+             gen_sprintf(&text, numbered_format, 5, some_text);
+             return text;
+         }},
+    {.name = "sprintf_wide",
+     .ask =
+         [] {
+             STR text;
+             gen_sprintf(&text, "%ls", wide_text);
+             return text;
+         }},
+    {.name = "message",
+     .ask = [] { return expanded("%2!d! times %1, %1 and %3!600s!%n", some_text, 5, "x"); }},
+    {.name = "simple_message",
+     .ask = [] { return expanded("%1 and %2, %1", some_text, some_text); }},
+    {.name = "message_in_new_block",
+     .ask = [] { return in_new_block("%1 and %2", some_text, some_text); },
+     .otherwise = {"null"}},
+
+    {.name = "elapsed_time",
+     .ask =
+         [] {
+             long const seconds = 2000000000;
+             return gen_format_elapsed_time(seconds) + some_text;
+         }},
+    {.name = "stopwatch",
+     .ask =
+         [] {
+             GEN_STOPWATCH watch;
+             return watch.lap() + some_text;
+         }},
+
+    {.name = "system_names",
+     .ask =
+         [] {
+             STR name;
+             STR version;
+             GEN_MACHINE_INFO::get_os_name(&name);
+             GEN_MACHINE_INFO::get_kernel_version(&version);
+             return name + version + gen_get_operating_system_string(GEN_OS_WIN98SE) +
+                    gen_get_host_name();
+         }},
+    // The C library's name services, once loaded. (Loading them without memory, it may crash or
+    // wait for ever.)
+    {.name = "user_name",
+     .ask = gen_get_user_name,
+     .prepare = [] { gen_get_user_name(); },
+     .otherwise = {""},
+     .told = "korvane: internal error: Failed to get username from os \\(GEN, "
+             "gen_username:[0-9]+\\)\n"},
+    {.name = "address",
+     .ask = [] { return gen_get_ip_addr("localhost"); },
+     .prepare = [] { gen_get_ip_addr("localhost"); },
+     .otherwise = {""}},
+    {.name = "swap",
+     .ask =
+         [] {
+             unsigned long long bytes = 7;
+             return GEN_MACHINE_INFO::get_virtual_ram(&bytes) ? told(true) : told(bytes == 7);
+         }},
+
+    {.name = "legal_text",
+     .ask = [] { return gen_get_legal_text("-- ") + gen_get_legal_banner(); }},
+    {.name = "do_not_edit", .ask = [] { return gen_get_do_not_edit_text(nullptr); }},
+};
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(Text, AllocationFailure, testing::ValuesIn(calls), call_name);

@@ -13,6 +13,20 @@
 namespace {
 
 std::vector<Call> const calls = {
+    {.name = "exe_init",
+     .ask =
+         [] {
+             static STR const name = at("korvane/linux/tool");
+             char const* argv[] = {name.c_str(), nullptr};
+             gen_exe_init(1, argv);
+             return gen_get_module_fullpath() + told(std::getenv("KORVANE_ROOTDIR"));
+         },
+     .prepare =
+         [] {
+             start();
+             gen_module_fullpath = nullptr;
+             unsetenv("KORVANE_ROOTDIR");
+         }},
     {.name = "exe_init_by_path",
      .ask =
          [] {
@@ -41,6 +55,29 @@ std::vector<Call> const calls = {
              return heard();
          },
      .prepare = listen},
+    {.name = "set_paths_for_64bit",
+     .ask =
+         [] {
+             STR path;
+             STR library_path;
+             bool const changed = gen_set_paths_for_64bit("fitter", path, library_path);
+             return told(changed) + path + library_path + told(std::getenv("PATH")) +
+                    told(std::getenv("LD_LIBRARY_PATH"));
+         },
+     .prepare =
+         [] {
+             start();
+             setenv("KORVANE_PLATFORM", "linux", 1);
+             setenv("PATH", "/usr/bin:/bin", 1);
+             unsetenv("LD_LIBRARY_PATH");
+         }},
+    {.name = "restore_paths",
+     .ask =
+         [] {
+             gen_restore_paths("/a/path/of/some/length", "/another/path/of/some/length");
+             return told(std::getenv("PATH")) + told(std::getenv("LD_LIBRARY_PATH"));
+         },
+     .prepare = [] { unsetenv("LD_LIBRARY_PATH"); }},
     {.name = "set_switch",
      .ask =
          [] {

@@ -79,7 +79,8 @@ void set_root_variable() {
         root_variable = allocate_for_good(root_variable_size);
     std::memcpy(root_variable, root_variable_start.data(), root_variable_start.size());
     std::memcpy(root_variable + root_variable_start.size(), root.c_str(), root.size() + 1);
-    putenv(root_variable);
+    if (putenv(root_variable) != 0)
+        MEM_MANAGER::fail(root_variable_size, nullptr, "GEN");
 }
 
 } // namespace

@@ -13,8 +13,10 @@ namespace {
 void put_variable(char const* name, STR const& value) {
     STR const entry = STR(name) + "=" + value;
     std::size_t const size = entry.size() + 1;
-    if (void* const kept = std::malloc(size))
-        putenv(static_cast<char*>(std::memcpy(kept, entry.c_str(), size)));
+    char* const kept = MEM_STL_ALLOCATOR<char>().allocate(size);
+    std::memcpy(kept, entry.c_str(), size);
+    if (putenv(kept) != 0)
+        MEM_MANAGER::fail(size, nullptr, "GEN");
 }
 
 /// Returns what the variable was.

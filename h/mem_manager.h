@@ -3,6 +3,7 @@
 /// Tracked allocation: what the containers of mem_alloc_sys.h stand on.
 
 #include <atomic>
+#include <cerrno>
 #include <cstddef>
 #include <cstdlib>
 #include <malloc.h>
@@ -64,4 +65,14 @@ class MEM_MANAGER {
     /// the process is torn down, since a half-built object may be on the way.
     [[noreturn]] KORVANE_API static void fail(std::size_t size, MEM_TRACKER_THUNK const* tracker,
                                               char const* owner);
+
+    /// To be asked when a function of the C library, which allocates by itself, has failed. Where
+    /// errno tells that there was no memory it may mean the heap or the kernel: this ends the
+    /// process like any failed allocation when it was the heap, and else does nothing, so that the
+    /// caller answers for the failure. Leaves errno alone.
+    static void check_heap(char const* owner) {
+        constexpr unsigned little = 4096;
+        if (errno == ENOMEM) [[unlikely]]
+            delete_wrapper(new_wrapper(little, nullptr, owner), owner);
+    }
 };

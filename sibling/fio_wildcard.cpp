@@ -34,8 +34,10 @@ MEM_VECTOR<STR> fio_matching_names(STR const& pattern) {
     if (name_pattern.empty() || pattern.find('\0') != STR::npos)
         return names;
     DIR* const stream = opendir(directory.c_str());
-    if (stream == nullptr)
+    if (stream == nullptr) {
+        MEM_MANAGER::check_heap("FIO");
         return names;
+    }
     while (dirent const* const entry = readdir(stream)) {
         std::string_view const name = entry->d_name;
         if (name != "." && name != ".." && fio_matches_wildcard(name, name_pattern))

@@ -20,6 +20,10 @@ std::vector<Call> const calls = {
     {.name = "tcl_internal", .ask = gen_get_tcl_internal_fullpath, .prepare = start},
     {.name = "unshipped_tcl", .ask = gen_get_unshipped_tcl_fullpath, .prepare = start},
     {.name = "device_db", .ask = gen_get_device_db_fullpath, .prepare = start},
+    {.name = "device_files",
+     .ask = [] { return told_all(gen_get_all_device_files()); },
+     .prepare = start,
+     .lapse = ""},
     {.name = "set_project_dir",
      .ask =
          [] {
@@ -148,6 +152,22 @@ std::vector<Call> const calls = {
              setenv("HOME", at("written/a/home").c_str(), 1);
          },
      .left = written},
+    {.name = "find_first",
+     .ask =
+         [] {
+             FIO_FIND find(at("korvane/linux/*"));
+             return find.find_first() + find.find_next();
+         },
+     .lapse = ""},
+    {.name = "findfirst",
+     .ask =
+         [] {
+             _finddata_t data{};
+             FIO_FILE_SYSTEM::findclose(
+                 FIO_FILE_SYSTEM::findfirst(at("korvane/linux/*").c_str(), &data));
+             return STR(data.name);
+         },
+     .lapse = ""},
 };
 
 } // namespace

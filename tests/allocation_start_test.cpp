@@ -85,6 +85,20 @@ std::vector<Call> const calls = {
              return told(mem_cfg_is_on("a_switch_of_some_length", false));
          },
      .prepare = [] { mem_cfg_unset("a_switch_of_some_length"); }},
+    {.name = "meminfo_report",
+     .ask =
+         [] {
+             gen_meminfo_report_dll_usage("fitter", "synthesis");
+             return heard();
+         },
+     .prepare =
+         [] {
+             start();
+             listen();
+             mem_cfg_set("profile_dll_usage", true);
+             mem_cfg_set("list_dll_details", true);
+         },
+     .lapse = "GENNo *.dll files found!"},
 };
 
 } // namespace

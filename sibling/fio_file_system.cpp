@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -108,10 +109,16 @@ bool FIO_FILE_SYSTEM::touch(STR const& path) {
 }
 
 STR FIO_FILE_SYSTEM::get_current_directory() {
-    // The allocating form: a current directory may be deeper than PATH_MAX.
-    char* const directory = getcwd(nullptr, 0);
-    STR result(directory != nullptr ? directory : "");
-    std::free(directory);
+    // Not the allocating form of getcwd, which does not tell a want of memory from other troubles.
+    // A current directory may be deeper than PATH_MAX.
+    STR result;
+    result.resize(PATH_MAX);
+    while (getcwd(result.data(), result.size()) == nullptr) {
+        if (errno != ERANGE)
+            return {};
+        result.resize(2 * result.size());
+    }
+    result.resize(std::strlen(result.c_str()));
     return result;
 }
 

@@ -39,6 +39,26 @@ std::vector<Call> const calls = {
              return gen_get_db_dir_path_string() + told(gen_get_db_dir_full_name());
          },
      .prepare = start},
+    {.name = "set_output_directory",
+     .ask =
+         [] {
+             gen_set_project_output_directory("an/output/directory");
+             return told(gen_get_project_output_directory());
+         },
+     .prepare =
+         [] {
+             start();
+             clear_written();
+         },
+     .left = written},
+    {.name = "output_directory_by_default",
+     .ask = [] { return told(gen_get_project_output_directory()); },
+     .prepare =
+         [] {
+             start();
+             gen_clear_all_library_paths();
+             gen_set_project_output_directory(nullptr);
+         }},
     {.name = "relative_path",
      .ask =
          [] {
@@ -73,6 +93,13 @@ std::vector<Call> const calls = {
     {.name = "find_file",
      .ask = [] { return told(gen_find_file("include/a_file_to_include.v")); },
      .prepare = open_project},
+    {.name = "find_file_by_default",
+     .ask = [] { return told(gen_find_file("primitives/shipped_with_the_suite.v")); },
+     .prepare =
+         [] {
+             start();
+             gen_clear_all_library_paths();
+         }},
     {.name = "find_absolute_file",
      .ask = [] { return told(gen_find_file(at("project/the_top_of_the_design.v"))); },
      .prepare = open_project},
@@ -168,6 +195,7 @@ std::vector<Call> const calls = {
              return STR(data.name);
          },
      .lapse = ""},
+    {.name = "current_directory", .ask = FIO_FILE_SYSTEM::get_current_directory, .prepare = start},
 };
 
 } // namespace

@@ -179,6 +179,20 @@ std::vector<Call> const calls = {
              setenv("HOME", at("written/a/home").c_str(), 1);
          },
      .left = written},
+    {.name = "gui_profile_stream",
+     .ask =
+         [] {
+             gen_set_gui_profile_stream();
+             std::ofstream* const stream = gen_get_gui_profile_stream();
+             return told(stream != nullptr && stream->is_open());
+         },
+     .prepare =
+         [] {
+             clear_written();
+             open_project();
+         },
+     .left = written,
+     .otherwise = {"false"}},
     {.name = "find_first",
      .ask =
          [] {

@@ -1,9 +1,11 @@
 #include "gen_path_temp.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
+#include <new>
 
 #include "err.h"
 #include "fio.h"
@@ -21,6 +23,15 @@ constexpr std::size_t prefix_length = 3;
 constexpr std::size_t digit_count = 8;
 constexpr char temp_extension[] = ".tmp";
 constexpr std::uint32_t numbers_in_a_round = 65536;
+
+/// A stream on the file, emptied; not good where it cannot be opened.
+std::ofstream* open_stream(STR const& path) {
+    try {
+        return gen_make_owned<std::ofstream>(path.c_str(), std::ios::trunc);
+    } catch (std::bad_alloc const&) { // for its buffer
+        MEM_MANAGER::fail(BUFSIZ, nullptr, "GEN");
+    }
+}
 
 /// Writes eight hexadecimal digits.
 void write_number(char* out, std::uint16_t number) {
@@ -86,7 +97,7 @@ void gen_set_gui_profile_stream() {
         return;
     FIO_PATH path = *db_dir_path;
     path.filename(GUI_PROFILE_NAME);
-    gui_profile_stream = gen_make_owned<std::ofstream>(path.fullpath().c_str(), std::ios::trunc);
+    gui_profile_stream = open_stream(path.fullpath());
     if (!gui_profile_stream->good())
         gen_release_owned(gui_profile_stream);
 }

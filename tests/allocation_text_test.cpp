@@ -50,6 +50,13 @@ char const some_text[] = "a text that no string keeps within itself";
 // Kept from the compiler, which knows of no numbered arguments.
 char const* numbered_format = "%2$s %1$800d";
 
+/// A zone that the C library finds in no file, and all others of the day.
+void in_some_zone() {
+    setenv("TZ", "ABC5DEF,M3.2.0,M11.1.0", 1);
+}
+
+std::ofstream* stream = nullptr;
+
 std::vector<Call> const calls = {
     {.name = "number_to_text",
      .ask =
@@ -108,6 +115,34 @@ std::vector<Call> const calls = {
      .ask = [] { return in_new_block("%1 and %2", some_text, some_text); },
      .otherwise = {"null"}},
 
+    {.name = "current_time",
+     .ask = [] { return told(gen_get_current_time().size() == 8); },
+     .prepare = in_some_zone},
+    {.name = "date",
+     .ask = [] { return gen_get_current_date_and_time(1700000000); },
+     .prepare = in_some_zone,
+     .lapse = "Tue Nov 14 22:13:20 2023",
+     .lapse_stays = true},
+    {.name = "date_of_the_site",
+     .ask = [] { return gen_get_current_date_and_time(1700000000); },
+     .prepare = [] { unsetenv("TZ"); }},
+    {.name = "formatted_time",
+     .ask =
+         [] {
+             STR text;
+             gen_format_current_date_and_time(&text, "%Z a format that no string keeps within");
+             return text;
+         },
+     .prepare = in_some_zone,
+     .lapse = " a format that no string keeps within",
+     .lapse_stays = true},
+    {.name = "printed_time",
+     .ask = [] { return gen_print_local_time(stream), told(stream->good()); },
+     .prepare =
+         [] {
+             in_some_zone();
+             stream = new std::ofstream("/dev/null");
+         }},
     {.name = "elapsed_time",
      .ask =
          [] {

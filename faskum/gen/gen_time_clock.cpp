@@ -9,6 +9,8 @@
 #include <sys/times.h>
 #include <unistd.h>
 
+#include "gen_memory_watch.h"
+
 namespace {
 
 static_assert(sizeof(std::time_t) == 8, "dates after January 2038 need 64-bit time");
@@ -28,6 +30,7 @@ class CONVERSION {
         char const* const variable = std::getenv("TZ");
         if (instant == m_instant && is_in_zone(variable, now))
             return &m_local;
+        GEN_MEMORY_WATCH const watch;
         tzset();
         m_zone = UNKNOWN;
         m_instant = instant;
@@ -150,6 +153,7 @@ bool gen_format_current_date_and_time(STR* out, char const* format) {
     std::tm const* const local = local_time_now();
     if (format == nullptr || local == nullptr)
         return false;
+    GEN_MEMORY_WATCH const watch; // "%Z" looks at the zone once more
     char text[250];
     std::size_t const length = std::strftime(text, sizeof text, format, local);
     if (length != 0 && out != nullptr)

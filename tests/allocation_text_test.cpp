@@ -57,6 +57,25 @@ void in_some_zone() {
 
 std::ofstream* stream = nullptr;
 
+void make_locale() {
+    static TestLocale const made;
+}
+
+/// The tests' locale as the base of the twins, which have not been asked for it before.
+void on_own_base() {
+    LOCALIZATION_BASE_STRING = TestLocale::name;
+}
+
+/// A date that is told in the words of the locale.
+STR some_date() {
+    std::tm time{};
+    time.tm_mon = 4;
+    time.tm_wday = 3;
+    char text[100] = "";
+    gen_local_strftime(text, sizeof text, "%A %B", &time);
+    return text;
+}
+
 std::vector<Call> const calls = {
     {.name = "number_to_text",
      .ask =
@@ -114,6 +133,41 @@ std::vector<Call> const calls = {
     {.name = "message_in_new_block",
      .ask = [] { return in_new_block("%1 and %2", some_text, some_text); },
      .otherwise = {"null"}},
+
+    {.name = "local_number",
+     .ask = [] { return told(static_cast<long>(gen_local_atof("2,5") * 10)); },
+     .prepare = on_own_base,
+     .lapse = "20",
+     .lapse_stays = true,
+     .once = make_locale},
+    {.name = "local_wide_number",
+     .ask = [] { return told(static_cast<long>(gen_local_wcstod(L"2,5", nullptr) * 10)); },
+     .prepare = on_own_base,
+     .lapse = "20",
+     .lapse_stays = true,
+     .once = make_locale},
+    {.name = "local_character",
+     .ask = [] { return told(static_cast<long>(gen_local_toupper(0xE4))); },
+     .prepare = on_own_base,
+     .lapse = "228",
+     .lapse_stays = true,
+     .once = make_locale},
+    {.name = "local_text",
+     .ask =
+         [] {
+             wchar_t wide[20];
+             return told(static_cast<long>(gen_local_mbstowcs(wide, "\xE4\xF6", 20)));
+         },
+     .prepare = on_own_base,
+     .lapse = "4294967295",
+     .lapse_stays = true,
+     .once = make_locale},
+    {.name = "local_date",
+     .ask = some_date,
+     .prepare = on_own_base,
+     .lapse = "Wednesday May",
+     .lapse_stays = true,
+     .once = make_locale},
 
     {.name = "current_time",
      .ask = [] { return told(gen_get_current_time().size() == 8); },

@@ -7,8 +7,10 @@
 #include <memory>
 #include <mutex>
 #include <utility>
+#include <wchar.h>
 
 #include "err.h"
+#include "gen_memory_watch.h"
 
 char const* LOCALIZATION_BASE_STRING = "C";
 
@@ -58,16 +60,39 @@ struct BASE_LOCALES_RELEASER {
     }
 } const base_locales_releaser;
 
+/// The C library forgets why a locale could not be had, and without memory none can.
+void check_heap() {
+    errno = ENOMEM;
+    MEM_MANAGER::check_heap("GEN");
+    errno = 0;
+}
+
 /// @p rest with one category of the locale @p name; null, with @p rest as it was, where setlocale
 /// would have refused the name.
 locale_t with_category(int category_mask, STR const& name, locale_t rest) {
     // newlocale would split a name that tells the categories one by one; setlocale refuses such a
     // name for a single category.
-    return name.find(';') == STR::npos ? newlocale(category_mask, name.c_str(), rest) : nullptr;
+    if (name.find(';') != STR::npos)
+        return nullptr;
+    locale_t const locale = newlocale(category_mask, name.c_str(), rest);
+    if (locale == nullptr)
+        check_heap();
+    return locale;
+}
+
+/// Has the C library load what converts the characters of the locale, which it would otherwise do
+/// at the first conversion, and without memory take those of the "C" locale for good.
+void load_conversions(locale_t character) {
+    locale_t const previous = uselocale(character);
+    constexpr int first_beyond_ascii = 0x80;
+    static_cast<void>(btowc(first_beyond_ascii));
+    uselocale(previous);
 }
 
 void fill_in(BASE_LOCALE& base) {
     base.character = with_category(LC_CTYPE_MASK, base.name, nullptr);
+    if (base.character != nullptr)
+        load_conversions(base.character);
     base.numeric = with_category(LC_NUMERIC_MASK, base.name, nullptr);
     if (base.numeric != nullptr) {
         char const* const point = nl_langinfo_l(RADIXCHAR, base.numeric);
@@ -122,25 +147,13 @@ locale_t make_time_locale(STR const& name) {
     return mixed;
 }
 
-/// Leaves errno as it was, once the scope ends.
-class ERRNO_SCOPE {
-  public:
-    ERRNO_SCOPE() = default;
-    ~ERRNO_SCOPE() { errno = m_saved; }
-    ERRNO_SCOPE(ERRNO_SCOPE const&) = delete;
-    ERRNO_SCOPE& operator=(ERRNO_SCOPE const&) = delete;
-
-  private:
-    int m_saved = errno;
-};
-
 } // namespace
 
 BASE_LOCALE const& switch_base_locale() {
     char const* const name = LOCALIZATION_BASE_STRING;
     if (name == nullptr)
         return no_base_locale;
-    ERRNO_SCOPE const errno_scope;
+    GEN_MEMORY_WATCH const watch;
     std::lock_guard const lock(base_locales_mutex);
     return find_base_locale(name);
 }
@@ -149,7 +162,7 @@ locale_t base_time_locale() {
     char const* const name = LOCALIZATION_BASE_STRING;
     if (name == nullptr)
         return nullptr;
-    ERRNO_SCOPE const errno_scope;
+    GEN_MEMORY_WATCH const watch;
     char const* const character_name = nl_langinfo(NL_LOCALE_NAME(LC_CTYPE));
     std::lock_guard const lock(base_locales_mutex);
     BASE_LOCALE& base = find_base_locale(name);

@@ -31,7 +31,6 @@ if(KORVANE_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 if(KORVANE_COVERAGE)
-  add_compile_options(--coverage -fprofile-update=atomic)
   add_link_options(--coverage)
 endif()
 
@@ -64,7 +63,13 @@ function(korvane_shared_library target output map)
   target_compile_options(${target} PRIVATE $<$<CONFIG:RelWithDebInfo>:-g2>)
   # Not for the programs: in the headers they include g++ sees null pointers that cannot be.
   target_compile_options(${target} PRIVATE -Wnull-dereference)
-  target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions -Wl,--version-script=${map})
+  target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
+  if(KORVANE_COVERAGE)
+    # All names stay visible: a process that ends early writes the counts of all libraries at once.
+    target_compile_options(${target} PRIVATE --coverage -fprofile-update=atomic)
+  else()
+    target_link_options(${target} PRIVATE -Wl,--version-script=${map})
+  endif()
   if(NOT KORVANE_SANITIZE) # clang keeps the sanitizers' run time in the executable alone
     target_link_options(${target} PRIVATE -Wl,--no-undefined)
   endif()

@@ -7,8 +7,8 @@
 
 #include "mem_manager.h"
 
-/// Ends the process, as every failed allocation does, where a function called in its scope found the
-/// heap exhausted. Else leaves errno as it was.
+/// Ends the process, as every failed allocation does, where a function called in its scope found
+/// the heap exhausted. Else leaves errno as it was.
 class GEN_MEMORY_WATCH {
   public:
     GEN_MEMORY_WATCH() { errno = 0; }

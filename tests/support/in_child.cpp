@@ -1,5 +1,7 @@
 #include "in_child.h"
 
+#include "coverage_counts.h"
+
 #include <csignal>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -33,6 +35,7 @@ std::string in_child(std::function<std::string()> const& body) {
     if (child == 0) {
         close(ends[0]);
         write_all(ends[1], body() + end_mark);
+        write_coverage_counts();
         // Tools that look for leaks at the end of a process do not make one fail that ends so: what
         // the copy inherited, or gave to its environment, is no leak.
         kill(getpid(), SIGKILL);

@@ -32,6 +32,13 @@ TEST(GenDebugBreak, NeedsItsSwitch) {
     }
 }
 
+TEST(GenDebugBreak, ReturnsWhereNobodyDebugs) {
+    mem_cfg_set("dont_catch_all_exceptions", true);
+    for (bool const guarded : {false, true})
+        gen_debug_break(guarded); // would end a process that is not debugged
+    mem_cfg_unset("dont_catch_all_exceptions");
+}
+
 TEST(GenDebugBreak, DropsWhatIsRaisedOnlyWhenGuarded) {
     EXPECT_EQ(process_probe({"break", "guarded"}, "dont_catch_all_exceptions"),
               "breaks 1, returned\n");

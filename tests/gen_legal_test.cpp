@@ -20,6 +20,7 @@ struct Notice {
     std::int32_t agreed_count;
     std::size_t width;
     STR (*paragraph)();
+    std::uint32_t checksum; ///< FNV-1a of the lines, a "\n" behind each
 };
 
 std::ostream& operator<<(std::ostream& stream, Notice const& notice) {
@@ -27,13 +28,14 @@ std::ostream& operator<<(std::ostream& stream, Notice const& notice) {
 }
 
 Notice const notices[] = {
-    {"banner", GEN_LEGAL_BANNER_ARRAY, GEN_LEGAL_BANNER_ARRAY_SIZE, 12, 63, gen_get_legal_banner},
+    {"banner", GEN_LEGAL_BANNER_ARRAY, GEN_LEGAL_BANNER_ARRAY_SIZE, 12, 63, gen_get_legal_banner,
+     0x44b18045},
     {"trademark", GEN_LEGAL_TRADEMARK_ARRAY, GEN_LEGAL_TRADEMARK_ARRAY_SIZE, 7, 63,
-     gen_get_legal_trademark_text},
+     gen_get_legal_trademark_text, 0xa5682cea},
     {"warning", GEN_COPYRIGHT_WARNING_ARRAY, GEN_COPYRIGHT_WARNING_ARRAY_SIZE, 5, 63,
-     gen_get_legal_warning_text},
+     gen_get_legal_warning_text, 0x7b239bc3},
     {"bitstream", GEN_LEGAL_BSTRM_ENC_ARRAY, GEN_LEGAL_BSTRM_ENC_ARRAY_SIZE, 33, 62,
-     gen_get_bitstream_encryption_legal_text},
+     gen_get_bitstream_encryption_legal_text, 0x54c2c450},
 };
 
 // The rule for one line, told with its blanks counted: all but one of those at its end go.
@@ -51,6 +53,15 @@ INSTANTIATE_TEST_SUITE_P(All, LegalNotice, testing::ValuesIn(notices),
 TEST_P(LegalNotice, HasTheAgreedNumberOfLines) {
     EXPECT_EQ(GetParam().count, GetParam().agreed_count);
     EXPECT_EQ(GetParam().lines.size(), static_cast<std::size_t>(GetParam().agreed_count));
+}
+
+// Who rewords a notice has the new words agreed, and changes the number.
+TEST_P(LegalNotice, IsWordForWordAsAgreed) {
+    std::uint32_t checksum = 0x811c9dc5;
+    for (std::string const line : GetParam().lines)
+        for (char const c : line + "\n")
+            checksum = (checksum ^ static_cast<unsigned char>(c)) * 0x01000193;
+    EXPECT_EQ(checksum, GetParam().checksum);
 }
 
 TEST_P(LegalNotice, LinesFitTheirWidthAndHoldNoLineEnd) {

@@ -7,8 +7,9 @@ COVERAGE.JSON is gcovr's. LIST.MD has a table of the lines that no test reaches,
 
     | `file` | `the line's text` | reason |
 
-Fails when another line is not reached, when a line of the table is reached or gone, and when fewer than
-97 % of the branches are taken.
+Fails when another line is not reached, when a line of the table is gone, and when fewer than 97 % of the
+branches are taken. Only the branches of lines with a condition count: others are the compiler's own, of
+exceptions and of what it has put in line.
 """
 
 import collections
@@ -18,6 +19,7 @@ import re
 import sys
 
 BRANCHES = 0.97
+CONDITION = re.compile(r"\b(if|for|while|switch|case)\b|\?|&&|\|\|")
 
 
 def stated_lines(list_file):
@@ -29,6 +31,7 @@ def stated_lines(list_file):
 def main():
     coverage = json.loads(pathlib.Path(sys.argv[1]).read_text())
     stated = stated_lines(pathlib.Path(sys.argv[2]))
+    present = set()
     missed = []
     untaken = []
     lines = reached = branches = taken = 0
@@ -40,6 +43,7 @@ def main():
                 continue
             number = line["line_number"]
             text = source[number - 1].strip()
+            present.add((name, text))
             lines += 1
             if line["count"] > 0:
                 reached += 1
@@ -47,7 +51,7 @@ def main():
                 stated[name, text] -= 1
             else:
                 missed.append(f"{name}:{number}: not reached: {text}")
-            of_line = [branch["count"] > 0 for branch in line["branches"]]
+            of_line = [branch["count"] > 0 for branch in line["branches"]] if CONDITION.search(text) else []
             branches += len(of_line)
             taken += sum(of_line)
             if line["count"] > 0 and not all(of_line):
@@ -57,7 +61,9 @@ def main():
     print("\n".join(untaken))
     print(f"lines: {reached} of {lines}, {lines - reached - len(missed)} not reached for a stated reason")
     print(f"branches: {taken} of {branches}, {100 * taken / branches:.2f} %")
-    complaints = missed + [f"{name}: reached, or not there: {text}" for name, text in stated.elements()]
+    for name, text in stated.elements():
+        print(f"{name}: reached after all: {text}")
+    complaints = missed + [f"{name}: not there any more: {text}" for name, text in stated if (name, text) not in present]
     if taken < BRANCHES * branches:
         complaints.append(f"fewer than {100 * BRANCHES:.0f} % of the branches")
     if complaints:

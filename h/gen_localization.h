@@ -82,9 +82,9 @@ KORVANE_API int gen_local_mbtowc(wchar_t* wide, char const* string, unsigned cou
 /// Stores the bytes of @p wide and gives their number; 0 for a null @p string.
 KORVANE_API int gen_local_wctomb(char* string, wchar_t wide);
 /// Converts @p string, its end included if @p count allows; with @p wide null only measures. A null
-/// @p string is reported and gives all bits set.
+/// @p string is reported as "string != NULL" and gives all bits set.
 KORVANE_API unsigned gen_local_mbstowcs(wchar_t* wide, char const* string, unsigned count);
-/// The way back, under the same rules.
+/// The way back, under the same rules. A null @p wide is reported as "wide != NULL".
 KORVANE_API unsigned gen_local_wcstombs(char* string, wchar_t const* wide, unsigned count);
 /// Not implemented: reports "not implemented", copies nothing.
 KORVANE_API void gen_local_mbccpy(unsigned char* to, unsigned char const* from);
@@ -92,7 +92,8 @@ KORVANE_API void gen_local_mbccpy(unsigned char* to, unsigned char const* from);
 KORVANE_API unsigned gen_local_mbclen(unsigned char const* character);
 
 /// The number that a text begins with (LC_NUMERIC); 0 where it begins with none. A null text is
-/// reported; it gives 0 and a null end.
+/// reported as "text != NULL"; it gives 0 and a null end. A radix of 0 goes by the prefix, 0x or 0;
+/// one that is neither that nor from 2 to 36 gives 0, with errno EINVAL.
 KORVANE_API double gen_local_atof(char const* text);
 /// Sticks at the limits of int, with errno ERANGE.
 KORVANE_API int gen_local_atoi(char const* text);
@@ -116,11 +117,13 @@ KORVANE_API char* gen_local_itoa(int value, char* string);
 // Time (LC_TIME).
 
 /// Formats @p time into @p string of @p size bytes; the length without the end, 0 when it does not
-/// fit. A null @p format or @p time is reported and gives 0.
+/// fit. A null @p format or @p time is reported as "format != NULL" or "time != NULL" and gives 0.
 KORVANE_API unsigned gen_local_strftime(char* string, unsigned size, char const* format,
                                         std::tm const* time);
-/// Not supported: reports so, and before it a @p format that the user's character set cannot hold.
-/// Gives 0 and leaves @p string alone. A null @p format counts as an empty one.
+/// Not supported: reports "gen_local_wcsftime is not supported on Linux.", and before it "A
+/// wide-character code does not correspond to a valid character" for a @p format that the user's
+/// character set cannot hold. Gives 0 and leaves @p string alone. A null @p format counts as an
+/// empty one.
 KORVANE_API unsigned gen_local_wcsftime(wchar_t* string, unsigned size, wchar_t const* format,
                                         std::tm const* time);
 /// The local time now, all fields with the zone's offset and name. Null is reported as

@@ -5,14 +5,15 @@
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
 
-/// Appends @p src to @p dst, which is returned. Nothing happens when either is null.
+/// Appends @p src to @p dst, which is returned and has room for both and a NUL. The texts may
+/// overlap. Nothing happens when either is null.
 KORVANE_API char* gen_strcat(char* dst, char const* src);
 
 /// Reverses @p s in place and returns it. Null gives null.
 KORVANE_API char* gen_strrev(char* s);
 
-/// Copies @p src to @p dst, which is returned. A null @p src is an empty text; with a null @p dst
-/// nothing happens.
+/// Copies @p src to @p dst, which is returned and has room for it and a NUL. The texts may overlap.
+/// A null @p src is an empty text; with a null @p dst nothing happens.
 KORVANE_API char* gen_strcpy(char* dst, char const* src);
 
 /// Copies at most @p n characters of @p src to @p dst, which is returned, and always a NUL behind

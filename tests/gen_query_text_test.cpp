@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -21,6 +22,35 @@ ProgramResult text(std::vector<std::string> arguments, std::string const& input 
 }
 
 } // namespace
+
+TEST(GenQueryText, AnswersAsJson) {
+    struct Row {
+        std::vector<std::string> arguments;
+        char const* json;
+        int status = 0;
+    };
+    Row const rows[] = {
+        {{"number", "--radix", "16", "--", "-255ns"},
+         R"({"value": -255, "digits": "ffffff01", "radix": 16, "unread": "ns"})"},
+        {{"number", "x"}, R"({"value": null, "digits": null, "radix": 10, "unread": "x"})", 1},
+        {{"fold", "Ab", "c"}, R"({"texts": ["ab", "c"]})"},
+        {{"trim", " a "}, R"({"texts": ["a"]})"},
+        {{"wildcard", "a*", "ab", "b"}, R"({"expression": "^[aA].*$", "matches": ["ab"]})"},
+        {{"wildcard", "a*", "b"}, R"({"expression": "^[aA].*$", "matches": []})", 1},
+        {{"sanitise", "a b"}, R"({"names": ["a_b"]})"},
+        {{"checksum", "abc"}, R"({"hexadecimal": "0x2f8db6b8", "decimal": 797816504})"},
+        {{"hash-size", "100"}, R"({"sizes": [127]})"},
+        {{"hash-size", "4294967292"}, R"({"sizes": [null]})", 1},
+    };
+    for (Row row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.arguments));
+        row.arguments.insert(row.arguments.begin() + 1, "--json");
+        ProgramResult const result = text(row.arguments);
+        EXPECT_EQ(nlohmann::json::parse(result.output, nullptr, false),
+                  nlohmann::json::parse(row.json));
+        EXPECT_EQ(result.status, row.status);
+    }
+}
 
 TEST(GenQueryText, AnswersOnStandardOutput) {
     struct Row {

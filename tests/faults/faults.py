@@ -39,8 +39,7 @@ ERRORS = {
     "faccessat2": FILE_ERRORS + " EBADF EINVAL EIO EPERM EROFS ETXTBSY",
     "fcntl": "EACCES EAGAIN EBADF EBUSY EDEADLK EFAULT EINTR EINVAL EMFILE ENOLCK ENOTDIR EPERM",
     "fstat": FILE_ERRORS + " EBADF EINVAL EOVERFLOW",
-    # ERANGE apart: the C library brings room for any path, and asserts that it is enough.
-    "getcwd": "EACCES EFAULT EINVAL ENAMETOOLONG ENOENT ENOMEM",
+    "getcwd": "EACCES EFAULT EINVAL ENAMETOOLONG ENOENT ENOMEM ERANGE",
     "getdents64": "EBADF EFAULT EINVAL ENOENT ENOTDIR",
     "getpriority": "EINVAL ESRCH",
     "getrusage": "EFAULT EINVAL",

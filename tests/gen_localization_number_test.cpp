@@ -214,6 +214,12 @@ TEST_F(LocalNumber, DecimalPointHoldsUnderADecimalComma) {
     EXPECT_STREQ(localeconv()->decimal_point, ",");
 }
 
+TEST_F(LocalNumber, OnlyBlanksAndSignsMayStandBeforeTheDigits) {
+    for (int c = 1; c <= UCHAR_MAX; ++c)
+        for (char const* const digits : {"5", "2.5", ".5e1"})
+            expect_read_as_strtod_reads(std::string(1, static_cast<char>(c)) + digits);
+}
+
 TEST_F(LocalNumber, BaseNameMayBeAnotherInstalledLocale) {
     LOCALIZATION_BASE_STRING = TestLocale::name;
     EXPECT_EQ(gen_local_atof("1,5"), 1.5);

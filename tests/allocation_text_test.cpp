@@ -28,15 +28,16 @@ STR expanded(char const* format, ...) {
     return text;
 }
 
-/// The text of a block that the caller has to release.
+/// The text of a block that the caller has to release, and the length told for it.
 STR in_new_block(char const* format, ...) {
     va_list args;
     va_start(args, format);
     char* block = nullptr;
-    gen_formatmessage(FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ALLOCATE_BUFFER, format, 0, 0,
-                      static_cast<char*>(static_cast<void*>(&block)), 100, STL_ARGS(args));
+    unsigned long const length =
+        gen_formatmessage(FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ALLOCATE_BUFFER, format, 0, 0,
+                          static_cast<char*>(static_cast<void*>(&block)), 100, STL_ARGS(args));
     va_end(args);
-    STR const text = told(block);
+    STR const text = told(block) + " " + told(static_cast<long>(length));
     std::free(block);
     return text;
 }
@@ -132,7 +133,7 @@ std::vector<Call> const calls = {
      .ask = [] { return expanded("%1 and %2, %1", some_text, some_text); }},
     {.name = "message_in_new_block",
      .ask = [] { return in_new_block("%1 and %2", some_text, some_text); },
-     .otherwise = {"null"}},
+     .otherwise = {"null 0"}},
 
     {.name = "local_number",
      .ask = [] { return told(static_cast<long>(gen_local_atof("2,5") * 10)); },

@@ -9,6 +9,7 @@
 
 #include <iterator>
 #include <limits>
+#include <netdb.h>
 #include <sched.h>
 #include <unistd.h>
 
@@ -100,6 +101,9 @@ TEST(IpAddress, OfANumberIsTheNumber) {
 }
 
 TEST(IpAddress, OfThisMachine) {
+    EXPECT_EQ(address("127.0.0.1"), "127.0.0.1");
+    if (gethostbyname("localhost") == nullptr)
+        GTEST_SKIP() << "this machine does not know itself";
     EXPECT_EQ(address("localhost").substr(0, 4), "127.");
 }
 

@@ -105,7 +105,8 @@ THINGS = {
     # Relative while the current directory cannot be told.
     "absolute": thing("b.v"),
     # The resolver's own questions to servers would wait for answers.
-    "address": thing("none", apart_from=("socket", "connect", "poll", "sendto", "recvfrom")),
+    "address": thing("none", apart_from=(
+        "socket", "connect", "setsockopt", "poll", "send", "sendto", "sendmmsg", "recvfrom")),
     "available": thing("failed", unharmed_by=("EINTR",)),
     "break": thing(),
     "cached": thing("", keeps=True),

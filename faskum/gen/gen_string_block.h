@@ -39,6 +39,13 @@ BLOCK_INLINE __m128i block_load16(char const* text) {
     return _mm_loadu_si128(reinterpret_cast<__m128i const*>(text));
 }
 
+/// The block in a register. Left to itself g++ loads a block anew for every use, and loads are what
+/// the comparisons wait for.
+BLOCK_INLINE __m128i block_kept(__m128i block) {
+    __asm__("" : "+x"(block));
+    return block;
+}
+
 BLOCK_INLINE void block_store16(char* to, __m128i block) {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(to), block);
 }
@@ -90,6 +97,11 @@ BLOCK_INLINE std::size_t block_head_length(char const* text) {
 #if defined(__AVX2__)
 BLOCK_INLINE __m256i block_load32(char const* text) {
     return _mm256_loadu_si256(reinterpret_cast<__m256i const*>(text));
+}
+
+BLOCK_INLINE __m256i block_kept(__m256i block) {
+    __asm__("" : "+x"(block));
+    return block;
 }
 
 BLOCK_INLINE __m256i block_same(__m256i a, __m256i b) {

@@ -62,7 +62,7 @@ constexpr bool has_own_head = sizeof(void*) == 4;
     __m128i const past_z = block_load16(fold_constants.past_z);
     for (unsigned at = 0; at < block_head_size; at += 16) {
         unsigned const stop = block_zeros(block_same_folded(
-            block_load16(a + at), block_load16(b + at), case_bit, to_bottom, past_z));
+            block_kept(block_load16(a + at)), block_load16(b + at), case_bit, to_bottom, past_z));
         if (stop != 0)
             return at + static_cast<unsigned>(std::countr_zero(stop));
     }

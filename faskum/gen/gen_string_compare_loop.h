@@ -27,7 +27,7 @@ constexpr std::size_t block_size = sizeof(BLOCK);
 struct EXACT {
     /// Zero where the texts differ or end.
     BLOCK_INLINE BLOCK same(char const* a, char const* b) const {
-        return block_same(load(a), load(b));
+        return block_same(block_kept(load(a)), load(b));
     }
     BLOCK_INLINE int difference(char a, char b) const {
         return static_cast<unsigned char>(a) - static_cast<unsigned char>(b);
@@ -40,8 +40,8 @@ class FOLDED {
     BLOCK_INLINE explicit FOLDED(FOLD_CONSTANTS const& fold) : m_fold(fold) {}
 
     BLOCK_INLINE BLOCK same(char const* a, char const* b) const {
-        return block_same_folded(load(a), load(b), load(m_fold.case_bit), load(m_fold.to_bottom),
-                                 load(m_fold.past_z));
+        return block_same_folded(block_kept(load(a)), load(b), load(m_fold.case_bit),
+                                 load(m_fold.to_bottom), load(m_fold.past_z));
     }
     BLOCK_INLINE int difference(char a, char b) const {
         return m_fold.lower[static_cast<unsigned char>(a)] -
@@ -144,16 +144,18 @@ BLOCK_INLINE bool head_fits(char const* text) {
            block_page_size - head_size;
 }
 
-template <bool LIMITED, typename RULE>
+/// Where the walk starts is no argument: one more does not fit into registers on 32-bit, and then
+/// every comparison would pay for a frame that only the long ones need.
+template <bool LIMITED, std::size_t AT, typename RULE>
 BLOCK_READS_PAGE __attribute__((noinline)) int walk(char const* a, char const* b, RULE rule,
-                                                    std::size_t limit, std::size_t at) {
-    return WALK<LIMITED, RULE>(a, b, rule, limit, at).compare();
+                                                    std::size_t limit) {
+    return WALK<LIMITED, RULE>(a, b, rule, limit, AT).compare();
 }
 
 template <bool LIMITED, typename RULE>
 BLOCK_INLINE int compare(char const* a, char const* b, RULE rule, std::size_t limit) {
     if (!head_fits(a) || !head_fits(b)) [[unlikely]]
-        return walk<LIMITED>(a, b, rule, limit, 0);
+        return walk<LIMITED, 0>(a, b, rule, limit);
 #pragma GCC unroll 4
     for (std::size_t at = 0; at < head_size; at += block_size) {
         unsigned const stop = block_zeros(rule.same(a + at, b + at));
@@ -164,7 +166,7 @@ BLOCK_INLINE int compare(char const* a, char const* b, RULE rule, std::size_t li
         if (LIMITED && limit <= at + block_size)
             return 0;
     }
-    return walk<LIMITED>(a, b, rule, limit, head_size);
+    return walk<LIMITED, head_size>(a, b, rule, limit);
 }
 
 } // namespace

@@ -131,7 +131,19 @@ Family const printf_style{[] {
         return (Pieces() << in.text(i) << ": " << in.number(i) << " of " << in.number(i + 1))
             .text();
     });
+
+    std::string const shortest = "gen_sprintf %g, %e";
+    enter(shortest, "gen",
+          [&](std::size_t i) { return gen_text("%g, %e", in.decimal(i), in.decimal(i + 1)); });
+    enter(shortest, "snprintf, std::string",
+          [&](std::size_t i) { return plain_text("%g, %e", in.decimal(i), in.decimal(i + 1)); });
+    enter(shortest, "fmt::format", [&](std::size_t i) {
+        return fmt::format("{:g}, {:e}", in.decimal(i), in.decimal(i + 1));
+    });
 #ifdef BENCH_LIBRARY_PEERS
+    enter(shortest, "absl::StrFormat", [&](std::size_t i) {
+        return absl::StrFormat("%g, %e", in.decimal(i), in.decimal(i + 1));
+    });
     enter(progress, "absl::StrFormat", [&](std::size_t i) {
         return absl::StrFormat("%s: %d of %d (%5.2f%%)", in.text(i), in.number(i), in.number(i + 1),
                                in.decimal(i));

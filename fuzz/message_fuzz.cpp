@@ -4,6 +4,7 @@
 #include "gen_string_message.h"
 #include "plain_message.h"
 
+#include <string_view>
 #include <sys/mman.h>
 
 namespace {
@@ -38,15 +39,43 @@ bool has_long_number(std::string const& text) {
     return false;
 }
 
-void compare_stored(STR const& text, char const* format, unsigned char size) {
+/// Into a buffer of exactly @p size characters.
+void compare_stored(std::string_view text, unsigned long flags, char const* format,
+                    unsigned long size) {
     FuzzText const buffer(std::string(size, '?'));
-    unsigned long const stored = gen_formatmessage(FORMAT_MESSAGE_FROM_STRING, format, 0, 0,
-                                                   buffer.get(), size, harmless_arguments());
+    unsigned long const stored =
+        gen_formatmessage(flags, format, 0, 0, buffer.get(), size, harmless_arguments());
     std::size_t const expected = size == 0 ? 0 : std::min<std::size_t>(text.size(), size - 1U);
     require(stored == expected, "number stored");
     require(std::memcmp(buffer.get(), text.data(), stored) == 0, "characters stored");
     if (stored != 0)
         require(buffer.get()[stored] == '\0', "terminator stored");
+}
+
+/// Into a block of at least @p size characters, the rest of which are NULs.
+void compare_allocated(std::string_view text, unsigned long flags, char const* format,
+                       unsigned long size) {
+    char* block = nullptr;
+    unsigned long const told =
+        gen_formatmessage(flags | FORMAT_MESSAGE_ALLOCATE_BUFFER, format, 0, 0,
+                          reinterpret_cast<char*>(&block), size, harmless_arguments());
+    std::string expected(text);
+    expected.resize(text.empty() ? 0 : std::max<std::size_t>(text.size(), size));
+    require(told == expected.size(), "size of the block told");
+    require((block == nullptr) == text.empty(), "block only for a text");
+    if (block != nullptr)
+        require(std::memcmp(block, expected.c_str(), expected.size() + 1) == 0, "block filled");
+    std::free(block);
+}
+
+/// What of the format the front end stores.
+void compare_front_end(STR const& expansion, char const* format, unsigned char size) {
+    constexpr unsigned long expanded = FORMAT_MESSAGE_FROM_STRING;
+    constexpr unsigned long as_it_is = expanded | FORMAT_MESSAGE_IGNORE_INSERTS;
+    compare_stored(expansion, expanded, format, size);
+    compare_allocated(expansion, expanded, format, size);
+    compare_stored(format, as_it_is, format, size);
+    compare_allocated(format, as_it_is, format, size);
 }
 
 } // namespace
@@ -64,7 +93,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     STR expected;
     PlainMessage::expand(expected, format.get(), harmless_arguments());
     require(text == expected, "expansion");
-    compare_stored(text, format.get(), buffer_size);
+    compare_front_end(text, format.get(), buffer_size);
 
     STR unfilled;
     gen_formatmessage(unfilled, format.get(), nullptr);

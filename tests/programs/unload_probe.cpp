@@ -1,6 +1,6 @@
 // A host that is linked with the sibling library alone: loads gen, asks it much, unloads it, and
-// tells how many bytes of tracked memory stay behind.
-//   unload_probe LIBRARY ROUNDS
+// tells how many bytes of tracked memory stay behind. Before that, what blocks of some sizes take.
+//   unload_probe LIBRARY ROUNDS [SIZE...]
 
 #include "fio_path.h"
 #include "mem_manager.h"
@@ -8,6 +8,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
+#include <malloc.h>
+#include <memory>
 #include <string>
 
 /// STR, as it stands in the name of a function that takes one.
@@ -44,16 +46,23 @@ void use(char const* own_path) {
     find<void()>("_Z12gen_exe_finiv")();
 }
 
+std::size_t held(std::size_t size) {
+    std::unique_ptr<void, decltype(&std::free)> const block(std::malloc(size), std::free);
+    return malloc_usable_size(block.get());
+}
+
 } // namespace
 
-int main(int, char** argv) {
+int main(int argc, char** argv) {
+    for (int i = 3; i < argc; ++i)
+        std::printf("%zu\n", held(std::strtoul(argv[i], nullptr, 10)));
     for (int round = std::atoi(argv[2]); round > 0; --round) {
         std::size_t const before = MEM_MANAGER::s_system_memory_counter.current();
         library = dlopen(argv[1], RTLD_NOW | RTLD_LOCAL);
         use(argv[0]);
         dlclose(library);
         std::size_t const after = MEM_MANAGER::s_system_memory_counter.current();
-        std::printf("%zu bytes\n", after - before);
+        std::printf("%zu\n", after - before);
     }
     return 0;
 }

@@ -174,8 +174,8 @@ class Worker:
     def passes(self, program, suites):
         temporary = self.place / "tmp"
         temporary.mkdir()
-        environment = dict(os.environ, GEN_TEST_EFFORT="quick", TMPDIR=str(temporary),
-                           LD_LIBRARY_PATH=str(self.place / "lib"))
+        libraries = f"{self.place / 'lib'}:{self.build.directory / 'lib'}"
+        environment = dict(os.environ, GEN_TEST_EFFORT="quick", TMPDIR=str(temporary), LD_LIBRARY_PATH=libraries)
         command = [str(self.build.directory / "bin" / program), "--gtest_fail_fast", "--gtest_brief=1",
                    "--gtest_filter=" + suites]
         try:

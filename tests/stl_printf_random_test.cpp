@@ -171,12 +171,16 @@ TEST(StlPrintf, FloatingNumbersAsPrintf) {
 
 namespace {
 
-// The conversion with a few places is a routine of its own, so it gets values of its own.
-void compare_few_places(std::size_t rounds) {
+// The conversions with few places are routines of their own, so they get values of their own.
+constexpr char const* few_places[] = {"%f",   "%.0f", "%.1f", "%.2f",   "%.3f",   "%.4f",  "%.5f",
+                                      "%.6f", "%.7f", "%.8f", "%09.3f", "%-9.1f", "%.10f", "%+.9f"};
+constexpr char const* significant_places[] = {"%e",    "%g",    "%E",    "%G",    "%.0e",  "%.0g",
+                                              "%.1g",  "%.2e",  "%.3g",  "%.15g", "%.16e", "%.17g",
+                                              "%.17e", "%.18g", "%012g", "%-9e",  "%+.9g", "% .4G"};
+
+template <std::size_t COUNT>
+void compare_doubles(char const* const (&formats)[COUNT], std::size_t rounds) {
     RandomFormats random;
-    static char const* const formats[] = {"%f",     "%.0f",   "%.1f",  "%.2f", "%.3f",
-                                          "%.4f",   "%.5f",   "%.6f",  "%.7f", "%.8f",
-                                          "%09.3f", "%-9.1f", "%.10f", "%+.9f"};
     STR text;
     char expected[400];
     for (std::size_t round = effort(rounds); round != 0; --round) {
@@ -191,7 +195,7 @@ void compare_few_places(std::size_t rounds) {
 } // namespace
 
 TEST(StlPrintf, FewPlacesRoundAsPrintf) {
-    compare_few_places(300'000);
+    compare_doubles(few_places, 300'000);
 }
 
 TEST(StlPrintf, FewPlacesBehindTheCommaOfTheLocaleAsPrintf) {
@@ -199,31 +203,11 @@ TEST(StlPrintf, FewPlacesBehindTheCommaOfTheLocaleAsPrintf) {
     ASSERT_EQ(locale.trouble(), "");
     std::setlocale(LC_ALL, TestLocale::name);
     ASSERT_EQ(ours("%.2f", 1234.5), (Printed{7, "1234,50"}));
-    compare_few_places(100'000);
+    compare_doubles(few_places, 100'000);
 }
-
-namespace {
-
-void compare_significant_places(std::size_t rounds) {
-    RandomFormats random;
-    static char const* const formats[] = {"%e",    "%g",    "%E",    "%G",    "%.0e",  "%.0g",
-                                          "%.1g",  "%.2e",  "%.3g",  "%.15g", "%.16e", "%.17g",
-                                          "%.17e", "%.18g", "%012g", "%-9e",  "%+.9g", "% .4G"};
-    STR text;
-    char expected[64];
-    for (std::size_t round = effort(rounds); round != 0; --round) {
-        char const* const format = random.pick(formats);
-        double const value = random.floating();
-        int const length = stl_sprintf(&text, format, value);
-        ASSERT_EQ(length, std::snprintf(expected, sizeof expected, format, value));
-        ASSERT_STREQ(text.c_str(), expected) << format << ' ' << std::hexfloat << value;
-    }
-}
-
-} // namespace
 
 TEST(StlPrintf, SignificantPlacesAsPrintf) {
-    compare_significant_places(300'000);
+    compare_doubles(significant_places, 300'000);
 }
 
 TEST(StlPrintf, SignificantPlacesAroundTheCommaOfTheLocaleAsPrintf) {
@@ -231,7 +215,7 @@ TEST(StlPrintf, SignificantPlacesAroundTheCommaOfTheLocaleAsPrintf) {
     ASSERT_EQ(locale.trouble(), "");
     std::setlocale(LC_ALL, TestLocale::name);
     ASSERT_EQ(ours("%g", 1.5), (Printed{3, "1,5"}));
-    compare_significant_places(50'000);
+    compare_doubles(significant_places, 50'000);
 }
 
 TEST(StlPrintf, TextAndPointersAsPrintf) {

@@ -6,6 +6,7 @@
 #include <cfenv>
 #include <climits>
 #include <clocale>
+#include <cstdint>
 #include <cstring>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -58,8 +59,8 @@ class HugeText {
         if (write(file, piece.data(), piece.size()) == static_cast<ssize_t>(piece.size()))
             m_text = mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
         for (std::size_t at = 0; m_text != MAP_FAILED && at < size - piece_size; at += piece_size)
-            if (mmap(static_cast<char*>(m_text) + at, piece_size, PROT_READ, MAP_SHARED | MAP_FIXED,
-                     file, 0) == MAP_FAILED)
+            if (mmap(place_of(at), piece_size, PROT_READ, MAP_SHARED | MAP_FIXED, file, 0) ==
+                MAP_FAILED)
                 std::abort();
         close(file);
     }
@@ -76,6 +77,11 @@ class HugeText {
     }
 
   private:
+    /// By number: on 32-bit the text is longer than the distance between two pointers may be.
+    void* place_of(std::size_t at) const {
+        return reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(m_text) + at);
+    }
+
     static constexpr std::size_t piece_size = 16 * 1024 * 1024;
     static constexpr std::size_t size = 130 * piece_size;
     void* m_text = MAP_FAILED;

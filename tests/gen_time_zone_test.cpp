@@ -54,6 +54,15 @@ TEST(Zone, LongVariablesAreToldApart) {
     }
 }
 
+TEST(Zone, BeginningOfTheLastVariableIsAnotherOne) {
+    // As long as those that are remembered may be, so that nothing of earlier ones stands behind.
+    std::string const name = "<" + std::string(58, 'A') + ">";
+    for (auto const& [offset, hour] : {std::pair{"-12", "00"}, {"-1", "13"}}) {
+        ScopedVariable const zone("TZ", (name + offset).c_str());
+        EXPECT_EQ(date(1781265600).substr(11, 2), hour) << offset;
+    }
+}
+
 /// Has the C library go by another zone, without a trace in the environment.
 static void move_zone(std::string const& name) {
     ScopedVariable const elsewhere("TZ", name.c_str());

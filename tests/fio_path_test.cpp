@@ -337,7 +337,8 @@ TEST(FioPath, RenderingsBelongToOneObjectAndAreFreed) {
         second = third;
         third = std::move(second);
         EXPECT_STREQ(third, "\\a\\b");
-        third = third;
+        FIO_PATH const& itself = third;
+        third = itself;
         EXPECT_STREQ(third, "\\a\\b");
     }
     EXPECT_EQ(MEM_MANAGER::s_system_memory_counter.current(), before);

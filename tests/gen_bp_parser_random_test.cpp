@@ -167,10 +167,10 @@ TEST(ConditionAgainstPlainForm, TextsThatEndBesideAPiece) {
     // As many terms as characters, and one more where a word waits from the piece before.
     compare(std::string(4096, 'a') + std::string(4096, '='));
     for (std::size_t length = 4090; length <= 4100; ++length)
-        for (std::size_t const pieces : {1U, 2U}) {
-            compare(std::string(length * pieces, '='));
-            compare(std::string(length * pieces, ')'));
-            compare(std::string(length * pieces, '=') + "a");
+        for (std::size_t const repeats : {1U, 2U}) {
+            compare(std::string(length * repeats, '='));
+            compare(std::string(length * repeats, ')'));
+            compare(std::string(length * repeats, '=') + "a");
             if (HasFatalFailure())
                 return;
         }

@@ -62,6 +62,17 @@ TEST(ConditionRewrite, Terminals) {
     });
 }
 
+TEST(ConditionRewrite, WordsLikeTimeAreNames) {
+    check({
+        {"xime > 5", "GREATER_THAN(HPATH(xime),BUS(5))"},
+        {"txme > 5", "GREATER_THAN(HPATH(txme),BUS(5))"},
+        {"tixe > 5", "GREATER_THAN(HPATH(tixe),BUS(5))"},
+        {"timx > 5", "GREATER_THAN(HPATH(timx),BUS(5))"},
+        {"tim > 5", "GREATER_THAN(HPATH(tim),BUS(5))"},
+        {"times > 5", "GREATER_THAN(HPATH(times),BUS(5))"},
+    });
+}
+
 TEST(ConditionRewrite, EveryOperatorHasItsFunction) {
     check({
         {"a = 1", "EQUAL_TO(HPATH(a),BUS(1))"},

@@ -197,6 +197,12 @@ TEST(FormatMessage, LineEndsAreTranslated) {
     EXPECT_EQ(message("%1", "a\nb\r\nc%2"), "a\nb\r\nc%2");
 }
 
+TEST(FormatMessage, NullTextIsWhatPrintfMakesOfIt) {
+    char const* const nothing = nullptr;
+    EXPECT_EQ(message("%1, %2!8s!, %3", nothing, nothing, "z"), "(null),   (null), z");
+    EXPECT_EQ(message("%1 and %3 without %1!c!", nothing, "y", "z").substr(0, 10), "(null) and");
+}
+
 // The first reading takes "%%1" for an insert, the second prints it. What follows from that is
 // kept.
 TEST(FormatMessage, DigitBehindAnEvenRunOfPercentsIsReadTwoWays) {

@@ -225,6 +225,13 @@ TEST(StlArgCursor, OutputAppends) {
         "one", 2);
 }
 
+TEST(StlArgCursor, NullTextIsWhatPrintfMakesOfIt) {
+    char const* const nothing = nullptr;
+    with_cursor([](STL_ARG_CURSOR& cursor) { EXPECT_EQ(output(cursor, "%s"), "(null)"); }, nothing);
+    with_cursor([](STL_ARG_CURSOR& cursor) { EXPECT_EQ(output(cursor, "%8s"), "  (null)"); },
+                nothing);
+}
+
 TEST(StlArgCursor, LongTextsArriveWhole) {
     std::string const text(10'000, 'x');
     with_cursor([&](STL_ARG_CURSOR& cursor) { EXPECT_EQ(output(cursor, "%s"), text); },

@@ -52,18 +52,18 @@ class FOLDED {
     FOLD_CONSTANTS const& m_fold;
 };
 
-/// Walks two texts together from @p at, up to where they are known to be equal, until they differ
-/// or end, or until the limit is reached.
-template <bool LIMITED, typename RULE>
+/// Walks two texts together from AT, up to where they are known to be equal, until they differ or
+/// end, or until the limit is reached.
+template <bool LIMITED, std::size_t AT, typename RULE>
 class WALK {
   public:
-    BLOCK_INLINE WALK(char const* a, char const* b, RULE rule, std::size_t limit, std::size_t at)
-        : m_a(a), m_b(b), m_rule(rule), m_limit(limit), m_at(at) {}
+    BLOCK_INLINE WALK(char const* a, char const* b, RULE rule, std::size_t limit)
+        : m_a(a), m_b(b), m_rule(rule), m_limit(limit) {}
 
     BLOCK_INLINE int compare() {
         for (;;) {
             m_room = std::min(block_page_room(m_a + m_at), block_page_room(m_b + m_at));
-            if (m_room >= 4 * block_size && m_at >= block_size)
+            if (m_room >= 4 * block_size && known_equal(block_size))
                 run_ahead();
             while (m_room >= block_size)
                 if (block_stops())
@@ -74,6 +74,11 @@ class WALK {
     }
 
   private:
+    /// Whether that many bytes before m_at are.
+    BLOCK_INLINE bool known_equal(std::size_t bytes) const {
+        return AT >= block_size || m_at >= bytes;
+    }
+
     BLOCK_INLINE bool is_past_limit() const { return LIMITED && m_at >= m_limit; }
 
     /// Steps over a block, or stops inside it at the first difference or end. The limit is looked
@@ -108,7 +113,7 @@ class WALK {
     /// The bytes up to a page's end: by the block that ends there where that many are known to be
     /// equal, otherwise one by one.
     BLOCK_INLINE bool page_end_stops() {
-        if (m_at >= block_size - m_room) {
+        if (known_equal(block_size - m_room)) {
             skip(m_room - block_size);
             return block_stops();
         }
@@ -131,7 +136,7 @@ class WALK {
     char const* m_b;
     RULE m_rule;
     std::size_t m_limit;
-    std::size_t m_at;
+    std::size_t m_at = AT;
     std::size_t m_room = 0; ///< bytes that may be read at m_at before one of the pages ends
 };
 
@@ -149,7 +154,7 @@ BLOCK_INLINE bool head_fits(char const* text) {
 template <bool LIMITED, std::size_t AT, typename RULE>
 BLOCK_READS_PAGE __attribute__((noinline)) int walk(char const* a, char const* b, RULE rule,
                                                     std::size_t limit) {
-    return WALK<LIMITED, RULE>(a, b, rule, limit, AT).compare();
+    return WALK<LIMITED, AT, RULE>(a, b, rule, limit).compare();
 }
 
 template <bool LIMITED, typename RULE>

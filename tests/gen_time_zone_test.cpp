@@ -33,6 +33,7 @@ TEST(Zone, ChangedVariableIsSeenAtOnce) {
     for (int round = 0; round < 3; ++round) {
         for (auto const& [name, hour] : {std::pair{"UTC0", "12"},
                                          {"AAA-3", "15"},
+                                         {"", "12"},
                                          {summers[0], "08"},
                                          {summers[1], "07"},
                                          {"BBB+5:30", "06"}}) {

@@ -114,7 +114,8 @@ def statement_ends(source, tokens):
             if depth < 0 or text in ("{", "}"):
                 break
             if text == ";" and depth == 0:
-                ends[first] = last
+                if tokens[last - 1].group() not in ("delete", "default"):
+                    ends[first] = last
                 break
     return ends
 

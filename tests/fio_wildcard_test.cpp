@@ -30,7 +30,7 @@ class FioWildcard : public testing::Test {
                                  "[a].ddb", "sub/c.ddb"})
             m_directory.write(name);
     }
-    Texts names_of(char const* pattern) {
+    Texts names_of(std::string_view pattern) {
         FIO_FIND search(library_string(m_directory / pattern));
         return names(search);
     }
@@ -64,6 +64,12 @@ TEST_F(FioWildcard, DirectoryIsTakenLiterally) {
     std::string const odd = m_directory.make_directory("x;* y");
     m_directory.write("x;* y/d.ddb");
     EXPECT_THAT(names_of("x;* y/*.ddb"), ElementsAre("d.ddb"));
+}
+
+TEST_F(FioWildcard, PatternWithANulOrWithoutANameMatchesNothing) {
+    EXPECT_THAT(names_of(std::string_view("*.ddb\0", 6)), IsEmpty());
+    EXPECT_THAT(names_of(std::string_view("\0*", 2)), IsEmpty());
+    EXPECT_THAT(names_of("sub/"), IsEmpty());
 }
 
 TEST_F(FioWildcard, WithoutADirectoryMeansTheCurrentOne) {

@@ -190,6 +190,15 @@ TEST_F(LocalNumber, BaseNameMayBeAnotherInstalledLocale) {
     EXPECT_EQ(gen_local_wcstod(L"1,5", nullptr), 1.5);
 }
 
+TEST_F(LocalNumber, DecimalPointOfTheBaseMayBeOfTwoBytes) {
+    TestLocale const locale(TestLocale::wide_point);
+    ASSERT_EQ(locale.trouble(), "");
+    LOCALIZATION_BASE_STRING = TestLocale::wide_point;
+    EXPECT_EQ(gen_local_atof("1\u066B5"), 1.5);
+    EXPECT_EQ(gen_local_atof("1.5"), 1.0);
+    EXPECT_EQ(gen_local_wcstod(L"1\u066B5", nullptr), 1.5);
+}
+
 TEST_F(LocalNumber, BlanksBeforeTheNumberAreTheUsers) {
     char const* const text = "\2401.5";
     EXPECT_EQ(gen_local_atof(text), 0.0);

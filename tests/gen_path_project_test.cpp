@@ -262,6 +262,8 @@ TEST_F(GenOutputDirectory, LastCharacterIsDroppedWhateverItIs) {
     EXPECT_EQ(output(), at("plainx"));
     std::filesystem::remove(at("plain"));
     EXPECT_EQ(output(), at("project/"));
+    write("plain"); // no directory
+    EXPECT_EQ(output(), at("project/"));
 }
 
 TEST_F(GenOutputDirectory, DirectoryBitIsTestedAlone) {

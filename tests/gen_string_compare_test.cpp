@@ -8,6 +8,7 @@
 
 #include "effort.h"
 #include "guarded_text.h"
+#include "huge_text.h"
 #include "plain_string_compare.h"
 
 namespace {
@@ -210,6 +211,13 @@ TEST(StrLen, NullHasNoLength) {
     EXPECT_EQ(gen_strlen(""), 0);
     EXPECT_EQ(gen_strlen("abc"), 3);
     EXPECT_EQ(gen_strlen("ab\0c"), 2);
+}
+
+TEST(StrLen, LengthPastTheRangeOfIntIsItsLargest) {
+    HugeText const huge;
+    if (huge.text() == nullptr)
+        GTEST_SKIP() << "no address space for a text of 2 GiB";
+    EXPECT_EQ(gen_strlen(huge.text()), INT_MAX);
 }
 
 TEST(HasWildcardChars, AsteriskAndQuestionMarkOnly) {

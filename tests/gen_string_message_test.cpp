@@ -1,6 +1,7 @@
 #include "gen_string_message.h"
 
 #include "guarded_text.h"
+#include "huge_text.h"
 
 #include <algorithm>
 #include <climits>
@@ -201,6 +202,13 @@ TEST(FormatMessage, NullTextIsWhatPrintfMakesOfIt) {
     char const* const nothing = nullptr;
     EXPECT_EQ(message("%1, %2!8s!, %3", nothing, nothing, "z"), "(null),   (null), z");
     EXPECT_EQ(message("%1 and %3 without %1!c!", nothing, "y", "z").substr(0, 10), "(null) and");
+}
+
+TEST(FormatMessage, TextPastTheRangeOfIntPrintsNothing) {
+    HugeText const huge;
+    if (huge.text() == nullptr)
+        GTEST_SKIP() << "no address space for a text of 2 GiB";
+    EXPECT_EQ(message("<%1> <%2>", huge.text(), "next"), "<> <next>");
 }
 
 // The first reading takes "%%1" for an insert, the second prints it. What follows from that is

@@ -1,5 +1,7 @@
 #include "stl.h"
 
+#include "huge_text.h"
+
 #include <cerrno>
 #include <climits>
 #include <cstring>
@@ -230,6 +232,13 @@ TEST(StlArgCursor, NullTextIsWhatPrintfMakesOfIt) {
     with_cursor([](STL_ARG_CURSOR& cursor) { EXPECT_EQ(output(cursor, "%s"), "(null)"); }, nothing);
     with_cursor([](STL_ARG_CURSOR& cursor) { EXPECT_EQ(output(cursor, "%8s"), "  (null)"); },
                 nothing);
+}
+
+TEST(StlArgCursor, TextPastTheRangeOfIntPrintsNothing) {
+    HugeText const huge;
+    if (huge.text() == nullptr)
+        GTEST_SKIP() << "no address space for a text of 2 GiB";
+    with_cursor([](STL_ARG_CURSOR& cursor) { EXPECT_EQ(output(cursor, "%s"), ""); }, huge.text());
 }
 
 TEST(StlArgCursor, LongTextsArriveWhole) {

@@ -1,15 +1,13 @@
 #include "stl_printf_fixture.h"
 
+#include "huge_text.h"
 #include "test_locale.h"
 
 #include <cerrno>
 #include <cfenv>
 #include <climits>
 #include <clocale>
-#include <cstdint>
 #include <cstring>
-#include <sys/mman.h>
-#include <unistd.h>
 
 TEST(StlPrintf, PositionalFormatsAsPrintf) {
     EXPECT_AS_PRINTF("%2$s %1$s", "x", "y");
@@ -48,47 +46,6 @@ TEST(StlPrintf, ExtentsPastTheRangeOfIntAreAnErrorAsInPrintf) {
     EXPECT_EQ(ours("%*d", INT_MIN, 1), (Printed{-1, ""}));
 }
 
-namespace {
-
-// A text of more than INT_MAX bytes that takes little memory: the same pages again and again.
-class HugeText {
-  public:
-    HugeText() {
-        std::string const piece(piece_size, 'x');
-        int const file = memfd_create("text", MFD_CLOEXEC);
-        if (write(file, piece.data(), piece.size()) == static_cast<ssize_t>(piece.size()))
-            m_text = mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        for (std::size_t at = 0; m_text != MAP_FAILED && at < size - piece_size; at += piece_size)
-            if (mmap(place_of(at), piece_size, PROT_READ, MAP_SHARED | MAP_FIXED, file, 0) ==
-                MAP_FAILED)
-                std::abort();
-        close(file);
-    }
-    ~HugeText() {
-        if (m_text != MAP_FAILED)
-            munmap(m_text, size);
-    }
-    HugeText(HugeText const&) = delete;
-    HugeText& operator=(HugeText const&) = delete;
-
-    // Null where the address space has no room for it.
-    char const* text() const {
-        return m_text != MAP_FAILED ? static_cast<char const*>(m_text) : nullptr;
-    }
-
-  private:
-    /// By number: on 32-bit the text is longer than the distance between two pointers may be.
-    void* place_of(std::size_t at) const {
-        return reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(m_text) + at);
-    }
-
-    static constexpr std::size_t piece_size = 16 * 1024 * 1024;
-    static constexpr std::size_t size = 130 * piece_size;
-    void* m_text = MAP_FAILED;
-};
-
-} // namespace
-
 TEST(StlPrintf, TextPastTheRangeOfIntIsAnErrorAsInPrintf) {
     HugeText const huge;
     if (huge.text() == nullptr)
@@ -114,6 +71,14 @@ TEST(StlPrintf, DecimalCommaAndGroupingOfTheLocale) {
     EXPECT_EQ(ours("%.2f", 1234.5), (Printed{7, "1234,50"}));
     EXPECT_EQ(ours("%'d", 1234567), (Printed{9, "1.234.567"}));
     EXPECT_AS_PRINTF("%f %e %g %'12.1f %a", 0.5, 0.5, 0.5, 1e7, 0.75);
+}
+
+TEST(StlPrintf, DecimalPointOfTwoBytes) {
+    TestLocale const locale(TestLocale::wide_point);
+    ASSERT_EQ(locale.trouble(), "");
+    std::setlocale(LC_NUMERIC, TestLocale::wide_point);
+    EXPECT_EQ(ours("%.2f", 1234.5), (Printed{8, "1234\u066B50"}));
+    EXPECT_AS_PRINTF("%f %e %g %.0f %g", 0.5, 0.5, 0.5, 2.5, 7.0);
 }
 
 TEST(StlPrintf, RoundingModeOfTheHostIsPrintfs) {

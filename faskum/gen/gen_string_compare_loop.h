@@ -63,7 +63,7 @@ class WALK {
     BLOCK_INLINE int compare() {
         for (;;) {
             m_room = std::min(block_page_room(m_a + m_at), block_page_room(m_b + m_at));
-            if (m_room >= 4 * block_size && known_equal(block_size))
+            if (m_room >= 4 * block_size && m_at >= block_size)
                 run_ahead();
             while (m_room >= block_size)
                 if (block_stops())
@@ -74,11 +74,6 @@ class WALK {
     }
 
   private:
-    /// Whether that many bytes before m_at are.
-    BLOCK_INLINE bool known_equal(std::size_t bytes) const {
-        return AT >= block_size || m_at >= bytes;
-    }
-
     BLOCK_INLINE bool is_past_limit() const { return LIMITED && m_at >= m_limit; }
 
     /// Steps over a block, or stops inside it at the first difference or end. The limit is looked
@@ -113,10 +108,14 @@ class WALK {
     /// The bytes up to a page's end: by the block that ends there where that many are known to be
     /// equal, otherwise one by one.
     BLOCK_INLINE bool page_end_stops() {
-        if (known_equal(block_size - m_room)) {
-            skip(m_room - block_size);
-            return block_stops();
-        }
+        if constexpr (AT < block_size)
+            if (m_at < block_size - m_room)
+                return bytes_stop();
+        skip(m_room - block_size);
+        return block_stops();
+    }
+
+    BLOCK_INLINE bool bytes_stop() {
         for (; m_room != 0 && !is_past_limit(); skip(1))
             if (m_a[m_at] == '\0' || difference() != 0)
                 return true;

@@ -3,18 +3,20 @@
 #include "run_program.h"
 
 #include <clocale>
+#include <cstring>
 
-TestLocale::TestLocale()
+TestLocale::TestLocale(char const* which)
     : m_path("LOCPATH", m_directory.path().c_str()), m_previous(std::setlocale(LC_ALL, nullptr)) {
     // Forced, because the source leaves out categories that nobody here asks.
-    std::string const source = std::string(TEST_SOURCE_DIR "/data/locale/") + name;
+    std::string const source = std::string(TEST_SOURCE_DIR "/data/locale/") + which;
     ProgramStart start;
-    start.arguments = {"/usr/bin/localedef", "--force",         "-i", source, "-f",
-                       "ISO-8859-1",         m_directory / name};
+    char const* const characters = std::strcmp(which, wide_point) == 0 ? "UTF-8" : "ISO-8859-1";
+    start.arguments = {"/usr/bin/localedef", "--force",          "-i", source, "-f",
+                       characters,           m_directory / which};
     ProgramResult const made = run_program(start);
     if (made.status == 127)
         m_trouble = "/usr/bin/localedef is not installed";
-    else if (std::setlocale(LC_NUMERIC, name) == nullptr)
+    else if (std::setlocale(LC_NUMERIC, which) == nullptr)
         m_trouble = "localedef could not make the test locale: " + made.errors;
     std::setlocale(LC_ALL, m_previous.c_str());
 }

@@ -23,7 +23,7 @@ CONDITION = re.compile(r"\b(if|for|while|switch|case)\b|\?|&&|\|\|")
 
 
 def stated_lines(list_file):
-    row = re.compile(r"\| `(?P<file>[^`]+)` \| `(?P<text>.+)` \| .+ \|$")
+    row = re.compile(r"\| `(?P<file>[^`]+)` \| ``?(?P<text>.+?)``? \| .+ \|$")
     rows = (row.match(line) for line in list_file.read_text().splitlines())
     return collections.Counter((match["file"], match["text"].replace(r"\|", "|")) for match in rows if match)
 

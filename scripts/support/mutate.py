@@ -45,7 +45,7 @@ ADDRESS_SPACE = 1 << 30
 
 
 def equivalents(list_file):
-    row = re.compile(r"\| `(?P<file>[^`]+)` \| `(?P<text>.+)` \| `(?P<change>[^`]+)` \| .+ \|$")
+    row = re.compile(r"\| `(?P<file>[^`]+)` \| ``?(?P<text>.+?)``? \| ``?(?P<change>[^`]+)``? \| .+ \|$")
     rows = (row.match(line) for line in list_file.read_text().splitlines()) if list_file.exists() else ()
     return {" | ".join(match.group("file", "text", "change")).replace(r"\|", "|") for match in rows if match}
 

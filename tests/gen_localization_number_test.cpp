@@ -182,6 +182,12 @@ TEST_F(LocalNumber, OnlyBlanksAndSignsMayStandBeforeTheDigits) {
             expect_read_as_strtod_reads(std::string(1, static_cast<char>(c)) + digits);
 }
 
+TEST_F(LocalNumber, NoCharacterButADigitGoesOnWithDigits) {
+    for (int c = 1; c <= UCHAR_MAX; ++c)
+        for (char const* const digits : {"5", "2.5", "1e0", "1e-0", "1e", "1e+"})
+            expect_read_as_strtod_reads(digits + std::string(1, static_cast<char>(c)));
+}
+
 TEST_F(LocalNumber, BaseNameMayBeAnotherInstalledLocale) {
     LOCALIZATION_BASE_STRING = TestLocale::name;
     EXPECT_EQ(gen_local_atof("1,5"), 1.5);

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -240,6 +241,16 @@ TEST(FormatMessage, ConversionsShareFourThousandCharacters) {
     EXPECT_EQ(message_with(4095 - 3), "5||") << "the first one fills all of it";
     EXPECT_EQ(message_with(4095 - 2), "||") << "the first one has no room";
     EXPECT_EQ(message_with(100'000), "||");
+}
+
+TEST(FormatMessage, ConversionThatLacksRoomForOneCharacterPrintsNothing) {
+    auto const message_with = [](std::size_t flags) {
+        std::string const format = "%1!" + std::string(flags, '-') + "d!|%1!d, and more!";
+        return message(format.c_str(), 5);
+    };
+    constexpr std::size_t room = 4095 - std::string_view("%d%d, and more").size() - 2;
+    EXPECT_EQ(message_with(room), "5|5");
+    EXPECT_EQ(message_with(room + 1), "5|") << "also when what is lost would not be printed";
 }
 
 TEST(FormatMessage, RoomHasPlaceForBareInsertsUpToAThousandThreeHundredAndSixtyFive) {

@@ -119,6 +119,9 @@ TEST(Memory, PhysicalIsWhatTheKernelTells) {
     ASSERT_EQ(sysinfo(&told), 0);
     // More than 32 bits hold, on most machines of today.
     EXPECT_EQ(bytes, static_cast<unsigned long long>(told.totalram) * told.mem_unit);
+    std::string const page = std::to_string(sysconf(_SC_PAGESIZE)) + "\n";
+    EXPECT_EQ(run_probe({"memory"}, {{"FAKED_PAGES", "1"}}).output, page);
+    EXPECT_EQ(run_probe({"memory"}, {{"FAKED_PAGES", "-1"}}).output, "0\n");
 }
 
 TEST(Memory, NullDropsTheAnswer) {

@@ -8,8 +8,9 @@
 //     FAKED_HOST_NAME  gethostname(): the name, without an end when it fills the buffer; "" fails
 //     FAKED_ADDRESSES  gethostbyname(): addresses in hexadecimal, separated by ","
 //     FAKED_UNAME      uname(): fails
-//     FAKED_CONFIGURED, FAKED_TICKS_PER_SECOND
-//                      sysconf(): the configured processors, the clock ticks a second
+//     FAKED_CONFIGURED, FAKED_TICKS_PER_SECOND, FAKED_PAGES
+//                      sysconf(): the configured processors, the clock ticks a second, the pages of
+//                      memory; "-1" fails
 
 #include <cerrno>
 #include <cstdlib>
@@ -71,6 +72,8 @@ char const* faked_setting(int name) {
         return std::getenv("FAKED_CONFIGURED");
     case _SC_CLK_TCK:
         return std::getenv("FAKED_TICKS_PER_SECOND");
+    case _SC_PHYS_PAGES:
+        return std::getenv("FAKED_PAGES");
     default:
         return nullptr;
     }

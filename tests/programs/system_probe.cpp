@@ -57,8 +57,9 @@ std::string system_names() {
     return std::to_string(answered) + " answered, " + std::string(text);
 }
 
-std::string number(bool (*question)(int*)) {
-    int answer = 0;
+template <typename NUMBER>
+std::string number(bool (*question)(NUMBER*)) {
+    NUMBER answer = 0;
     return question(&answer) ? std::to_string(answer) : "failed";
 }
 
@@ -70,6 +71,7 @@ std::map<std::string, ANSWER> const answers{
     {"system_names", system_names},
     {"processors", [] { return number(GEN_MACHINE_INFO::get_cpu_count); }},
     {"frequency", [] { return number(GEN_MACHINE_INFO::get_cpu_frequency); }},
+    {"memory", [] { return number(GEN_MACHINE_INFO::get_physical_ram); }},
     {"ticks", [] { return std::to_string(gen_get_tick_count()); }},
     {"seconds", [] { return std::to_string(gen_get_current_time_seconds()); }},
     {"time", [] { return std::string(gen_get_current_time()); }},

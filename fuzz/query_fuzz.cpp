@@ -49,6 +49,12 @@ bool has(Arguments const& arguments, std::string const& word) {
     return std::find(arguments.begin(), arguments.end(), word) != arguments.end();
 }
 
+/// Behind "--" nothing is an option.
+bool asks_for_json(Arguments const& arguments) {
+    auto const options_end = std::find(arguments.begin(), arguments.end(), "--");
+    return std::find(arguments.begin(), options_end, "--json") != options_end;
+}
+
 /// A number of more digits than that would cost time or memory, and show nothing else.
 bool has_long_number(std::string const& text) {
     constexpr unsigned most_digits = 4;
@@ -167,7 +173,7 @@ void run(Line const& line) {
     int const status = commands.run(static_cast<int>(arguments.size()), arguments.data());
     require(status == STATUS_YES || status == STATUS_NO || status == STATUS_USAGE, "exit status");
     // Without an answer, as for --help, nothing is printed there.
-    if (has(line.arguments, "--json") && !streams.output().empty())
+    if (asks_for_json(line.arguments) && !streams.output().empty())
         require(nlohmann::json::accept(streams.output()), "the answer is JSON");
 }
 

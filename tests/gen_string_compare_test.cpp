@@ -176,6 +176,23 @@ TEST(StrCompare, TextsAcrossSeveralPages) {
     }
 }
 
+TEST(StrCompare, DifferenceInEitherOfTwoLongTextsIsFoundWhereItIs) {
+    // Of one letter, so that a block that is compared with its neighbour's would be the same.
+    std::string const text(700, 'm');
+    for (std::size_t differing = 0; differing < text.size(); ++differing) {
+        std::string other = text;
+        other[differing] = 'L';
+        char const* const a = text.c_str();
+        char const* const b = other.c_str();
+        ASSERT_EQ(gen_strcmp(a, b), 'm' - 'L') << differing;
+        ASSERT_EQ(gen_strcmp(b, a), 'L' - 'm') << differing;
+        ASSERT_EQ(gen_stricmp(a, b), 1) << differing;
+        ASSERT_EQ(gen_stricmp(b, a), -1) << differing;
+        ASSERT_EQ(gen_strnicmp(a, b, 1000), 1) << differing;
+        ASSERT_EQ(gen_strnicmp(b, a, 1000), -1) << differing;
+    }
+}
+
 TEST(StrCompare, SameAnswersAsBytewise) {
     std::mt19937 random(20240229);
     GuardedText first_pages(1);

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Mutation testing of faskum/gen/ (see scripts/mutate).
 
-    mutate.py BUILD PLACE LIST.MD [--mutants N] [--seed N] [--jobs N] [--only TEXT] [--again]
+    mutate.py BUILD PLACE LIST.MD [--mutants N] [--seed N] [--jobs N] [--only TEXT] [--keep] [--again]
 
 BUILD is a build directory in which the test programs are ready, and which stays as it is; PLACE is for what comes
 up here. A mutant is one changed place of one source: the sources that it is part of are compiled as in BUILD, but

@@ -44,10 +44,11 @@ class KORVANE_API GEN_DYN_FLAG {
     friend constexpr GEN_DYN_FLAG operator~(GEN_DYN_FLAG a) { return GEN_DYN_FLAG(~a.m_mask); }
     constexpr bool operator==(GEN_DYN_FLAG const&) const = default;
 
-    /// Puts a manager, best a fresh one, through its paces and writes what it answers to the file
-    /// "d:\fenno\comp\mls\flag_test.tst". The backslashes belong to the name: it lies in the
-    /// current directory. The flags f1, f3, f4 and f5 stay behind. Where the file cannot be
-    /// written, the manager is used all the same. Null reports "mgr!=0" and does nothing.
+    /// Puts a manager, best a fresh one, through its paces and then writes what it answered to the
+    /// file "d:\fenno\comp\mls\flag_test.tst". The backslashes belong to the name: it lies in the
+    /// current directory. The flags f1, f3, f4 and f5 stay behind. Where the file cannot be opened,
+    /// as a FIFO that nobody reads, the manager is used all the same; one that cannot be written to
+    /// its end is left short, in silence. Null reports "mgr!=0" and does nothing.
     static void test_myself_out(GEN_DYN_FLAG_MANAGER* mgr);
 
   private:

@@ -61,6 +61,13 @@ void new_flags() {
     flags->create_flag("a flag that was there before");
 }
 
+char const transcript[] = "written/d:\\fenno\\comp\\mls\\flag_test.tst";
+
+void new_flags_with_transcript() {
+    new_flags();
+    std::ofstream(at(transcript).c_str()) << "what an earlier test has told";
+}
+
 STR name_of(GEN_DYN_FLAG const& flag) {
     return flags->get_flag_name(flag);
 }
@@ -170,6 +177,14 @@ std::vector<Call> const calls = {
          "korvane: internal error: couldn't find flag 'a flag that was never there' \\(GEN, "
          "gen_dyn_flag:425\\)\n"
          "korvane: internal error: flag 0x100 not found to delete \\(GEN, gen_dyn_flag:521\\)\n"},
+    {.name = "flag_self_test",
+     .ask =
+         [] {
+             GEN_DYN_FLAG::test_myself_out(flags);
+             return name_of(GEN_DYN_FLAG(0xFFFF));
+         },
+     .prepare = new_flags_with_transcript,
+     .left = written},
 
     {.name = "histogram",
      .ask =

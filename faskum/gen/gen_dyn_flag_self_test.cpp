@@ -1,45 +1,40 @@
 #include "gen_dyn_flag.h"
 
 #include "err.h"
-
-#include <cstdio>
+#include "gen_string_message.h"
+#include "gen_text_file.h"
 
 namespace {
 
-/// The file of the self-test. One that cannot be opened takes everything and keeps nothing.
+/// What the self-test has to tell. It is collected first and written in one go: should there be no
+/// memory on the way, the file of an earlier test is still whole.
 class TRANSCRIPT {
   public:
-    TRANSCRIPT(char const* name, GEN_DYN_FLAG_MANAGER const& manager)
-        : m_file(std::fopen(name, "we")), m_manager(manager) {}
-    ~TRANSCRIPT() {
-        if (m_file != nullptr)
-            std::fclose(m_file);
-    }
-    TRANSCRIPT(TRANSCRIPT const&) = delete;
-    TRANSCRIPT& operator=(TRANSCRIPT const&) = delete;
+    explicit TRANSCRIPT(GEN_DYN_FLAG_MANAGER const& manager) : m_manager(manager) {}
 
-    void flag(GEN_DYN_FLAG value) {
-        if (m_file != nullptr)
-            std::fprintf(m_file, "%s\n", m_manager.get_flag_name(value).c_str());
-    }
+    void flag(GEN_DYN_FLAG value) { m_text += m_manager.get_flag_name(value) + "\n"; }
 
-    void truth(bool value) {
-        if (m_file != nullptr)
-            std::fprintf(m_file, "%d\n", static_cast<int>(value));
-    }
+    void truth(bool value) { m_text += value ? "1\n" : "0\n"; }
 
     void statistics() {
         int used = 0;
         int dirty = 0;
         int clean = 0;
         m_manager.get_usage_stats(&used, &dirty, &clean);
-        if (m_file != nullptr)
-            std::fprintf(m_file, "used=%d dirty= %d clean=%d\n", used, dirty, clean);
+        STR line;
+        gen_sprintf(&line, "used=%d dirty= %d clean=%d\n", used, dirty, clean);
+        m_text += line;
+    }
+
+    void write(STR const& path) const {
+        GEN_TEXT_FILE file(path);
+        if (file.is_open())
+            file.put(m_text);
     }
 
   private:
-    std::FILE* m_file;
     GEN_DYN_FLAG_MANAGER const& m_manager;
+    STR m_text;
 };
 
 } // namespace
@@ -51,7 +46,7 @@ void GEN_DYN_FLAG::test_myself_out(GEN_DYN_FLAG_MANAGER* mgr) {
         return;
     }
     constexpr GEN_DYN_FLAG none;
-    TRANSCRIPT transcript("d:\\fenno\\comp\\mls\\flag_test.tst", *mgr);
+    TRANSCRIPT transcript(*mgr);
     transcript.statistics();
 
     auto const created = [&](char const* name) {
@@ -88,4 +83,5 @@ void GEN_DYN_FLAG::test_myself_out(GEN_DYN_FLAG_MANAGER* mgr) {
 
     transcript.flag(mask);
     transcript.flag(mgr->get_named_flag("f4"));
+    transcript.write("d:\\fenno\\comp\\mls\\flag_test.tst");
 }

@@ -123,6 +123,7 @@ THINGS = {
     "find": thing(""),
     "find_all": thing("", r"\.\./project/top\.v "),
     "findfirst": thing("none"),
+    "flags": thing("none", "empty", unharmed_by=("EINTR",)),
     "frequency": thing(),
     "host_name": thing("none, reported"),
     "include": thing("none"),

@@ -215,6 +215,23 @@ Thing commit() {
     return {[] { manager.commit_file(); }, [] { return compared(at("db/undo_redo.txt"), whole); }};
 }
 
+struct NO_OBJECTS : GEN_DYN_FLAG_CLEARER {
+    void clear_flags(GEN_DYN_FLAG const&) override {}
+};
+
+Thing flags() {
+    static std::string const file = at("here/d:\\fenno\\comp\\mls\\flag_test.tst");
+    auto const ask = [] {
+        NO_OBJECTS objects;
+        GEN_DYN_FLAG_MANAGER manager(&objects);
+        GEN_DYN_FLAG::test_myself_out(&manager);
+    };
+    ask();
+    static std::string const whole = content(file);
+    fs::remove(file);
+    return {ask, [] { return compared(file, whole); }};
+}
+
 Thing profile() {
     static std::string const date_line = "Sun Nov 15 12:47:34 2026\n";
     fs::create_directories(at("db"));
@@ -315,6 +332,7 @@ std::map<std::string, std::function<Thing()>> const things{
     {"find", [] { return answer_of([] { return told(gen_find_file("top.v")); }); }},
     {"find_all", [] { return answer_of(results_found); }},
     {"findfirst", [] { return answer_of([] { return names_found("../project/*.v"); }); }},
+    {"flags", flags},
     {"frequency", [] { return answer_of([] { return number(MACHINE::get_cpu_frequency); }); }},
     {"host_name",
      [] {

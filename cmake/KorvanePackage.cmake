@@ -1,7 +1,7 @@
 # The three Debian packages, one a component of the installation: cpack in the build directory makes
 # them. Libraries and headers of both widths may be installed side by side, and the tools of one.
 
-set(package_runtime libkorvane-gen1)
+set(package_runtime libkorvane-gen${PROJECT_VERSION_MAJOR})
 set(package_development libkorvane-gen-dev)
 set(package_tools korvane-gen-tools)
 set(exactly "(= ${PROJECT_VERSION})")
@@ -31,8 +31,10 @@ set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "${about}This package holds the shared libr
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${package_runtime})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+# Names may be added to the interface: what is built with this version may need it.
+configure_file(packaging/debian/shlibs.in packaging/debian/shlibs @ONLY)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA
-  ${PROJECT_SOURCE_DIR}/packaging/debian/shlibs;${PROJECT_SOURCE_DIR}/packaging/debian/triggers)
+  ${CMAKE_CURRENT_BINARY_DIR}/packaging/debian/shlibs;${PROJECT_SOURCE_DIR}/packaging/debian/triggers)
 
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
   "${about}This package holds headers, manual pages, CMake package and pkg-config file.")
@@ -59,7 +61,7 @@ foreach(component runtime development tools)
     COMPONENT ${component})
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/packaging/debian/changelog.gz
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package} COMPONENT ${component})
-  install(FILES packaging/debian/${package}.lintian-overrides
+  install(FILES packaging/debian/${component}.lintian-overrides
     DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME ${package} COMPONENT ${component}
     OPTIONAL)
 endforeach()
@@ -68,6 +70,8 @@ install(DIRECTORY examples/suite
 install(DIRECTORY examples/find_file examples/cmake_host examples/make_host
   DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package_development}/examples COMPONENT development
   FILES_MATCHING PATTERN main.cpp PATTERN CMakeLists.txt PATTERN Makefile PATTERN build EXCLUDE)
+install(FILES examples/README.md
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package_development}/examples COMPONENT development)
 
 # What CPack cannot say of a package yet is added when it has made it.
 set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/KorvaneRepack.cmake)

@@ -49,6 +49,9 @@ verified=$(dpkg --verify libkorvane-gen1:amd64 libkorvane-gen1:i386 \
 for page in man1/gen_query.1.gz man3/korvane_gen.3.gz man3/gen_path_find.3.gz; do
     [ -s "/usr/share/man/$page" ] || fail "no manual page $page"
 done
+for file in bash-completion/completions/gen_query zsh/vendor-completions/_gen_query; do
+    [ -s "/usr/share/$file" ] || fail "no completion $file"
+done
 examples=/tmp/examples
 mkdir "$examples"
 cp -r /usr/share/doc/libkorvane-gen-dev/examples/. /usr/share/doc/korvane-gen-tools/examples/. "$examples"

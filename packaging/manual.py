@@ -55,6 +55,20 @@ Where the executable is looked for when it was started by its bare name.
 Switches of the usage report, which
 .B gen_query modules
 shows.
+.TP
+.BR KORVANE_ROOTDIR ", " KORVANE_DIR ", " KORVANE_PLATFORM ", " KORVANE_BIT_TYPE
+The root, the executable directories and the width of the installation, as in every tool of the suite.
+.TP
+.B HOME
+Where
+.B gen_query temp
+puts a file that nobody gave a directory for.
+.TP
+.BR TZ ", " LC_ALL ", " LC_CTYPE ", " LC_NUMERIC ", " LC_TIME ", " LANG
+Time zone and locale.
+.TP
+.BR NO_COLOR ", " TERM ", " COLUMNS
+Whether answers on a terminal have colours, and how wide bars may be.
 .SH SEE ALSO
 .BR korvane_gen (3)
 """

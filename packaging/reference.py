@@ -139,7 +139,8 @@ which starts the library up before its body:
 .SH HEADERS
 {headers}
 .SH THREADS
-One thread at a time may call the library.
+Tracked allocation, the locale\\-neutral character and number functions and temporary files may be used by several
+threads at once. All else is for one thread at a time, the main thread as a rule.
 .SH SEE ALSO
 .BR gen_query (1)
 """

@@ -5,6 +5,7 @@
 """
 
 import pathlib
+import re
 import sys
 
 from selenium import webdriver
@@ -13,7 +14,8 @@ from selenium.webdriver.common.keys import Keys
 from selenium.webdriver.support.ui import WebDriverWait
 
 WANTED = "gen_find_file"
-PICTURES = {"lookup": 1, "condition": 1, "performance": 1, "reliability": 0} # of each page
+PICTURES = {"lookup": 1, "condition": 1, "performance": 1, "editing": 0, "reliability": 0, "fuzzing": 0, "system": 0,
+            "coverage": 0, "mutation": 0} # of each page
 
 
 def browser():
@@ -51,6 +53,14 @@ def visit(driver, site):
         sys.exit(f"{driver.current_url} does not tell of {WANTED}: {entry.text}")
 
 
+def check_links(site):
+    """No page leads to a file that is not there."""
+    for page in site.glob("*.html"):
+        for link in re.findall(r'(?:href|src)="([^"#?]+)', page.read_text(encoding="utf-8")):
+            if "://" not in link and not link.startswith(("mailto:", "javascript:")) and not (site / link).exists():
+                sys.exit(f"{page.name} leads to {link}, which is not there")
+
+
 def check_pages(driver, site):
     """The pages of docs/ are there, and every picture in them is seen."""
     for name, pictures in PICTURES.items():
@@ -67,6 +77,7 @@ def check_pages(driver, site):
 
 
 def main(site):
+    check_links(site)
     driver = browser()
     try:
         visit(driver, site)

@@ -233,7 +233,7 @@ TEST(StrLen, NullHasNoLength) {
 TEST(StrLen, LengthPastTheRangeOfIntIsItsLargest) {
     HugeText const huge;
     if (huge.text() == nullptr)
-        GTEST_SKIP() << "no address space for a text of 2 GiB";
+        GTEST_SKIP() << "no room for a text of 2 GiB";
     EXPECT_EQ(gen_strlen(huge.text()), INT_MAX);
 }
 

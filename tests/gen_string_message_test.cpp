@@ -208,7 +208,7 @@ TEST(FormatMessage, NullTextIsWhatPrintfMakesOfIt) {
 TEST(FormatMessage, TextPastTheRangeOfIntPrintsNothing) {
     HugeText const huge;
     if (huge.text() == nullptr)
-        GTEST_SKIP() << "no address space for a text of 2 GiB";
+        GTEST_SKIP() << "no room for a text of 2 GiB";
     EXPECT_EQ(message("<%1> <%2>", huge.text(), "next"), "<> <next>");
 }
 

@@ -237,7 +237,7 @@ TEST(StlArgCursor, NullTextIsWhatPrintfMakesOfIt) {
 TEST(StlArgCursor, TextPastTheRangeOfIntPrintsNothing) {
     HugeText const huge;
     if (huge.text() == nullptr)
-        GTEST_SKIP() << "no address space for a text of 2 GiB";
+        GTEST_SKIP() << "no room for a text of 2 GiB";
     with_cursor([](STL_ARG_CURSOR& cursor) { EXPECT_EQ(output(cursor, "%s"), ""); }, huge.text());
 }
 

@@ -49,7 +49,7 @@ TEST(StlPrintf, ExtentsPastTheRangeOfIntAreAnErrorAsInPrintf) {
 TEST(StlPrintf, TextPastTheRangeOfIntIsAnErrorAsInPrintf) {
     HugeText const huge;
     if (huge.text() == nullptr)
-        GTEST_SKIP() << "no address space for a text of 2 GiB";
+        GTEST_SKIP() << "no room for a text of 2 GiB";
     errno = 0;
     EXPECT_EQ(ours("<%s>", huge.text()), (Printed{-1, ""}));
     EXPECT_EQ(errno, EOVERFLOW);

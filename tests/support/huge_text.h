@@ -10,9 +10,9 @@ class HugeText {
     HugeText(HugeText const&) = delete;
     HugeText& operator=(HugeText const&) = delete;
 
-    /// Null where the address space has no room for it.
-    char const* text() const { return static_cast<char const*>(m_text); }
+    /// Null on 32-bit, and where the address space has no room for it.
+    char const* text() const { return m_text; }
 
   private:
-    void* m_text;
+    char* m_text = nullptr;
 };

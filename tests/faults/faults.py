@@ -140,6 +140,9 @@ THINGS = {
     "report": thing("2 lines"),
     "search_paths": thing("no"),
     "sources": thing(""),
+    # Each line that cannot be written is lost whole, and no other one.
+    "standard_error": thing("", r"korvane: internal error: broken \(GEN, gen_probe:1\);",
+                            "GEN: message 2;"),
     "start": thing(r"/\S+/korvane/bin/tool", r"", statuses=(0, 255)),
     "system_names": thing("failed"),
     "temp_file": thing(),

@@ -11,6 +11,7 @@
 #include "gen.h"
 #include "mem.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -20,6 +21,7 @@
 #include <memory>
 #include <string>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -250,6 +252,27 @@ Thing profile() {
             }};
 }
 
+/// The lines of the default handlers on standard error, which is a file for the purpose.
+Thing standard_error() {
+    static std::string const file = at("errors");
+    static std::size_t seen = 0;
+    write(file);
+    static_cast<void>(std::freopen(file.c_str(), "ae", stderr));
+    std::setvbuf(stderr, nullptr, _IONBF, 0);
+    err_set_internal_error_handler(nullptr);
+    mem_msg_set_sink(nullptr);
+    return {[] {
+                err_report_internal_error("broken", "GEN", "gen_probe", 1);
+                gen_mem_msg_debug("message %d", 2);
+            },
+            [] {
+                std::string const all = content(file);
+                std::string lines = all.substr(std::exchange(seen, all.size()));
+                std::replace(lines.begin(), lines.end(), '\n', ';');
+                return lines;
+            }};
+}
+
 Thing report() {
     for (char const* name : {"profile_dll_usage", "list_dll_details", "report_modules_flow"})
         mem_cfg_set(name, true);
@@ -361,6 +384,7 @@ std::map<std::string, std::function<Thing()>> const things{
     {"report", report},
     {"search_paths", [] { return answer_of(search_paths); }},
     {"sources", [] { return answer_of(sources_found); }},
+    {"standard_error", standard_error},
     {"start", start},
     {"system_names", [] { return answer_of([] { return system_name(MACHINE::get_os_version); }); }},
     {"temp_file", temp_file},

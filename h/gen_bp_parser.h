@@ -68,7 +68,8 @@ class KORVANE_API GEN_BP_PARSER {
     /// Appends the token that the word is, "&&", "||" and "time" (in any case) included, and
     /// empties the word. An empty word is no token, and neither is a null one.
     void process_token_contents(STR* word);
-    /// Appends the tokens of the working string, which stays as it is. Reports nothing.
+    /// Appends the tokens of the working string, which stays as it is. A token that there is no
+    /// memory for is reported and left out, as by add_token_to_list; nothing else is reported.
     void tokenize_string();
 
     /// True when an operator (types 3 to 7) stands in the range outside all its parentheses. The

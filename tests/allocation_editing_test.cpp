@@ -100,6 +100,16 @@ std::vector<Call> const calls = {
              return parser->working_string() + parser->error_text();
          },
      .prepare = new_tokens},
+    {.name = "tokenize",
+     .ask =
+         [] {
+             parser->working_string() = "a_signal_of_some_length > another_signal";
+             parser->tokenize_string();
+             return number_of_tokens();
+         },
+     .prepare = new_parser,
+     .otherwise = {"2", "1", "0"},
+     .told = "(korvane: internal error: new_token != 0 \\(GEN, gen_bp_parser:[0-9]+\\)\n)+"},
     {.name = "find_subexpression",
      .ask =
          [] {

@@ -12,10 +12,17 @@
 
 namespace {
 
+// What calls are made of lives as long as the process, which ends in the middle of them.
+MEM_LIST<FIO_PATH> const* found = nullptr;
+MEM_VECTOR<STR>* types = nullptr;
+
 std::vector<Call> const calls = {
     {.name = "library_path",
      .ask = [] { return gen_get_library_path(GEN_LIB_VITAL); },
      .prepare = start},
+    {.name = "common_data", .ask = gen_get_common_data_fullpath, .prepare = start},
+    {.name = "unshipped_data", .ask = gen_get_unshipped_data_fullpath, .prepare = start},
+    {.name = "tcl_apps", .ask = gen_get_tcl_apps_fullpath, .prepare = start},
     {.name = "common_misc", .ask = gen_get_common_misc_fullpath, .prepare = start},
     {.name = "tcl_internal", .ask = gen_get_tcl_internal_fullpath, .prepare = start},
     {.name = "unshipped_tcl", .ask = gen_get_unshipped_tcl_fullpath, .prepare = start},
@@ -39,6 +46,14 @@ std::vector<Call> const calls = {
              return gen_get_db_dir_path_string() + told(gen_get_db_dir_full_name());
          },
      .prepare = start},
+    {.name = "project_dir", .ask = gen_get_project_dir_path, .prepare = open_project},
+    {.name = "project_parablocks_dir",
+     .ask = [] { return told(gen_get_project_parablocks_dir_path()); },
+     .prepare = open_project},
+    {.name = "db_dir", .ask = gen_get_db_dir_path_string, .prepare = open_project},
+    {.name = "db_dir_path",
+     .ask = [] { return told(gen_get_db_dir_path()); },
+     .prepare = open_project},
     {.name = "set_output_directory",
      .ask =
          [] {
@@ -75,6 +90,10 @@ std::vector<Call> const calls = {
              return told(gen_project_lib_fio_paths()) + gen_get_user_library_paths();
          },
      .prepare = start},
+    {.name = "project_library_paths",
+     .ask = gen_get_project_library_paths,
+     .prepare = open_project},
+    {.name = "user_library_paths", .ask = gen_get_user_library_paths, .prepare = open_project},
     {.name = "shipped_library_paths",
      .ask = [] { return told(gen_get_default_lib_fio_paths()); },
      .prepare =
@@ -117,6 +136,17 @@ std::vector<Call> const calls = {
              open_project();
              gen_destroy_find_file_cache();
          }},
+    {.name = "cache_insert",
+     .ask =
+         [] {
+             gen_find_file_cache->insert("a_name_in_the_library.v", at("library/a_name"));
+             return told(*gen_find_file_cache->find("a_name_in_the_library.v"));
+         },
+     .prepare =
+         [] {
+             start();
+             gen_create_find_file_cache();
+         }},
     {.name = "find_eda_file",
      .ask = [] { return told(gen_find_eda_file("an_eda_file_of_the_suite.v")); },
      .prepare = start},
@@ -146,12 +176,18 @@ std::vector<Call> const calls = {
              return told(candidates);
          },
      .prepare = start},
-    {.name = "tool_file_name",
-     .ask = [] { return told(gen_get_ase_filename()) + told(gen_get_rpw_filename(7)); },
-     .prepare = start},
-    {.name = "advisor_table",
-     .ask = [] { return told(gen_get_oaw_power_filename()); },
-     .prepare = start},
+    {.name = "append_candidates",
+     .ask =
+         [] {
+             MEM_VECTOR<GEN_SOURCE_CANDIDATE> candidates;
+             gen_append_candidates_helper(GEN_LIBRARY_PATHS_ENUM{}, *found, &candidates, types);
+             return told(candidates) + told_all(*types);
+         },
+     .prepare =
+         [] {
+             found = new MEM_LIST<FIO_PATH>{at("project/the_top_of_the_design.v")};
+             types = new MEM_VECTOR<STR>{"vhd", "v"};
+         }},
     {.name = "pdb_file_name",
      .ask =
          [] {

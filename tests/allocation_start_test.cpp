@@ -7,6 +7,8 @@
 #include "gen_meminfo.h"
 #include "gen_os_info_paths.h"
 #include "mem.h"
+#include "thr.h"
+#include "ver.h"
 
 #include <cstdlib>
 
@@ -39,6 +41,26 @@ std::vector<Call> const calls = {
              start();
              gen_module_fullpath = nullptr;
              setenv("PATH", ("/a/directory/that/is/not/there:" + at("korvane/linux")).c_str(), 1);
+         }},
+    {.name = "find_executable",
+     .ask = [] { return find_executable_in_path("tool"); },
+     .prepare =
+         [] {
+             start();
+             setenv("PATH", at("korvane/linux").c_str(), 1);
+         }},
+    {.name = "module_fullpath", .ask = gen_get_module_fullpath, .prepare = start},
+    {.name = "module_loading",
+     .ask =
+         [] {
+             thr_drl_init("/the/path/of/an/executable");
+             return told(thr_drl_module_fullpath());
+         }},
+    {.name = "version_information",
+     .ask =
+         [] {
+             ver_set_module_path("/the/directory/of/an/executable/");
+             return told(ver_module_path());
          }},
     {.name = "module_path", .ask = gen_get_module_path, .prepare = start},
     {.name = "module_filename",

@@ -170,6 +170,13 @@ std::vector<Call> const calls = {
      .lapse_stays = true,
      .once = make_locale},
 
+    {.name = "local_wide_date",
+     .ask =
+         [] {
+             std::tm const time{};
+             return told(static_cast<long>(gen_local_wcsftime(nullptr, 0, wide_text, &time)));
+         }},
+
     {.name = "current_time",
      .ask = [] { return told(gen_get_current_time().size() == 8); },
      .prepare = in_some_zone},
@@ -197,6 +204,20 @@ std::vector<Call> const calls = {
          [] {
              in_some_zone();
              stream = new std::ofstream("/dev/null");
+         }},
+    {.name = "time_units",
+     .ask =
+         [] {
+             MEM_LIST<STR> names;
+             GEN_TIME_UNIT::get_long_name_list(&names);
+             return told_all(names);
+         }},
+    {.name = "frequency_units",
+     .ask =
+         [] {
+             MEM_LIST<STR> names;
+             GEN_TIME_FREQ::get_short_name_list(&names);
+             return told_all(names);
          }},
     {.name = "elapsed_time",
      .ask =
@@ -242,6 +263,9 @@ std::vector<Call> const calls = {
 
     {.name = "legal_text",
      .ask = [] { return gen_get_legal_text("-- ") + gen_get_legal_banner(); }},
+    {.name = "legal_trademark_text", .ask = gen_get_legal_trademark_text},
+    {.name = "legal_warning_text", .ask = gen_get_legal_warning_text},
+    {.name = "bitstream_encryption_legal_text", .ask = gen_get_bitstream_encryption_legal_text},
     {.name = "do_not_edit", .ask = [] { return gen_get_do_not_edit_text(nullptr); }},
 };
 

@@ -7,6 +7,7 @@ print what the page, and so --help, says.
 
 import os
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -16,6 +17,7 @@ sys.path += [str(pathlib.Path(__file__).parents[1]), str(pathlib.Path(__file__).
 import describe  # noqa: E402
 import examples  # noqa: E402
 import manual  # noqa: E402
+import reference  # noqa: E402
 import staging  # noqa: E402
 
 
@@ -59,6 +61,16 @@ def run_examples(root_command, binary, suite):
                     yield f"{' '.join(path)}: $ {line}\n{output}"
 
 
+def unnamed(pages, headers):
+    """Complaints about functions that the page of their header does not name."""
+    for header in sorted(headers.glob("*.h")):
+        name_of_page = reference.page_name(header)
+        page = rendered(pages / f"{name_of_page}.3")
+        for name in sorted(set(re.findall(r"KORVANE_API\s[^;{}()]*?\b(\w+)\s*\(", header.read_text(encoding="utf-8")))):
+            if not re.search(rf"\b{name}\b", page):
+                yield f"{name_of_page}(3) does not name {name}"
+
+
 def main(packaging, headers, binary, suite):
     root_command = describe.read(packaging / "gen_query.json")
     complaints = list(run_examples(root_command, binary, suite))
@@ -70,6 +82,7 @@ def main(packaging, headers, binary, suite):
     if len(pages) != len(list(headers.glob("*.h"))) + 1:
         complaints.append(f"{len(pages)} pages in section 3")
     complaints += [f"{path} is empty" for path in pages if len(rendered(path)) < 300]
+    complaints += unnamed(packaging / "man3", headers)
     print("\n".join(complaints) or f"{len(pages) + 1} pages read")
     return 1 if complaints else 0
 

@@ -109,6 +109,11 @@ class KORVANE_API FIO_PATH {
   private:
     friend class FIO_FILE_SYSTEM;
     friend class FIO_FIND;
+    friend class GEN_FIND_FILE_CACHE;
+
+    /// A path whose parts are known.
+    FIO_PATH(STR&& text, std::size_t name, std::size_t extension, char separator)
+        : m_text(std::move(text)), m_name(name), m_extension(extension), m_separator(separator) {}
 
     void parse();
     void forget_rendering();

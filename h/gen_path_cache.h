@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 
 #include "fio.h"
 #include "korvane_export.h"
@@ -20,49 +21,59 @@ struct STL_CASE_SENSITIVE_HASH_COMPARE {
     }
 };
 
+/// What gen_find_file answered when the name was first asked for, "not found" included. Nothing
+/// invalidates an answer: a host that changes the project or expects new files destroys the cache.
+KORVANE_API FIO_PATH gen_find_file_cache_assisted(STR const& name);
+
 /// A map from names, exactly as asked for, to what gen_find_file answered. Names are told apart by
 /// STL_CASE_SENSITIVE_HASH_COMPARE; an entry is never replaced and goes only with its map.
-class KORVANE_API GEN_FIND_FILE_CACHE {
+/// All texts lie in one piece of memory, which like any other of the suite ends below 4 GiB: there
+/// is room for some twenty million names.
+class GEN_FIND_FILE_CACHE {
   public:
     GEN_FIND_FILE_CACHE() = default;
 
-    /// The answer for @p name, the empty path included, or null when none is kept. Owned by the map
-    /// and valid until the next insert.
-    FIO_PATH const* find(STR const& name) const;
+    /// The answer for @p name, which may be the empty path; nothing when none is kept.
+    KORVANE_API std::optional<FIO_PATH> find(STR const& name) const;
     /// Keeps @p path as the answer for @p name; nothing happens when there is one already. Both are
     /// copied.
-    void insert(STR const& name, FIO_PATH const& path);
+    KORVANE_API void insert(STR const& name, FIO_PATH const& path);
     /// Number of names.
-    std::size_t size() const { return m_entries.size(); }
+    std::size_t size() const { return m_size; }
     /// True for no names.
-    bool empty() const { return m_entries.empty(); }
+    bool empty() const { return m_size == 0; }
 
   private:
-    struct ENTRY {
-        STR name;
-        FIO_PATH path;
-    };
-    struct SLOT {
-        std::uint32_t hash = 0;
-        std::uint32_t entry = 0; ///< the entry's index and one, 0 for a free slot
-    };
-    struct KEY;
+    friend FIO_PATH gen_find_file_cache_assisted(STR const& name);
 
+    struct NAME;
+    struct SLOT {
+        std::uint32_t hash = 0; ///< of the name
+        bool is_used = false;
+        char path_separator = '/';
+        std::size_t texts = 0; ///< where the name begins in m_texts, and the path's text behind it
+        std::size_t name_size = 0;
+        std::size_t path_size = 0;
+        std::size_t path_name = 0;
+        std::size_t path_extension = 0;
+    };
+
+    bool is_of(SLOT const& slot, NAME const& name) const;
     std::size_t first_slot(std::uint32_t hash) const;
-    std::size_t slot_of(KEY const& key) const;
+    std::size_t slot_of(NAME const& name) const;
+    SLOT const* used_slot(STR const& name) const;
+    FIO_PATH path_of(SLOT const& slot) const;
     void grow();
 
-    MEM_VECTOR<ENTRY> m_entries; ///< in the order of their arrival
-    MEM_VECTOR<SLOT> m_slots;    ///< a power of two of them, never full, or none
-    unsigned m_shift = 32;       ///< 32 less that power
+    MEM_VECTOR<char> m_texts; ///< names and paths, in the order of their arrival
+    MEM_VECTOR<SLOT> m_slots; ///< a power of two of them, never full, or none
+    std::size_t m_size = 0;
+    unsigned m_shift = 32; ///< 32 less that power
 };
 
 /// Null while there is no cache. Owned by gen.
 KORVANE_API extern GEN_FIND_FILE_CACHE* gen_find_file_cache;
 
-/// What gen_find_file answered when the name was first asked for, "not found" included. Nothing
-/// invalidates an answer: a host that changes the project or expects new files destroys the cache.
-KORVANE_API FIO_PATH gen_find_file_cache_assisted(STR const& name);
 /// Makes an empty cache, in place of the one that may be there.
 KORVANE_API void gen_create_find_file_cache();
 /// Frees the cache. Without one it does nothing.

@@ -140,7 +140,7 @@ std::vector<Call> const calls = {
      .ask =
          [] {
              gen_find_file_cache->insert("a_name_in_the_library.v", at("library/a_name"));
-             return told(*gen_find_file_cache->find("a_name_in_the_library.v"));
+             return told(gen_find_file_cache->find("a_name_in_the_library.v").value());
          },
      .prepare =
          [] {

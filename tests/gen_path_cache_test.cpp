@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <optional>
 #include <random>
 #include <string>
 
@@ -151,8 +152,8 @@ TEST(FindFileCacheKey, LetterCaseMakesAnotherKey) {
 TEST(FindFileCacheMap, KnowsNothingAtFirst) {
     GEN_FIND_FILE_CACHE const cache;
     EXPECT_TRUE(cache.empty());
-    EXPECT_EQ(cache.find("top.v"), nullptr);
-    EXPECT_EQ(cache.find(""), nullptr);
+    EXPECT_FALSE(cache.find("top.v").has_value());
+    EXPECT_FALSE(cache.find("").has_value());
 }
 
 TEST(FindFileCacheMap, TheFirstAnswerStays) {
@@ -160,7 +161,7 @@ TEST(FindFileCacheMap, TheFirstAnswerStays) {
     cache.insert("top.v", FIO_PATH("/a/top.v"));
     cache.insert("top.v", FIO_PATH("/b/top.v"));
     ASSERT_EQ(cache.size(), 1U);
-    EXPECT_EQ(cache.find("top.v")->fullpath(), "/a/top.v");
+    EXPECT_EQ(cache.find("top.v").value().fullpath(), "/a/top.v");
 }
 
 TEST(FindFileCacheMap, NamesOfOneHashAreToldApart) {
@@ -173,8 +174,43 @@ TEST(FindFileCacheMap, NamesOfOneHashAreToldApart) {
         cache.insert(name, FIO_PATH(STR("/") + name));
     EXPECT_EQ(cache.size(), std::size(names));
     for (char const* name : names)
-        EXPECT_EQ(cache.find(name)->fullpath(), STR("/") + name);
-    EXPECT_EQ(cache.find("bb"), nullptr);
+        EXPECT_EQ(cache.find(name).value().fullpath(), STR("/") + name);
+    EXPECT_FALSE(cache.find("bb").has_value());
+}
+
+TEST(FindFileCacheMap, ANameIsNotTheBeginningOfAnother) {
+    STR const of_hash_0 = "\x01\xEF"; // 17 and its negative
+    ASSERT_EQ(hash(of_hash_0), hash(""));
+    GEN_FIND_FILE_CACHE cache;
+    cache.insert(of_hash_0, FIO_PATH("/x"));
+    EXPECT_FALSE(cache.find("").has_value());
+}
+
+TEST(FindFileCacheMap, ANameEndsAtItsTerminator) {
+    STR const name = "a name of more than a block of sixteen bytes";
+    GEN_FIND_FILE_CACHE cache;
+    cache.insert(name + STR("\0kept", 5), FIO_PATH("/kept"));
+    cache.insert(name, FIO_PATH("/not kept"));
+    EXPECT_EQ(cache.size(), 1U);
+    EXPECT_EQ(cache.find(name).value().fullpath(), "/kept");
+    EXPECT_EQ(cache.find(name + STR("\0asked", 6)).value().fullpath(), "/kept");
+}
+
+TEST(FindFileCacheMap, AKeptPathIsWholeAgain) {
+    FIO_PATH path("/p/src/a.tar.gz");
+    path.path_separator('\\');
+    path.extension("", "");
+    path.base("b.c"); // taken whole, where a parsed text would have an extension
+    GEN_FIND_FILE_CACHE cache;
+    cache.insert("name", path);
+    cache.insert("none", FIO_PATH());
+    FIO_PATH const kept = cache.find("name").value();
+    EXPECT_EQ(kept.fullpath(), path.fullpath());
+    EXPECT_EQ(kept.full_directory(), "/p/src/");
+    EXPECT_EQ(kept.base(), "b.c");
+    EXPECT_EQ(kept.extension(), "");
+    EXPECT_STREQ(kept, "\\p\\src\\b.c");
+    EXPECT_EQ(cache.find("none").value().fullpath(), "");
 }
 
 TEST(FindFileCacheMap, AgreesWithAStandardMap) {
@@ -188,10 +224,10 @@ TEST(FindFileCacheMap, AgreesWithAStandardMap) {
             c = "abc"[random() % 3];
         if (random() % 2 == 0)
             name += std::to_string(random());
-        FIO_PATH const* const known = cache.find(library_string(name));
+        std::optional<FIO_PATH> const known = cache.find(library_string(name));
         auto const expected = plain.find(name);
-        ASSERT_EQ(known != nullptr, expected != plain.end()) << name;
-        if (known != nullptr) {
+        ASSERT_EQ(known.has_value(), expected != plain.end()) << name;
+        if (known.has_value()) {
             ASSERT_EQ(found(*known), expected->second) << name;
         }
         std::string const path = random() % 4 == 0 ? "" : "/p/" + std::to_string(round);
@@ -200,5 +236,5 @@ TEST(FindFileCacheMap, AgreesWithAStandardMap) {
         ASSERT_EQ(cache.size(), plain.size());
     }
     for (auto const& [name, path] : plain)
-        ASSERT_EQ(found(*cache.find(library_string(name))), path);
+        ASSERT_EQ(found(cache.find(library_string(name)).value()), path);
 }

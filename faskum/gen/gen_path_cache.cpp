@@ -58,23 +58,32 @@ std::uint32_t hash_of_block(__m128i bytes) {
         _mm_cvtsi128_si32(_mm_add_epi64(sums, _mm_unpackhi_epi64(sums, sums))));
 }
 
-std::uint32_t hash_bytewise(char const* text) {
+/// A text up to its terminator.
+struct HASHED_TEXT {
+    char const* text;
+    std::size_t size;
+    std::uint32_t hash;
+};
+
+HASHED_TEXT hashed_bytewise(char const* text) {
     std::uint32_t hash = 0;
-    for (; *text != '\0'; ++text)
-        hash = hash * 17 + static_cast<std::uint32_t>(static_cast<signed char>(*text));
-    return hash;
+    char const* end = text;
+    for (; *end != '\0'; ++end)
+        hash = hash * 17 + static_cast<std::uint32_t>(static_cast<signed char>(*end));
+    return {text, static_cast<std::size_t>(end - text), hash};
 }
 
-} // namespace
+/// Part of every lookup, which would be a fifth dearer on 32-bit for the calls in it.
+#define LOOKUP_STEP [[gnu::always_inline]] inline
 
 // hash = hash * 17 + byte, in 32 bits and with signed bytes.
 //
 // The length is taken from the string and not looked for: the text of a name that was not used for
 // a while is not in the cache, and what depends on its contents waits for it.
-std::size_t STL_CASE_SENSITIVE_HASH_COMPARE::operator()(STR const& key) const {
+LOOKUP_STEP HASHED_TEXT hashed(STR const& key) {
     char const* text = key.c_str();
     if (key.size() < block_size)
-        return hash_bytewise(text);
+        return hashed_bytewise(text);
     char const* const end = text + key.size();
     __m128i least = load_block(end - block_size);
     std::size_t const rest = key.size() % block_size;
@@ -86,58 +95,83 @@ std::size_t STL_CASE_SENSITIVE_HASH_COMPARE::operator()(STR const& key) const {
         hash = hash * power_of_17(block_size) + hash_of_block(block);
     }
     if (_mm_movemask_epi8(_mm_cmpeq_epi8(least, _mm_setzero_si128())) != 0) [[unlikely]]
-        return hash_bytewise(key.c_str()); // it ends before its length says so
-    return hash * powers_of_17[rest] + rest_hash;
+        return hashed_bytewise(key.c_str()); // it ends before its length says so
+    return {key.c_str(), key.size(), hash * powers_of_17[rest] + rest_hash};
 }
 
-/// A name to be looked up.
-struct GEN_FIND_FILE_CACHE::KEY {
-    STR const& name;
-    std::uint32_t hash;
+} // namespace
 
-    explicit KEY(STR const& text)
-        : name(text), hash(static_cast<std::uint32_t>(STL_CASE_SENSITIVE_HASH_COMPARE()(text))) {}
+std::size_t STL_CASE_SENSITIVE_HASH_COMPARE::operator()(STR const& key) const {
+    return hashed(key).hash;
+}
 
-    bool is_of(ENTRY const& entry) const {
-        return STL_CASE_SENSITIVE_HASH_COMPARE()(entry.name, name);
-    }
+// With ten thousand names a lookup costs what it waits for memory: for a slot, and for the two
+// texts that stand where the slot says. All else that is kept of a path is in the slot, so that
+// nothing waits for a third place.
+
+struct GEN_FIND_FILE_CACHE::NAME : HASHED_TEXT {
+    explicit NAME(STR const& name) : HASHED_TEXT(hashed(name)) {}
 };
 
-// With ten thousand names a lookup costs what it waits for memory: for a slot, for the entry whose
-// index is there, and for its two texts.
+// What is compared is known from the name, and the kept one only has to agree: a search for its
+// terminator would wait for it first.
+LOOKUP_STEP bool GEN_FIND_FILE_CACHE::is_of(SLOT const& slot, NAME const& name) const {
+    return slot.hash == name.hash && slot.name_size == name.size &&
+           std::memcmp(m_texts.data() + slot.texts, name.text, name.size) == 0;
+}
 
 // The hash alone would do badly: its low bits are hardly more than the sum of the letters. The
 // product's high bits depend on all of them.
-std::size_t GEN_FIND_FILE_CACHE::first_slot(std::uint32_t hash) const {
+LOOKUP_STEP std::size_t GEN_FIND_FILE_CACHE::first_slot(std::uint32_t hash) const {
     return (hash * 0x9E3779B9U) >> m_shift;
 }
 
 // The slot of the name, or the free one where it would go. There must be slots.
-std::size_t GEN_FIND_FILE_CACHE::slot_of(KEY const& key) const {
+LOOKUP_STEP std::size_t GEN_FIND_FILE_CACHE::slot_of(NAME const& name) const {
     std::size_t const mask = m_slots.size() - 1;
-    std::size_t i = first_slot(key.hash);
-    while (m_slots[i].entry != 0 &&
-           !(m_slots[i].hash == key.hash && key.is_of(m_entries[m_slots[i].entry - 1])))
+    std::size_t i = first_slot(name.hash);
+    while (m_slots[i].is_used && !is_of(m_slots[i], name))
         i = (i + 1) & mask;
     return i;
 }
 
-FIO_PATH const* GEN_FIND_FILE_CACHE::find(STR const& name) const {
+// The slot of the name, or null.
+LOOKUP_STEP auto GEN_FIND_FILE_CACHE::used_slot(STR const& name) const -> SLOT const* {
     if (m_slots.empty())
         return nullptr;
-    std::uint32_t const entry = m_slots[slot_of(KEY(name))].entry;
-    return entry != 0 ? &m_entries[entry - 1].path : nullptr;
+    SLOT const& slot = m_slots[slot_of(NAME(name))];
+    return slot.is_used ? &slot : nullptr;
+}
+
+LOOKUP_STEP FIO_PATH GEN_FIND_FILE_CACHE::path_of(SLOT const& slot) const {
+    return FIO_PATH(STR(m_texts.data() + slot.texts + slot.name_size, slot.path_size),
+                    slot.path_name, slot.path_extension, slot.path_separator);
+}
+
+std::optional<FIO_PATH> GEN_FIND_FILE_CACHE::find(STR const& name) const {
+    SLOT const* const slot = used_slot(name);
+    return slot != nullptr ? std::optional(path_of(*slot)) : std::nullopt;
 }
 
 void GEN_FIND_FILE_CACHE::insert(STR const& name, FIO_PATH const& path) {
-    if (m_entries.size() >= m_slots.size() / 4 * 3)
+    if (m_size == m_slots.size() / 8 * 7)
         grow();
-    KEY const key(name);
+    NAME const key(name);
     SLOT& slot = m_slots[slot_of(key)];
-    if (slot.entry != 0)
+    if (slot.is_used)
         return;
-    m_entries.push_back({name, path});
-    slot = {key.hash, static_cast<std::uint32_t>(m_entries.size())};
+    STR const& text = path.m_text;
+    slot = {.hash = key.hash,
+            .is_used = true,
+            .path_separator = path.m_separator,
+            .texts = m_texts.size(),
+            .name_size = key.size,
+            .path_size = text.size(),
+            .path_name = path.m_name,
+            .path_extension = path.m_extension};
+    m_texts.insert(m_texts.end(), key.text, key.text + key.size);
+    m_texts.insert(m_texts.end(), text.begin(), text.end());
+    ++m_size;
 }
 
 void GEN_FIND_FILE_CACHE::grow() {
@@ -146,10 +180,10 @@ void GEN_FIND_FILE_CACHE::grow() {
     m_shift -= old.empty() ? 3U : 1U;
     std::size_t const mask = m_slots.size() - 1;
     for (SLOT const& slot : old) {
-        if (slot.entry == 0)
+        if (!slot.is_used)
             continue;
         std::size_t i = first_slot(slot.hash);
-        while (m_slots[i].entry != 0)
+        while (m_slots[i].is_used)
             i = (i + 1) & mask;
         m_slots[i] = slot;
     }
@@ -158,11 +192,11 @@ void GEN_FIND_FILE_CACHE::grow() {
 FIO_PATH gen_find_file_cache_assisted(STR const& name) {
     if (gen_find_file_cache == nullptr)
         gen_create_find_file_cache();
-    if (FIO_PATH const* const known = gen_find_file_cache->find(name); known != nullptr)
-        return *known;
-    FIO_PATH found = gen_find_file(name);
-    gen_find_file_cache->insert(name, found);
-    return found;
+    if (auto const* const slot = gen_find_file_cache->used_slot(name); slot != nullptr)
+        return gen_find_file_cache->path_of(*slot);
+    FIO_PATH path = gen_find_file(name);
+    gen_find_file_cache->insert(name, path);
+    return path;
 }
 
 void gen_create_find_file_cache() {

@@ -1,7 +1,8 @@
 // A text is a polynomial over the integers modulo 2, first bit highest, and the register is its
 // remainder. Of a long text, a block can be replaced by any with the same remainder: so a block is
 // multiplied by a power of x modulo the polynomial and added to a block that far behind it, until
-// one block is left. That needs no inverse of x, which this polynomial does not have.
+// one block is left, which is reduced by the same products. That needs no inverse of x, which this
+// polynomial does not have.
 //
 // Everything is reflected: the lowest bit of the first byte is the highest power. The product of
 // two reflected factors comes out multiplied by x once more, which the powers below make good.
@@ -39,6 +40,37 @@ __m128i moved(__m128i block, __m128i by) {
                          _mm_clmulepi64_si128(block, by, 0x11));
 }
 
+/// x to the power 64 divided by the polynomial, in 33 reflected bits.
+constexpr std::int64_t quotient = [] {
+    std::uint64_t bits = 0;
+    std::uint32_t remainder = 1; // x to the power 31
+    for (int bit = 0; bit <= 32; ++bit) {
+        bits |= std::uint64_t{remainder & 1} << bit;
+        remainder = crc_shifted(remainder);
+    }
+    return static_cast<std::int64_t>(bits);
+}();
+
+constexpr std::int64_t polynomial = (std::int64_t{crc_polynomial} << 1) | 1;
+
+/// The remainder of a block times x to the power 32: the register with nothing behind the block.
+std::uint32_t reduced(__m128i block) {
+    // 128 bits to 96, and those to 64, in the upper half.
+    __m128i const moves = _mm_set_epi64x(power_of_x(64 - 1), power_of_x(96 - 1));
+    block = _mm_xor_si128(_mm_clmulepi64_si128(block, moves, 0x00),
+                          _mm_slli_si128(_mm_srli_si128(block, 8), 4));
+    block = _mm_xor_si128(_mm_clmulepi64_si128(block, moves, 0x10), block);
+    // What the 32 bits of highest power are of the polynomial is known from their product with the
+    // quotient. Less that multiple of it, only the other 32 bits are left.
+    __m128i const division = _mm_set_epi64x(polynomial, quotient);
+    __m128i const low_half = _mm_setr_epi32(-1, 0, 0, 0);
+    block = _mm_srli_si128(block, 8);
+    __m128i const highest = _mm_and_si128(block, low_half);
+    __m128i const times = _mm_and_si128(_mm_clmulepi64_si128(highest, division, 0x00), low_half);
+    block = _mm_xor_si128(block, _mm_clmulepi64_si128(times, division, 0x10));
+    return static_cast<std::uint32_t>(_mm_cvtsi128_si32(_mm_srli_si128(block, 4)));
+}
+
 /// Moves @p block on and adds the block of @p data there.
 __m128i folded(__m128i block, __m128i by, char const* data) {
     return _mm_xor_si128(moved(block, by), load(data));
@@ -71,8 +103,6 @@ std::uint32_t crc_update_folded(std::uint32_t crc, char const* data, std::size_t
     for (; size >= block_size; data += block_size, size -= block_size)
         block = folded(block, by_one, data);
 
-    char rest[block_size];
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(rest), block);
-    crc = crc_update_sliced(0, rest, block_size);
+    crc = reduced(block);
     return size != 0 ? crc_update_sliced(crc, data, size) : crc;
 }

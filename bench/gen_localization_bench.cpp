@@ -7,8 +7,10 @@
 #include <charconv>
 #include <clocale>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <locale.h>
 #include <stdlib.h>
@@ -127,15 +129,38 @@ std::vector<std::string> decimal_texts() {
     return texts;
 }
 
-/// Reads [-]digits[.digits][e[+-]digits] of at most 17 digits and a power within 22 in one pass,
-/// and looks for nothing else; past 2^53 the last bit may be wrong.
-double limit_decimal(char const* text) {
-    static constexpr double powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                        1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                        1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+template <typename NUMBER>
+constexpr NUMBER powers_of_ten[] = {1e0L,  1e1L,  1e2L,  1e3L,  1e4L,  1e5L,  1e6L,  1e7L,
+                                    1e8L,  1e9L,  1e10L, 1e11L, 1e12L, 1e13L, 1e14L, 1e15L,
+                                    1e16L, 1e17L, 1e18L, 1e19L, 1e20L, 1e21L, 1e22L};
+
+template <typename NUMBER>
+NUMBER scaled(std::int64_t digits, int power) {
+    auto const number = static_cast<NUMBER>(digits);
+    return power < 0 ? number / powers_of_ten<NUMBER>[-power]
+                     : number * powers_of_ten<NUMBER>[power];
+}
+
+/// digits * 10^power for at most 18 digits and a power within 22, exactly rounded. Long numbers go
+/// through extended precision, where both factors are exact, and to strtod if that ends in the
+/// middle between two doubles, which may be the true value or one beside it.
+double limit_scaled(std::int64_t digits, int power, char const* text) {
+    if (digits >> 53 == 0)
+        return scaled<double>(digits, power);
+    auto const extended = scaled<long double>(digits, power);
+    std::uint64_t mantissa = 0;
+    std::memcpy(&mantissa, &extended, sizeof mantissa);
+    return (mantissa & 0x7FF) != 0x400 ? static_cast<double>(extended) : std::strtod(text, nullptr);
+}
+
+/// Reads [-]digits[.digits][e[+-]digits] exactly, by itself where it is short, and knows nothing
+/// else: no blanks, no locales, no other kinds of number.
+double limit_decimal(char const* text, char const** end) {
+    char const* const begin = text;
     bool const negative = *text == '-';
     text += negative;
-    unsigned long long digits = 0;
+    char const* first = text;
+    std::int64_t digits = 0;
     unsigned digit = 0;
     for (; (digit = static_cast<unsigned>(*text) - '0') <= 9; ++text)
         digits = digits * 10 + digit;
@@ -145,7 +170,9 @@ double limit_decimal(char const* text) {
         for (; (digit = static_cast<unsigned>(*text) - '0') <= 9; ++text)
             digits = digits * 10 + digit;
         power = static_cast<int>(fraction - text);
+        ++first;
     }
+    auto const count = text - first;
     if (*text == 'e') {
         ++text;
         bool const down = *text == '-';
@@ -155,8 +182,10 @@ double limit_decimal(char const* text) {
             exponent = exponent * 10 + static_cast<int>(digit);
         power += down ? -exponent : exponent;
     }
-    auto const number = static_cast<double>(digits);
-    double const value = power < 0 ? number / powers[-power] : number * powers[power];
+    if (count > 18 || power < -22 || power > 22)
+        return std::strtod(begin, const_cast<char**>(end));
+    *end = text;
+    double const value = limit_scaled(digits, power, begin + negative);
     return negative ? -value : value;
 }
 
@@ -174,8 +203,12 @@ void enter_decimals(char const* locale, std::string const& work, double (*twin)(
     enter_under(locale, work, "setlocale, strtod", [](std::size_t i) {
         return switched(LC_NUMERIC, [&] { return std::strtod(texts[i].c_str(), nullptr); });
     });
-    enter_under(locale, work, "limit",
-                [](std::size_t i) { return limit_decimal(texts[i].c_str()); });
+    enter_under(locale, work, "limit", [](std::size_t i) {
+        char const* end = nullptr;
+        double const value = limit_decimal(texts[i].c_str(), &end);
+        benchmark::DoNotOptimize(end);
+        return value;
+    });
 }
 
 double read_with_end(char const* text) {

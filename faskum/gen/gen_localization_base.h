@@ -40,22 +40,29 @@ extern std::atomic<BASE_LOCALE const*> current_base_locale;
 /// Leaves errno alone.
 BASE_LOCALE const& switch_base_locale();
 
-/// The base locale for what LOCALIZATION_BASE_STRING says now; valid until gen is unloaded.
-inline BASE_LOCALE const& base_locale() {
+/// The base locale for what LOCALIZATION_BASE_STRING says now, or null where it is not the current
+/// one; valid until gen is unloaded.
+inline BASE_LOCALE const* known_base_locale() {
     BASE_LOCALE const* const current = current_base_locale.load(std::memory_order_acquire);
     char const* wanted = LOCALIZATION_BASE_STRING;
-    if (current != nullptr && wanted != nullptr) [[likely]] {
-        // The texts are compared, since a host may rewrite the one it points us at. They are a
-        // character or two long: a call of strcmp would cost more than the loop.
-        char const* kept = current->name.c_str();
-        while (*kept == *wanted) {
-            if (*kept == '\0')
-                return *current;
-            ++kept;
-            ++wanted;
-        }
+    if (current == nullptr || wanted == nullptr) [[unlikely]]
+        return nullptr;
+    // The texts are compared, since a host may rewrite the one it points us at. They are a
+    // character or two long: a call of strcmp would cost more than the loop.
+    char const* kept = current->name.c_str();
+    while (*kept == *wanted) {
+        if (*kept == '\0')
+            return current;
+        ++kept;
+        ++wanted;
     }
-    return switch_base_locale();
+    return nullptr;
+}
+
+/// The same, made the current one where it is not.
+inline BASE_LOCALE const& base_locale() {
+    BASE_LOCALE const* const known = known_base_locale();
+    return known != nullptr ? *known : switch_base_locale();
 }
 
 /// The locale in force with the time category of the base name, valid until gen is unloaded; null
@@ -87,3 +94,14 @@ inline constexpr char const* localization_source = "gen_localization";
 
 /// Reports a broken precondition of this family.
 void report_localization_error(char const* condition, int line);
+
+/// Reports a null text and answers for it: nothing was read.
+template <typename CHAR>
+bool is_missing(CHAR const* text, CHAR** end, int line) {
+    if (text != nullptr)
+        return false;
+    report_localization_error("text != NULL", line);
+    if (end != nullptr)
+        *end = nullptr;
+    return true;
+}

@@ -6,70 +6,19 @@
 //
 // What depends on the machine or on the moment is told as "known" or "none".
 
-#include "err.h"
+#include "fault_ground.h"
+#include "fault_thing.h"
 #include "fio.h"
 #include "gen.h"
 #include "mem.h"
 
-#include <algorithm>
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <map>
-#include <memory>
 #include <string>
 #include <unistd.h>
-#include <utility>
 
 namespace {
-
-namespace fs = std::filesystem;
-
-fs::path ground;
-int reports = 0;
-
-void count_report(char const*, char const*, char const*, int) {
-    ++reports;
-}
-
-int messages = 0;
-
-int count_message(char const*, char const*) {
-    return ++messages;
-}
-
-std::string at(char const* relative) {
-    return ground / relative;
-}
-
-STR text_at(char const* relative) {
-    return at(relative).c_str();
-}
-
-/// A name that nothing has yet.
-STR fresh(char const* name) {
-    static int names = 0;
-    return text_at(name) + std::to_string(++names).c_str();
-}
-
-std::string told(STR const& text) {
-    return std::string(text);
-}
-
-std::string told(bool yes) {
-    return yes ? "yes" : "no";
-}
-
-std::string told(FIO_PATH const& path) {
-    return told(path.fullpath());
-}
-
-/// Text of the machine or the moment.
-std::string known(STR const& text) {
-    return text.empty() ? "none" : "known";
-}
 
 std::string number(bool (*question)(int*)) {
     int number = 0;
@@ -86,43 +35,10 @@ std::string system_name(bool (*question)(STR*)) {
     return question(&text) ? known(text) : "failed";
 }
 
-void write(std::string const& file, std::string const& content = "") {
-    fs::create_directories(fs::path(file).parent_path());
-    std::ofstream(file) << content;
-}
+int messages = 0;
 
-std::string content(std::string const& file) {
-    std::string text;
-    if (std::FILE* const stream = std::fopen(file.c_str(), "re")) {
-        char block[4096];
-        while (std::size_t const size = std::fread(block, 1, sizeof block, stream))
-            text.append(block, size);
-        std::fclose(stream);
-    }
-    return text;
-}
-
-/// Whether a file holds all of it, its beginning, or nothing of it.
-std::string compared(std::string const& file, std::string const& whole) {
-    std::string const text = content(file);
-    if (text == whole)
-        return "whole";
-    if (text.empty())
-        return fs::exists(file) ? "empty" : "none";
-    return whole.starts_with(text) ? "cut short" : "something else";
-}
-
-/// What the library is asked for, and what is found to have come of it once nothing fails any more.
-struct Thing {
-    std::function<void()> ask;
-    std::function<std::string()> tell;
-};
-
-/// A thing that is told by what a function returns.
-template <typename FUNCTION>
-Thing answer_of(FUNCTION function) {
-    auto const answer = std::make_shared<std::string>();
-    return {[=] { *answer = function(); }, [=] { return *answer; }};
+int count_message(char const*, char const*) {
+    return ++messages;
 }
 
 std::string names_found(char const* pattern) {
@@ -194,83 +110,7 @@ std::string search_paths() {
 }
 
 std::string reported(STR const& answer, int reports_before) {
-    return known(answer) + (reports > reports_before ? ", reported" : "");
-}
-
-Thing commit() {
-    static constexpr int entries = 2000;
-    static GEN_UNDO_REDO_MGR manager;
-    static std::string whole;
-    manager.start_new_file(text_at("db"));
-    manager.begin_section("section");
-    whole = "section\n\n\tUndo Commands\n";
-    for (int i = 1; i <= entries; ++i) {
-        std::string const command = "command " + std::to_string(i);
-        manager.add_undo_command(command.c_str(), "");
-        char number[16];
-        std::snprintf(number, sizeof number, "\t%6d.\t", i);
-        whole += number + command + "\n";
-    }
-    manager.end_section();
-    whole += "\n\n";
-    fs::create_directories(at("db"));
-    return {[] { manager.commit_file(); }, [] { return compared(at("db/undo_redo.txt"), whole); }};
-}
-
-struct NO_OBJECTS : GEN_DYN_FLAG_CLEARER {
-    void clear_flags(GEN_DYN_FLAG const&) override {}
-};
-
-Thing flags() {
-    static std::string const file = at("here/d:\\fenno\\comp\\mls\\flag_test.tst");
-    auto const ask = [] {
-        NO_OBJECTS objects;
-        GEN_DYN_FLAG_MANAGER manager(&objects);
-        GEN_DYN_FLAG::test_myself_out(&manager);
-    };
-    ask();
-    static std::string const whole = content(file);
-    fs::remove(file);
-    return {ask, [] { return compared(file, whole); }};
-}
-
-Thing profile() {
-    static std::string const date_line = "Sun Nov 15 12:47:34 2026\n";
-    fs::create_directories(at("db"));
-    gen_set_db_dir_path(text_at("db/"));
-    return {[] {
-                gen_set_gui_profile_stream();
-                if (std::ofstream* const stream = gen_get_gui_profile_stream()) {
-                    gen_print_local_time(stream);
-                    stream->flush();
-                }
-            },
-            [] {
-                std::string const open = gen_get_gui_profile_stream() != nullptr ? "open" : "none";
-                std::string const text = content(at("db/korvane_gui.profile"));
-                return open + (text.size() == date_line.size() ? ", a line" : "");
-            }};
-}
-
-/// The lines of the default handlers on standard error, which is a file for the purpose.
-Thing standard_error() {
-    static std::string const file = at("errors");
-    static std::size_t seen = 0;
-    write(file);
-    static_cast<void>(std::freopen(file.c_str(), "ae", stderr));
-    std::setvbuf(stderr, nullptr, _IONBF, 0);
-    err_set_internal_error_handler(nullptr);
-    mem_msg_set_sink(nullptr);
-    return {[] {
-                err_report_internal_error("broken", "GEN", "gen_probe", 1);
-                gen_mem_msg_debug("message %d", 2);
-            },
-            [] {
-                std::string const all = content(file);
-                std::string lines = all.substr(std::exchange(seen, all.size()));
-                std::replace(lines.begin(), lines.end(), '\n', ';');
-                return lines;
-            }};
+    return known(answer) + (reports() > reports_before ? ", reported" : "");
 }
 
 Thing report() {
@@ -298,27 +138,10 @@ Thing start() {
 Thing locale() {
     LOCALIZATION_BASE_STRING = "C.UTF-8";
     return answer_of([] {
-        int const before = reports;
+        int const before = reports();
         std::string const answer = told(gen_local_isalpha('a') != 0 && gen_local_isalpha('1') == 0);
-        return answer + (reports > before ? ", reported" : "");
+        return answer + (reports() > before ? ", reported" : "");
     });
-}
-
-Thing output() {
-    static STR directory;
-    static std::string answer;
-    return {[] {
-                directory = fresh("out");
-                gen_set_project_output_directory(directory.c_str());
-                answer = gen_get_project_output_directory();
-            },
-            [] { return answer == std::string(directory) + "/" ? "the output's" : answer; }};
-}
-
-Thing temp_file() {
-    static STR path;
-    return {[] { path = gen_get_temp_filename(text_at("here"), "t", 42); },
-            [] { return told(!path.empty() && fs::exists(std::string(path))); }};
 }
 
 Thing debug_break() {
@@ -360,7 +183,7 @@ std::map<std::string, std::function<Thing()>> const things{
     {"host_name",
      [] {
          return answer_of([] {
-             int const before = reports;
+             int const before = reports();
              return reported(gen_get_host_name(), before);
          });
      }},
@@ -391,7 +214,7 @@ std::map<std::string, std::function<Thing()>> const things{
     {"temp_path",
      [] {
          return answer_of([] {
-             int const before = reports;
+             int const before = reports();
              return reported(gen_get_temp_path(), before);
          });
      }},
@@ -402,7 +225,7 @@ std::map<std::string, std::function<Thing()>> const things{
     {"user",
      [] {
          return answer_of([] {
-             int const before = reports;
+             int const before = reports();
              return reported(gen_get_user_name(), before);
          });
      }},
@@ -419,25 +242,6 @@ std::map<std::string, std::function<Thing()>> const things{
          });
      }},
 };
-
-/// An installation, a project with a file, and a place to stand.
-void prepare_ground(char const* directory) {
-    ground = directory;
-    for (char const* file :
-         {"project/top.v", "korvane/libraries/x.h", "korvane/eda/sim_lib/cell.v",
-          "korvane/linux/a.ddb", "korvane/linux/b.dll", "korvane/linux64/tool", "korvane/bin/tool"})
-        write(at(file), "content");
-    fs::create_directory(at("here"));
-    fs::current_path(at("here"));
-    setenv("HOME", at("home").c_str(), 1);
-    setenv("PATH", at("korvane/bin").c_str(), 1);
-    setenv("KORVANE_PLATFORM", "linux", 1);
-    setenv("KORVANE_ROOTDIR", at("korvane").c_str(), 1);
-    static std::string module = at("korvane/linux/probe");
-    gen_module_fullpath = module.data();
-    gen_set_project_dir_path(text_at("project"));
-    err_set_internal_error_handler(count_report);
-}
 
 /// Leaves a text in the trace. Neither is a question that the library could ask, and no write
 /// fails.

@@ -4,6 +4,9 @@
 
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
+#include <iterator>
+#include <sstream>
 #include <stdlib.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -14,6 +17,25 @@ void redirect(std::string const& path, int flags, int descriptor) {
     int const file = open(path.c_str(), flags | O_CLOEXEC, 0666);
     if (file < 0 || dup2(file, descriptor) < 0)
         _exit(126);
+}
+
+/// Has what GEN_TEST_RUNNER says, if anything, run a program of this build: "/usr/bin/valgrind -q",
+/// say. That takes the name by which the program is to go for its file: a link to it will do, any
+/// other name will not.
+void put_runner_in_front(ProgramStart& start) {
+    char const* const runner = std::getenv("GEN_TEST_RUNNER");
+    if (runner == nullptr || *runner == '\0' || start.no_argv)
+        return;
+    std::string const& name = start.arguments.front();
+    std::string const& file = start.file.empty() ? name : start.file;
+    std::error_code fault;
+    if (!file.starts_with(TEST_BINARY_DIR "/") || !name.starts_with('/') ||
+        !std::filesystem::equivalent(name, file, fault))
+        return;
+    std::istringstream words(runner);
+    std::vector<std::string> const arguments(std::istream_iterator<std::string>(words), {});
+    start.file = arguments.front();
+    start.arguments.insert(start.arguments.begin(), arguments.begin(), arguments.end());
 }
 
 [[noreturn]] void become(ProgramStart const& start, std::vector<char*>& argv) {
@@ -32,7 +54,8 @@ void redirect(std::string const& path, int flags, int descriptor) {
 
 } // namespace
 
-ProgramResult run_program(ProgramStart const& start) {
+ProgramResult run_program(ProgramStart start) {
+    put_runner_in_front(start);
     // The streams go through files: whatever the program writes, no pipe can fill up.
     TempDirectory const streams;
     streams.write("in", start.input);

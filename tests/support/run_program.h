@@ -24,4 +24,4 @@ struct ProgramStart {
 };
 
 /// Runs a program to its end. A program that cannot be started gives status 127.
-ProgramResult run_program(ProgramStart const& start);
+ProgramResult run_program(ProgramStart start);

@@ -38,6 +38,8 @@ class KORVANE_API FIO_FIND {
 
     /// Rebuilds the list in place from a path-list text; the base for results is kept.
     void init(STR const& path_list);
+    /// The same from one directory, whatever its name is made of; "" gives an empty list.
+    void init_one(STR const& directory);
 
     /// The directories as given, in order. Valid until the next init.
     MEM_LIST<FIO_PATH> const& directories() const { return m_directories; }
@@ -68,6 +70,7 @@ class KORVANE_API FIO_FIND {
     STR find_next();
 
   private:
+    void begin(STR const& text);
     void make_prefixes();
     char* room_for_question(std::size_t longest_name);
 

@@ -74,13 +74,24 @@ void FIO_FIND::operator delete(void* object) {
     MEM_STL_ALLOCATOR<unsigned char>().deallocate(static_cast<unsigned char*>(object), 0);
 }
 
-void FIO_FIND::init(STR const& path_list) {
-    m_text = path_list;
+void FIO_FIND::begin(STR const& text) {
+    m_text = text;
     m_directories.clear();
-    for (std::string_view const entry : fio_split_path_list(m_text))
-        m_directories.emplace_back(STR(entry));
     m_names.clear();
     m_next_name = 0;
+}
+
+void FIO_FIND::init(STR const& path_list) {
+    begin(path_list);
+    for (std::string_view const entry : fio_split_path_list(m_text))
+        m_directories.emplace_back(STR(entry));
+    make_prefixes();
+}
+
+void FIO_FIND::init_one(STR const& directory) {
+    begin(directory);
+    if (!m_text.empty())
+        m_directories.emplace_back(m_text);
     make_prefixes();
 }
 

@@ -143,7 +143,7 @@ TEST_F(GenProject, DirectoryWhoseNameHoldsTheListSeparatorIsOneDirectory) {
 }
 
 TEST_F(GenProject, DirectoryWithBlanksAndQuotesInItsNameIsFound) {
-    for (char const* name : {" blank", "\"quoted\"", "a\"b;c"}) {
+    for (char const* name : {" blank", "\"quoted\"", "a\"b;c", "a\";b", "a\" ; b\""}) {
         std::string const top = write(std::string(name) + "/top.v");
         gen_set_project_dir_path(text_at(name));
         EXPECT_EQ(found_file("top.v"), top);
@@ -155,7 +155,7 @@ TEST_F(GenProject, DirectoryWithBlanksAndQuotesInItsNameIsFound) {
 
 TEST_F(GenProject, DirectoryThatIsNotThereYetMayHaveBlanksAndQuotesInItsName) {
     ScopedCurrentDirectory const here(m_directory.path());
-    for (std::string const name : {" w", "w ", "\tw", "\"w\"", "w\"x;y", "\"w;x"}) {
+    for (std::string const name : {" w", "w ", "\tw", "\"w\"", "w\"x;y", "\"w;x", "w\";x"}) {
         SCOPED_TRACE(name);
         gen_set_project_dir_path(library_string(name));
         gen_set_db_dir_path(library_string(name));
@@ -369,6 +369,12 @@ TEST_F(GenRelativePath, ProjectTextOfAHostsOwnNeedsNoSlash) {
     gen_project_dir_path = "/proj";
     EXPECT_EQ(relative("/proj/a.v"), "a.v");
     EXPECT_EQ(relative("/projX/a.v"), "/projX/a.v");
+}
+
+TEST_F(GenRelativePath, AProjectTextIsComparedPastItsTerminator) {
+    gen_set_project_dir_path(STR("/proj\0x", 7));
+    EXPECT_EQ(relative("/proj"), "/proj");
+    EXPECT_EQ(relative("/proj/a"), "/proj/a");
 }
 
 TEST_F(GenRelativePath, WithoutAProjectAnAbsolutePathStays) {

@@ -6,7 +6,6 @@
 #include "gen_path_groups.h"
 
 #include <algorithm>
-#include <cstring>
 #include <sys/stat.h>
 
 char const GEN_DB_DIR_NAME[3] = "db";
@@ -21,15 +20,11 @@ FIO_PATH* db_dir_full_name = nullptr;
 
 namespace {
 
-/// A path list of this one directory. A directory that is not there yet needs quotes where its name
-/// would be taken apart otherwise: a ";" parts it in two, blanks and a quote at its ends are lost.
-STR path_list_of(STR const& directory) {
-    if (directory.empty())
-        return directory;
-    auto const lost_at_an_end = [](char c) { return c == ' ' || c == '\t' || c == '"'; };
-    bool const needs_quotes = directory.find(';') != STR::npos ||
-                              lost_at_an_end(directory.front()) || lost_at_an_end(directory.back());
-    return needs_quotes ? '"' + directory + '"' : directory;
+/// Points a search object at one directory. A name may hold what would part a path list in two.
+void search_in(STR const& directory, FIO_FIND*& slot) {
+    if (slot == nullptr)
+        slot = gen_make_owned<FIO_FIND>(STR());
+    slot->init_one(directory);
 }
 
 FIO_PATH path_or_empty(FIO_PATH const* path) {
@@ -72,8 +67,7 @@ void gen_set_project_dir_path(STR dir) {
     path.cd(std::move(dir));
     gen_project_dir_path = path.fullpath();
     gen_init_project_parablocks_path(path);
-    gen_set_fio_find_library_paths_helper(path_list_of(gen_project_dir_path),
-                                          &gen_project_directory_fio_find);
+    search_in(gen_project_dir_path, gen_project_directory_fio_find);
 }
 
 STR gen_get_project_dir_path() {
@@ -86,8 +80,7 @@ void gen_init_project_parablocks_path(FIO_PATH const& project_dir) {
     directory += GEN_PROJECT_PARABLOCKS_DIR_NAME;
     directory += '/';
     gen_replace_owned(gen_project_parablocks_dir_path, directory);
-    gen_set_fio_find_library_paths_helper(path_list_of(directory),
-                                          &gen_project_parablocks_fio_find);
+    search_in(directory, gen_project_parablocks_fio_find);
 }
 
 FIO_PATH gen_get_project_parablocks_dir_path() {
@@ -100,7 +93,7 @@ FIO_FIND* gen_get_project_parablocks_fio_find() {
 
 void gen_set_db_dir_path(STR dir) {
     gen_replace_owned(db_dir_path, dir);
-    gen_set_fio_find_library_paths_helper(path_list_of(dir), &gen_project_db_directory_fio_find);
+    search_in(dir, gen_project_db_directory_fio_find);
 }
 
 FIO_PATH gen_get_db_dir_path() {
@@ -156,12 +149,8 @@ STR gen_get_relative_path_if_starts_with_project_dir(char const* path) {
     if (!file.absolute() || directory.empty())
         return path;
     ensure_ends_with_slash(directory);
-    FIO_PATH project(directory);
-    file.path_separator('/');
-    project.path_separator('/');
-    if (std::strncmp(file, project, directory.size()) != 0)
-        return path;
-    return file.fullpath().erase(0, directory.size());
+    STR text = file.fullpath();
+    return text.starts_with(directory) ? text.erase(0, directory.size()) : STR(path);
 }
 
 STR gen_sync_path_separators(STR const& s) {

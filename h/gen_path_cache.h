@@ -27,8 +27,8 @@ KORVANE_API FIO_PATH gen_find_file_cache_assisted(STR const& name);
 
 /// A map from names, exactly as asked for, to what gen_find_file answered. Names are told apart by
 /// STL_CASE_SENSITIVE_HASH_COMPARE; an entry is never replaced and goes only with its map.
-/// All texts lie in one piece of memory, which like any other of the suite ends below 4 GiB: there
-/// is room for some twenty million names.
+/// All texts lie in one piece of memory. Like any other of the suite's that is below 4 GiB, on
+/// 32-bit below 2 GiB, and a request past that ends the process: room for ten million names.
 class GEN_FIND_FILE_CACHE {
   public:
     GEN_FIND_FILE_CACHE() = default;

@@ -1,5 +1,6 @@
 #include "gen_path_cache.h"
 
+#include "err.h"
 #include "gen_path_fixture.h"
 
 #include <gmock/gmock.h>
@@ -9,6 +10,7 @@
 #include <optional>
 #include <random>
 #include <string>
+#include <utility>
 
 using testing::IsEmpty;
 
@@ -141,6 +143,19 @@ TEST(FindFileCacheKey, EndsAtItsTerminator) {
     EXPECT_EQ(hash(longer), hash("top.v"));
     EXPECT_TRUE(equal(longer, "top.v"));
     EXPECT_TRUE(equal("", STR(1, '\0')));
+}
+
+TEST_F(GenFindFileCache, MayBeDestroyedByWhoIsToldOfAnError) {
+    gen_init_korvane_lib_paths();
+    delete std::exchange(gen_korvane_libraries, nullptr);
+    auto const destroy = [](char const*, char const*, char const*, int) {
+        gen_destroy_find_file_cache();
+    };
+    auto const previous = err_set_internal_error_handler(destroy);
+    std::string const path = write("user/top.v");
+    EXPECT_EQ(found_cached("top.v"), path);
+    EXPECT_EQ(gen_find_file_cache, nullptr);
+    err_set_internal_error_handler(previous);
 }
 
 TEST(FindFileCacheKey, LetterCaseMakesAnotherKey) {

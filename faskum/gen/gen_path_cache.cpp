@@ -195,7 +195,8 @@ FIO_PATH gen_find_file_cache_assisted(STR const& name) {
     if (auto const* const slot = gen_find_file_cache->used_slot(name); slot != nullptr)
         return gen_find_file_cache->path_of(*slot);
     FIO_PATH path = gen_find_file(name);
-    gen_find_file_cache->insert(name, path);
+    if (gen_find_file_cache != nullptr) [[likely]] // whoever was told of an error may destroy it
+        gen_find_file_cache->insert(name, path);
     return path;
 }
 

@@ -20,20 +20,22 @@ void redirect(std::string const& path, int flags, int descriptor) {
 }
 
 /// Has what GEN_TEST_RUNNER says, if anything, run a program of this build: "/usr/bin/valgrind -q",
-/// say. That takes the name by which the program is to go for its file: a link to it will do, any
-/// other name will not.
+/// say. That takes the name by which the program is to go for its file: its path or that of a link
+/// to it will do, and what is started by any other name goes without.
 void put_runner_in_front(ProgramStart& start) {
     char const* const runner = std::getenv("GEN_TEST_RUNNER");
-    if (runner == nullptr || *runner == '\0' || start.no_argv)
+    if (runner == nullptr || start.no_argv)
         return;
     std::string const& name = start.arguments.front();
     std::string const& file = start.file.empty() ? name : start.file;
     std::error_code fault;
-    if (!file.starts_with(TEST_BINARY_DIR "/") || !name.starts_with('/') ||
-        !std::filesystem::equivalent(name, file, fault))
+    if (!std::filesystem::canonical(file, fault).string().starts_with(TEST_BINARY_DIR "/") ||
+        !name.starts_with('/') || !std::filesystem::equivalent(name, file, fault))
         return;
     std::istringstream words(runner);
     std::vector<std::string> const arguments(std::istream_iterator<std::string>(words), {});
+    if (arguments.empty())
+        return;
     start.file = arguments.front();
     start.arguments.insert(start.arguments.begin(), arguments.begin(), arguments.end());
 }

@@ -171,8 +171,9 @@ bool combine(bool negative, std::uint64_t digits, int power, double* number) {
 /// Reads blanks, a sign, at most 19 digits with or without @p point among them, and an exponent
 /// that leaves a power of ten of at most 27 either way. Stores the number and returns the end of
 /// its text. Everything else gives null with nothing stored, and is strtod's to judge: longer
-/// numbers, hexadecimal ones, words, no number at all, and the few that lie too close to the middle
-/// between two doubles to be told apart here.
+/// numbers, hexadecimal ones, words, no number at all, and of those that no exact operation of
+/// doubles gives, zero, all under a rounding of another kind than to the nearest, and the few that
+/// lie too close to the middle between two doubles to be told apart here.
 char const* read_short_decimal(char const* text, char point, double* number) {
     while (*text == ' ' || (*text >= '\t' && *text <= '\r'))
         ++text;
@@ -233,7 +234,7 @@ double convert_after_blanks(CHAR const* text, CHAR** end, locale_t numeric) {
     return number;
 }
 
-// Not inlined for the same reason.
+// Not inlined, so that the short numbers need not save the registers that this uses.
 [[gnu::noinline]] double read_any_decimal(char const* text, char** end) {
     if (is_missing(text, end, __LINE__))
         return 0.0;

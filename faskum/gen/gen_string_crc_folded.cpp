@@ -60,8 +60,8 @@ std::uint32_t reduced(__m128i block) {
     block = _mm_xor_si128(_mm_clmulepi64_si128(block, moves, 0x00),
                           _mm_slli_si128(_mm_srli_si128(block, 8), 4));
     block = _mm_xor_si128(_mm_clmulepi64_si128(block, moves, 0x10), block);
-    // What the 32 bits of highest power are of the polynomial is known from their product with the
-    // quotient. Less that multiple of it, only the other 32 bits are left.
+    // The product of the 32 bits of highest power with the quotient tells which multiple of the
+    // polynomial has those bits. Less that multiple, only the other 32 bits are left.
     __m128i const division = _mm_set_epi64x(polynomial, quotient);
     __m128i const low_half = _mm_setr_epi32(-1, 0, 0, 0);
     block = _mm_srli_si128(block, 8);

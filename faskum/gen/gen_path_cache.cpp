@@ -5,6 +5,7 @@
 
 #include <array>
 #include <emmintrin.h>
+#include <string_view>
 #include <utility>
 
 GEN_FIND_FILE_CACHE* gen_find_file_cache = nullptr;
@@ -116,8 +117,8 @@ struct GEN_FIND_FILE_CACHE::NAME : HASHED_TEXT {
 // What is compared is known from the name, and the kept one only has to agree: a search for its
 // terminator would wait for it first.
 LOOKUP_STEP bool GEN_FIND_FILE_CACHE::is_of(SLOT const& slot, NAME const& name) const {
-    return slot.hash == name.hash && slot.name_size == name.size &&
-           std::memcmp(m_texts.data() + slot.texts, name.text, name.size) == 0;
+    std::string_view const kept(m_texts.data() + slot.texts, slot.name_size);
+    return slot.hash == name.hash && kept == std::string_view(name.text, name.size);
 }
 
 // The hash alone would do badly: its low bits are hardly more than the sum of the letters. The

@@ -220,6 +220,14 @@ double convert(wchar_t const* text, wchar_t** end, locale_t locale) {
     return wcstod_l(text, end, locale);
 }
 
+double convert_in_force(char const* text, char** end) {
+    return std::strtod(text, end);
+}
+
+double convert_in_force(wchar_t const* text, wchar_t** end) {
+    return std::wcstod(text, end);
+}
+
 /// Converts under the base locale's decimal point. Which blanks may come first is a question of the
 /// character category, and so of the locale in force.
 template <typename CHAR>
@@ -235,12 +243,13 @@ double convert_after_blanks(CHAR const* text, CHAR** end, locale_t numeric) {
 }
 
 // Not inlined, so that the short numbers need not save the registers that this uses.
-[[gnu::noinline]] double read_any_decimal(char const* text, char** end) {
+template <typename CHAR>
+[[gnu::noinline]] double read_any_decimal(CHAR const* text, CHAR** end) {
     if (is_missing(text, end, __LINE__))
         return 0.0;
     BASE_LOCALE const& base = base_locale();
     if (base.numeric == nullptr)
-        return std::strtod(text, end);
+        return convert_in_force(text, end);
     return convert_after_blanks(text, end, base.numeric);
 }
 
@@ -265,10 +274,5 @@ double gen_local_atof(char const* text) {
 }
 
 double gen_local_wcstod(wchar_t const* text, wchar_t** end) {
-    if (is_missing(text, end, __LINE__))
-        return 0.0;
-    BASE_LOCALE const& base = base_locale();
-    if (base.numeric == nullptr)
-        return std::wcstod(text, end);
-    return convert_after_blanks(text, end, base.numeric);
+    return read_any_decimal(text, end);
 }

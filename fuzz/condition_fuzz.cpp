@@ -1,7 +1,7 @@
 // The rewriting of conditions against its plain form: what is written, complained of, reported and
 // answered, for whole texts and for ranges of token lists.
 
-#include "err.h"
+#include "err_report.h"
 #include "fuzz_input.h"
 #include "gen_bp_parser.h"
 #include "plain_condition.h"

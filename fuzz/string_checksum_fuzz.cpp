@@ -1,6 +1,6 @@
 // Checksums and sanitising against bit by bit and byte by byte.
 
-#include "err.h"
+#include "err_report.h"
 #include "fuzz_input.h"
 #include "gen_string_checksum.h"
 #include "plain_string_checksum.h"

@@ -1,6 +1,6 @@
 // The comparisons against their plain forms, results to the exact difference.
 
-#include "err.h"
+#include "err_report.h"
 #include "fuzz_input.h"
 #include "gen_string.h"
 #include "plain_string_lex.h"

@@ -1,6 +1,6 @@
 // Numbers from and to text against the forms that go digit by digit.
 
-#include "err.h"
+#include "err_report.h"
 #include "fuzz_input.h"
 #include "gen_string_number.h"
 #include "plain_string_number.h"

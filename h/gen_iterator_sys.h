@@ -5,7 +5,7 @@
 #include <iterator>
 #include <type_traits>
 
-#include "err.h"
+#include "err_report.h"
 
 /// Walks the closed range from one enumerator to another, every value between them included.
 ///

@@ -2,7 +2,7 @@
 #include "input.h"
 
 #include "condition_tree.h"
-#include "err.h"
+#include "err_report.h"
 #include "gen_bp_parser.h"
 
 #include <CLI/CLI.hpp>

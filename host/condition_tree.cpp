@@ -1,6 +1,6 @@
 #include "condition_tree.h"
 
-#include "err.h"
+#include "err_report.h"
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "err.h"
+#include "err_report.h"
 
 /// Keeps, from construction to destruction, what would go to standard error. One at a time.
 class Reports {

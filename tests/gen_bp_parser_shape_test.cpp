@@ -1,7 +1,7 @@
 #include "gen_bp_parser.h"
 
 #include "effort.h"
-#include "err.h"
+#include "err_report.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "gen_path_cache.h"
 
-#include "err.h"
+#include "err_report.h"
 #include "gen_path_fixture.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 #include "gen_bindata.h"
 
-#include "err.h"
+#include "err_report.h"
 #include "mem_alloc_sys.h"
 
 #include <algorithm>

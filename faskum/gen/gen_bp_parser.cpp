@@ -1,6 +1,6 @@
 #include "gen_bp_parser.h"
 
-#include "err.h"
+#include "err_report.h"
 #include "gen_bp_parser_terms.h"
 
 #include <new>

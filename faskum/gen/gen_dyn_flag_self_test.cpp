@@ -1,6 +1,6 @@
 #include "gen_dyn_flag.h"
 
-#include "err.h"
+#include "err_report.h"
 #include "gen_string_message.h"
 #include "gen_text_file.h"
 

@@ -9,7 +9,7 @@
 #include <utility>
 #include <wchar.h>
 
-#include "err.h"
+#include "err_report.h"
 #include "gen_memory_watch.h"
 
 char const* LOCALIZATION_BASE_STRING = "C";

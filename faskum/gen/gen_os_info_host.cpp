@@ -1,6 +1,6 @@
 #include "gen_os_info_host.h"
 
-#include "err.h"
+#include "err_report.h"
 
 #include <charconv>
 #include <cstring>

@@ -1,6 +1,6 @@
 #include "gen_path_find.h"
 
-#include "err.h"
+#include "err_report.h"
 #include "gen_path_groups.h"
 
 namespace {

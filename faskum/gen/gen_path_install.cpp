@@ -1,6 +1,6 @@
 #include "gen_path_install.h"
 
-#include "err.h"
+#include "err_report.h"
 #include "fio.h"
 #include "gen_exe.h"
 #include "gen_path_library.h"

@@ -7,7 +7,7 @@
 #include <fstream>
 #include <new>
 
-#include "err.h"
+#include "err_report.h"
 #include "fio.h"
 #include "gen_exe.h"
 #include "gen_owned.h"

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "err.h"
+#include "err_report.h"
 #include "gen_cpu.h"
 #include "gen_string_block.h"
 #include "gen_string_crc.h"

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <memory>
 
-#include "err.h"
+#include "err_report.h"
 #include "gen_string_ascii.h"
 #include "gen_string_block.h"
 

@@ -1,6 +1,6 @@
 #include "gen_string_message.h"
 
-#include "err.h"
+#include "err_report.h"
 #include "gen_string_message_expander.h"
 #include "gen_string_message_simple.h"
 

@@ -8,7 +8,7 @@
 #include <limits>
 #include <memory>
 
-#include "err.h"
+#include "err_report.h"
 #include "gen_string_ascii.h"
 #include "gen_string_digits.h"
 

@@ -8,7 +8,7 @@
 #include <ctype.h>
 #include <string_view>
 
-#include "err.h"
+#include "err_report.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "gen_time_unit.h"
 
-#include "err.h"
+#include "err_report.h"
 
 #include <cstddef>
 

@@ -1,6 +1,6 @@
 #include "gen_username.h"
 
-#include "err.h"
+#include "err_report.h"
 
 #include <pwd.h>
 #include <unistd.h>

@@ -1,6 +1,6 @@
 // A host whose heap has no room for the second token.
 
-#include "err.h"
+#include "err_report.h"
 #include "gen_bp_parser.h"
 
 #include <cstdio>

@@ -1,6 +1,6 @@
 #include "fault_ground.h"
 
-#include "err.h"
+#include "err_report.h"
 #include "gen.h"
 
 #include <cstdio>

@@ -1,6 +1,6 @@
 // The things that leave something in a file.
 
-#include "err.h"
+#include "err_report.h"
 #include "fault_ground.h"
 #include "fault_thing.h"
 #include "gen.h"

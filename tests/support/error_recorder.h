@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "err.h"
+#include "err_report.h"
 
 /// One internal error as it was reported.
 struct ReportedError {

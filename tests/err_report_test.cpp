@@ -1,4 +1,4 @@
-#include "err.h"
+#include "err_report.h"
 
 #include "error_recorder.h"
 

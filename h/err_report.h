@@ -1,20 +1,22 @@
 #pragma once
 
-/// The internal-error channel of the suite: where a broken precondition is told. It never stops the
-/// program; whoever reports goes on with a fallback of its own.
+/// The internal-error channel of the suite: where a broken precondition is reported. It never stops
+/// the program; whoever reports goes on with a fallback of its own.
 
 #include "korvane_export.h"
 
-/// Receives one internal error. The texts are valid for the span of the call only.
+/// Receives one internal error. The strings are valid for the span of the call only.
 using ERR_HANDLER = void (*)(char const* condition, char const* owner, char const* source_file,
                              int line);
 
 /// Hands one internal error to the handler in force and returns.
 /// @param condition   the broken condition as spelled in the code, or a whole message
 /// @param owner       the library that reports, "GEN" for gen
-/// @param source_file the reporting source file, without extension
-/// @param line        the line in it
-/// A null text is reported as an empty one.
+/// @param source_file the name under which the check is known, that of its topic ("gen_path")
+/// @param line        the number of the check under that name
+/// The last two look like a place in the code and were one once. Since hosts filter by them, gen
+/// keeps both frozen: they name the same check in every version, whatever file it stands in now.
+/// A null string is reported as an empty one.
 KORVANE_API void err_report_internal_error(char const* condition, char const* owner,
                                            char const* source_file, int line);
 

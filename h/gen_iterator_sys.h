@@ -33,7 +33,7 @@ class GEN_ENUM_ITERATOR {
     ENUM operator*() const {
         if (m_at_end) {
             err_report_internal_error("Cannot dereference an end enum iterator", "GEN",
-                                      "../../h/gen_iterator_sys", __LINE__);
+                                      "../../h/gen_iterator_sys", end_line);
             return m_last;
         }
         return m_current;
@@ -47,6 +47,8 @@ class GEN_ENUM_ITERATOR {
     }
 
   private:
+    static constexpr int end_line = 36; ///< frozen, as err_report.h says
+
     static NUMBER number(ENUM value) { return static_cast<NUMBER>(value); }
 
     ENUM m_current;

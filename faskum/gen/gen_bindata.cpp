@@ -1,15 +1,11 @@
 #include "gen_bindata.h"
 
-#include "err_report.h"
+#include "gen_report.h"
 #include "mem_alloc_sys.h"
 
 #include <algorithm>
 
 namespace {
-
-void report(char const* condition, int line) {
-    err_report_internal_error(condition, "GEN", "gen_bindata", line);
-}
 
 // Truncates toward zero. What fits no 32-bit integer, NaN included, gives the value that the
 // processor gives for it, where a cast would be undefined.
@@ -31,23 +27,20 @@ std::uint32_t bin_index(double distance, double bin_width, std::uint32_t num_bin
 GEN_BINDATA::GEN_BINDATA(double low, double high, unsigned bins)
     : m_counts(MEM_STL_ALLOCATOR<std::uint32_t>().allocate(bins)), m_num_bins(bins), m_num_items(0),
       m_low(low), m_high(high), m_bin_width((high - low) / static_cast<double>(bins)) {
-    constexpr int line = 133;
     if (!(m_high > m_low))
-        report("m_high > m_low", line);
+        report(reports::bin_edges_reversed);
     std::fill_n(m_counts, m_num_bins, 0U);
 }
 
 GEN_BINDATA::~GEN_BINDATA() {
-    constexpr int edge_line = 115;
-    constexpr int total_line = 117;
     std::uint32_t total = 0;
     for (std::uint32_t i = 0; i < m_num_bins; ++i) {
         total += item_count(i);
         if (!(lowbound(i + 1) == highbound(i)))
-            report("lowbound(i+1) == highbound(i)", edge_line);
+            report(reports::bin_edges_apart);
     }
     if (total != m_num_items)
-        report("total == m_num_items", total_line);
+        report(reports::bin_total_wrong);
 }
 
 void GEN_BINDATA::add_any_item(double item) {
@@ -58,16 +51,14 @@ void GEN_BINDATA::add_any_item(double item) {
 }
 
 unsigned GEN_BINDATA::bin(double item) const {
-    constexpr int line = 164;
     if (!(item >= m_low && item <= m_high))
-        report("item >= m_low && item <= m_high", line);
+        report(reports::item_outside);
     return bin_index(item - m_low, m_bin_width, m_num_bins);
 }
 
 unsigned GEN_BINDATA::item_count(unsigned bin) const {
-    constexpr int line = 149;
     if (bin >= m_num_bins) {
-        report("0 <= bin && bin < m_num_bins", line);
+        report(reports::no_such_bin);
         return 0;
     }
     return m_counts[bin];

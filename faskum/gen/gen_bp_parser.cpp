@@ -1,17 +1,9 @@
 #include "gen_bp_parser.h"
 
-#include "err_report.h"
 #include "gen_bp_parser_terms.h"
+#include "gen_report.h"
 
 #include <new>
-
-static void report(char const* condition, int line) {
-    err_report_internal_error(condition, "GEN", "gen_bp_parser", line);
-}
-
-void bp_report_negative_depth(int line) {
-    report("paren_count >= 0", line);
-}
 
 GEN_BP_PARSER::GEN_BP_PARSER() = default;
 GEN_BP_PARSER::~GEN_BP_PARSER() = default;
@@ -30,7 +22,7 @@ void GEN_BP_PARSER::enter_nulled() {
 void GEN_BP_PARSER::add_token_to_list(BP_TOKEN_TYPE type, STR const* text) {
     auto* const new_token = new (std::nothrow) BP_TOKEN{};
     if (new_token == nullptr) {
-        report("new_token != 0", __LINE__);
+        report(reports::no_token);
         return;
     }
     new_token->type = type;
@@ -50,7 +42,7 @@ bool GEN_BP_PARSER::parse_token_list(iterator first, iterator last) {
 
 bool GEN_BP_PARSER::parse_string(STR* expression) {
     if (expression == nullptr) {
-        report("expression != NULL", __LINE__);
+        report(reports::no_expression);
         return !m_error_text.empty();
     }
     // The working string itself may be handed over, and is emptied before its tokens are used.

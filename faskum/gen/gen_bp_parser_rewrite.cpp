@@ -1,4 +1,5 @@
 #include "gen_bp_parser_terms.h"
+#include "gen_report.h"
 
 #include <array>
 #include <cstring>
@@ -273,12 +274,12 @@ std::uint32_t REWRITER::below_behind(std::uint32_t position, std::uint32_t below
 
 [[gnu::cold]] void REWRITER::report_below(std::uint32_t below, std::uint32_t end) {
     for (std::size_t left = count_below(below, end); left != 0; --left)
-        bp_report_negative_depth(__LINE__);
+        report(reports::negative_depth);
 }
 
 [[gnu::cold]] void REWRITER::note_below(std::uint32_t below, std::uint32_t end) {
     for (std::size_t left = count_below(below, end); left != 0; --left) {
-        bp_report_negative_depth(__LINE__);
+        report(reports::negative_depth);
         m_errors += "Unbalanced number of right parenthesis\n";
     }
 }

@@ -1,4 +1,5 @@
 #include "gen_bp_parser_terms.h"
+#include "gen_report.h"
 
 bool GEN_BP_PARSER::expression_has_multiple_terms(iterator first, iterator last) {
     std::ptrdiff_t depth = 0;
@@ -11,7 +12,7 @@ bool GEN_BP_PARSER::expression_has_multiple_terms(iterator first, iterator last)
         if (kind == BP_KIND::left_paren)
             ++depth;
         else if (kind == BP_KIND::right_paren && --depth < 0)
-            bp_report_negative_depth(__LINE__);
+            report(reports::negative_depth);
     }
     return false;
 }
@@ -36,7 +37,7 @@ bool GEN_BP_PARSER::get_first_subexpression(iterator first, iterator last,
         } else if (kind == BP_KIND::left_paren) {
             ++depth;
         } else if (kind == BP_KIND::right_paren && --depth < 0) {
-            bp_report_negative_depth(__LINE__);
+            report(reports::negative_depth);
             m_error_text += "Unbalanced number of right parenthesis\n";
         }
         at_first_token = false;

@@ -155,6 +155,3 @@ class BP_TERMS {
 
 /// Appends the prefix form of linked terms to @p output, diagnostics to @p errors.
 void bp_rewrite(BP_TERMS const& terms, STR& output, STR& errors);
-
-/// Reports "paren_count >= 0".
-void bp_report_negative_depth(int line);

@@ -1,6 +1,6 @@
 #include "gen_dyn_flag.h"
 
-#include "err_report.h"
+#include "gen_report.h"
 #include "gen_string_compare.h"
 #include "gen_string_message.h"
 #include "stl.h"
@@ -14,14 +14,14 @@ namespace {
 
 constexpr std::uint32_t slot_total = 32;
 
-KORVANE_PRINTF(2, 3)
-void report(int line, char const* format, ...) {
+/// Reports the error, its condition filled in. (Not a reference: va_start takes none.)
+void report_filled(Report error, ...) {
     va_list args;
-    va_start(args, format);
+    va_start(args, error);
     STR condition;
-    gen_vsprintf(&condition, format, STL_ARGS(args));
+    gen_vsprintf(&condition, error.condition, STL_ARGS(args));
     va_end(args);
-    err_report_internal_error(condition.c_str(), "GEN", "gen_dyn_flag", line);
+    report({condition.c_str(), error.source, error.line});
 }
 
 char const* text_or_empty(char const* text) {
@@ -68,9 +68,8 @@ GEN_DYN_FLAG_CLEARER::~GEN_DYN_FLAG_CLEARER() = default;
 GEN_DYN_FLAG_MANAGER::GEN_DYN_FLAG_MANAGER(GEN_DYN_FLAG_CLEARER* clearer)
     : m_num_slots(slot_total), m_names(zeroed_array<char*>(slot_total)),
       m_dirty(zeroed_array<unsigned char>(slot_total)), m_clearer(clearer) {
-    constexpr int line = 256;
     if (m_clearer == nullptr) {
-        report(line, "m_clearer != 0");
+        report(reports::no_clearer);
         return;
     }
     m_clearer->clear_flags(~GEN_DYN_FLAG());
@@ -83,8 +82,6 @@ GEN_DYN_FLAG_MANAGER::~GEN_DYN_FLAG_MANAGER() {
 }
 
 GEN_DYN_FLAG GEN_DYN_FLAG_MANAGER::create_flag(char const* name) {
-    constexpr int duplicate_line = 344;
-    constexpr int full_line = 355;
     name = text_or_empty(name);
 
     std::uint32_t const no_slot = m_num_slots + 1;
@@ -96,7 +93,7 @@ GEN_DYN_FLAG GEN_DYN_FLAG_MANAGER::create_flag(char const* name) {
             if (gen_strcmp(m_names[i], name) != 0)
                 continue;
             namesake = slot_flag(i);
-            report(duplicate_line, "flag '%s' (0x%x) already exists", name, namesake.mask());
+            report_filled(reports::flag_exists, name, namesake.mask());
         } else if (m_dirty[i] != 0) {
             chosen = i;
             to_sweep |= slot_flag(i);
@@ -112,7 +109,7 @@ GEN_DYN_FLAG GEN_DYN_FLAG_MANAGER::create_flag(char const* name) {
     if (namesake != GEN_DYN_FLAG())
         return namesake;
     if (chosen == no_slot) {
-        report(full_line, "too many flags, can't create '%s'", name);
+        report_filled(reports::too_many_flags, name);
         return GEN_DYN_FLAG();
     }
     m_names[chosen] = copied_name(name);
@@ -130,32 +127,28 @@ void GEN_DYN_FLAG_MANAGER::sweep(GEN_DYN_FLAG mask) {
 }
 
 GEN_DYN_FLAG GEN_DYN_FLAG_MANAGER::get_named_flag(char const* name) const {
-    constexpr int line = 425;
     name = text_or_empty(name);
 
     // Of two namesakes the higher slot counts.
     for (std::uint32_t i = m_num_slots; i-- > 0;)
         if (m_names[i] != nullptr && gen_strcmp(m_names[i], name) == 0)
             return slot_flag(i);
-    report(line, "couldn't find flag '%s'", name);
+    report_filled(reports::no_such_flag, name);
     return GEN_DYN_FLAG();
 }
 
 void GEN_DYN_FLAG_MANAGER::destroy_flag(GEN_DYN_FLAG const& flag) {
-    constexpr int too_many_line = 509;
-    constexpr int several_line = 514;
-    constexpr int unknown_line = 521;
     if (flag == GEN_DYN_FLAG())
         return;
 
     unsigned const mask = flag.mask();
     auto const slot = static_cast<std::uint32_t>(std::countr_zero(mask));
     if (slot >= m_num_slots) { // not while every bit has a slot, but an index needs its check
-        report(too_many_line, "flag 0x%x: too many bits", mask);
+        report_filled(reports::flag_past_slots, mask);
     } else if (!std::has_single_bit(mask)) {
-        report(several_line, "flag 0x%x: not a single bit", mask);
+        report_filled(reports::flag_of_many_bits, mask);
     } else if (m_names[slot] == nullptr) {
-        report(unknown_line, "flag 0x%x not found to delete", mask);
+        report_filled(reports::flag_unnamed, mask);
     } else {
         release_name(m_names[slot]);
         m_names[slot] = nullptr;

@@ -1,6 +1,6 @@
 #include "gen_dyn_flag.h"
 
-#include "err_report.h"
+#include "gen_report.h"
 #include "gen_string_message.h"
 #include "gen_text_file.h"
 
@@ -40,9 +40,8 @@ class TRANSCRIPT {
 } // namespace
 
 void GEN_DYN_FLAG::test_myself_out(GEN_DYN_FLAG_MANAGER* mgr) {
-    constexpr int line = 600;
     if (mgr == nullptr) {
-        err_report_internal_error("mgr!=0", "GEN", "gen_dyn_flag", line);
+        report(reports::no_manager);
         return;
     }
     constexpr GEN_DYN_FLAG none;

@@ -9,7 +9,6 @@
 #include <utility>
 #include <wchar.h>
 
-#include "err_report.h"
 #include "gen_memory_watch.h"
 
 char const* LOCALIZATION_BASE_STRING = "C";
@@ -175,8 +174,4 @@ locale_t base_time_locale() {
         time->locale = make_time_locale(base.name);
     }
     return time->locale;
-}
-
-void report_localization_error(char const* condition, int line) {
-    err_report_internal_error(condition, "GEN", localization_source, line);
 }

@@ -9,6 +9,7 @@
 #include <locale.h>
 
 #include "gen_localization.h"
+#include "gen_report.h"
 #include "mem_alloc_sys.h"
 
 /// The locale in force, with the time category of a base name.
@@ -89,18 +90,12 @@ class BASE_CHARACTER_SCOPE {
     locale_t m_previous = nullptr;
 };
 
-/// The source that internal errors of this family name.
-inline constexpr char const* localization_source = "gen_localization";
-
-/// Reports a broken precondition of this family.
-void report_localization_error(char const* condition, int line);
-
 /// Reports a null text and answers for it: nothing was read.
 template <typename CHAR>
-bool is_missing(CHAR const* text, CHAR** end, int line) {
+bool is_missing(CHAR const* text, CHAR** end) {
     if (text != nullptr)
         return false;
-    report_localization_error("text != NULL", line);
+    report(reports::no_number_text);
     if (end != nullptr)
         *end = nullptr;
     return true;

@@ -7,10 +7,6 @@
 
 namespace {
 
-// Where the members that nobody has asked for yet report.
-constexpr int iscsym_line = 559;
-constexpr int iscsymf_line = 587;
-
 /// The platform's tables answer for these values alone, and are read without a check.
 bool in_character_table(int c) {
     return c >= SCHAR_MIN && c <= UCHAR_MAX;
@@ -45,12 +41,12 @@ int gen_local_isascii(int c) {
 }
 
 int gen_local_iscsym(int /*c*/) {
-    report_localization_error("not implemented", iscsym_line);
+    report(reports::no_iscsym);
     return 0;
 }
 
 int gen_local_iscsymf(int /*c*/) {
-    report_localization_error("not implemented", iscsymf_line);
+    report(reports::no_iscsymf);
     return 0;
 }
 

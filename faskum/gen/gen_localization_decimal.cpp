@@ -245,7 +245,7 @@ double convert_after_blanks(CHAR const* text, CHAR** end, locale_t numeric) {
 // Not inlined, so that the short numbers need not save the registers that this uses.
 template <typename CHAR>
 [[gnu::noinline]] double read_any_decimal(CHAR const* text, CHAR** end) {
-    if (is_missing(text, end, __LINE__))
+    if (is_missing(text, end))
         return 0.0;
     BASE_LOCALE const& base = base_locale();
     if (base.numeric == nullptr)

@@ -4,9 +4,6 @@
 
 namespace {
 
-constexpr int mbccpy_line = 1011;
-constexpr int mbclen_line = 1038;
-
 constexpr unsigned conversion_failed = ~0U;
 
 } // namespace
@@ -28,7 +25,7 @@ int gen_local_wctomb(char* string, wchar_t wide) {
 
 unsigned gen_local_mbstowcs(wchar_t* wide, char const* string, unsigned count) {
     if (string == nullptr) {
-        report_localization_error("string != NULL", __LINE__);
+        report(reports::no_multibyte_string);
         return conversion_failed;
     }
     BASE_CHARACTER_SCOPE const scope;
@@ -37,7 +34,7 @@ unsigned gen_local_mbstowcs(wchar_t* wide, char const* string, unsigned count) {
 
 unsigned gen_local_wcstombs(char* string, wchar_t const* wide, unsigned count) {
     if (wide == nullptr) {
-        report_localization_error("wide != NULL", __LINE__);
+        report(reports::no_wide_string);
         return conversion_failed;
     }
     BASE_CHARACTER_SCOPE const scope;
@@ -45,10 +42,10 @@ unsigned gen_local_wcstombs(char* string, wchar_t const* wide, unsigned count) {
 }
 
 void gen_local_mbccpy(unsigned char* /*to*/, unsigned char const* /*from*/) {
-    report_localization_error("not implemented", mbccpy_line);
+    report(reports::no_mbccpy);
 }
 
 unsigned gen_local_mbclen(unsigned char const* /*character*/) {
-    report_localization_error("not implemented", mbclen_line);
+    report(reports::no_mbclen);
     return 0;
 }

@@ -5,31 +5,23 @@
 
 #include "gen_localization_base.h"
 
-namespace {
-
-constexpr int itoa_line = 230;
-constexpr int wtoi_line = 1602;
-constexpr int wtol_line = 1630;
-
-} // namespace
-
 // All that the numeric category could change in a whole number is the grouping of its digits, and
 // these functions read no groups. So they are the platform's own.
 
 long gen_local_strtol(char const* text, char** end, int radix) {
-    return is_missing(text, end, __LINE__) ? 0 : std::strtol(text, end, radix);
+    return is_missing(text, end) ? 0 : std::strtol(text, end, radix);
 }
 
 unsigned long gen_local_strtoul(char const* text, char** end, int radix) {
-    return is_missing(text, end, __LINE__) ? 0 : std::strtoul(text, end, radix);
+    return is_missing(text, end) ? 0 : std::strtoul(text, end, radix);
 }
 
 long gen_local_wcstol(wchar_t const* text, wchar_t** end, int radix) {
-    return is_missing(text, end, __LINE__) ? 0 : std::wcstol(text, end, radix);
+    return is_missing(text, end) ? 0 : std::wcstol(text, end, radix);
 }
 
 unsigned long gen_local_wcstoul(wchar_t const* text, wchar_t** end, int radix) {
-    return is_missing(text, end, __LINE__) ? 0 : std::wcstoul(text, end, radix);
+    return is_missing(text, end) ? 0 : std::wcstoul(text, end, radix);
 }
 
 long gen_local_atol(char const* text) {
@@ -38,7 +30,7 @@ long gen_local_atol(char const* text) {
 
 std::int64_t gen_local_atosqword(char const* text) {
     char** const no_end = nullptr;
-    return is_missing(text, no_end, __LINE__) ? 0 : std::strtoll(text, no_end, 10);
+    return is_missing(text, no_end) ? 0 : std::strtoll(text, no_end, 10);
 }
 
 int gen_local_atoi(char const* text) {
@@ -53,18 +45,18 @@ int gen_local_atoi(char const* text) {
 }
 
 int gen_local_wtoi(wchar_t const* /*text*/) {
-    report_localization_error("not implemented", wtoi_line);
+    report(reports::no_wtoi);
     return 0;
 }
 
 long gen_local_wtol(wchar_t const* /*text*/) {
-    report_localization_error("not implemented", wtol_line);
+    report(reports::no_wtol);
     return 0;
 }
 
 char* gen_local_itoa(int value, char* string) {
     if (string == nullptr) {
-        report_localization_error("string != 0", itoa_line);
+        report(reports::no_itoa_buffer);
         return nullptr;
     }
     char* end = string;

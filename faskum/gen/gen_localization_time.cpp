@@ -3,17 +3,9 @@
 
 #include "gen_localization_base.h"
 
-namespace {
-
-constexpr int tm_struct_line = 1187;
-constexpr int wcsftime_character_line = 1227;
-constexpr int wcsftime_unsupported_line = 1233;
-
-} // namespace
-
 unsigned gen_local_strftime(char* string, unsigned size, char const* format, std::tm const* time) {
     if (format == nullptr || time == nullptr) {
-        report_localization_error(format == nullptr ? "format != NULL" : "time != NULL", __LINE__);
+        report(format == nullptr ? reports::no_time_format : reports::no_time_to_format);
         return 0;
     }
     locale_t const base = base_time_locale();
@@ -27,16 +19,14 @@ unsigned gen_local_wcsftime(wchar_t* /*string*/, unsigned /*size*/, wchar_t cons
     // The time category has no say in the conversion: it is the user's character set that counts.
     STR narrow(std::wcslen(wide) + 1, '\0');
     if (std::wcstombs(narrow.data(), wide, narrow.size()) == static_cast<std::size_t>(-1))
-        report_localization_error("A wide-character code does not correspond to a valid character",
-                                  wcsftime_character_line);
-    report_localization_error("gen_local_wcsftime is not supported on Linux.",
-                              wcsftime_unsupported_line);
+        report(reports::not_a_character);
+    report(reports::no_wcsftime);
     return 0;
 }
 
 void gen_local_tm_struct(std::tm* timeptr) {
     if (timeptr == nullptr) {
-        report_localization_error("timeptr != NULL", tm_struct_line);
+        report(reports::no_tm_struct);
         return;
     }
     std::time_t const now = std::time(nullptr);

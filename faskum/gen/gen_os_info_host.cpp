@@ -1,6 +1,6 @@
 #include "gen_os_info_host.h"
 
-#include "err_report.h"
+#include "gen_report.h"
 
 #include <charconv>
 #include <cstring>
@@ -45,8 +45,7 @@ STR gen_get_operating_system_string(GEN_OPERATING_SYSTEM system) {
 STR gen_get_host_name() {
     char name[512] = {};
     if (gethostname(name, sizeof name) != 0)
-        err_report_internal_error("gethostname(host_name_buf, buf_size) == 0", "GEN", "gen_os_info",
-                                  __LINE__);
+        report(reports::no_host_name);
     return STR(name, strnlen(name, sizeof name));
 }
 

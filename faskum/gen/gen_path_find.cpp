@@ -1,13 +1,9 @@
 #include "gen_path_find.h"
 
-#include "err_report.h"
 #include "gen_path_groups.h"
+#include "gen_report.h"
 
 namespace {
-
-// The lines under which missing search objects are reported.
-constexpr int missing_libraries_line = 2601;
-constexpr int missing_eda_libraries_line = 2749;
 
 bool is_absolute_name(FIO_PATH const& name) {
     return name.levels() != 0 && name.absolute();
@@ -23,7 +19,7 @@ FIO_PATH gen_find_file(STR const& name) {
     gen_default_project_directory();
     gen_init_korvane_lib_paths();
     if (gen_korvane_libraries == nullptr)
-        err_report_internal_error("korvane_libs != 0", "GEN", "gen_path", missing_libraries_line);
+        report(reports::no_libraries);
 
     FIO_PATH const path(name);
     if (is_absolute_name(path))
@@ -39,8 +35,7 @@ FIO_PATH gen_find_file(STR const& name) {
 FIO_PATH gen_find_eda_file(STR const& name) {
     gen_init_korvane_lib_paths();
     if (gen_korvane_eda_libraries == nullptr)
-        err_report_internal_error("korvane_eda_libs != 0", "GEN", "gen_path",
-                                  missing_eda_libraries_line);
+        report(reports::no_eda_libraries);
 
     FIO_PATH const path(name);
     if (is_absolute_name(path))

@@ -1,9 +1,9 @@
 #include "gen_path_install.h"
 
-#include "err_report.h"
 #include "fio.h"
 #include "gen_exe.h"
 #include "gen_path_library.h"
+#include "gen_report.h"
 
 namespace {
 
@@ -55,7 +55,7 @@ STR directory_below(STR const& parent, char const* relative) {
 STR gen_get_library_path(GEN_LIBRARY_TYPE type) {
     STR path = gen_get_korvane_path();
     if (type >= GEN_LIB_SIZE)
-        err_report_internal_error("type < GEN_LIB_SIZE", "GEN", "gen_path", __LINE__);
+        report(reports::no_such_library);
     else if (type >= GEN_LIB_ROOT)
         path += library_directories[type];
     return path;

@@ -1,9 +1,9 @@
 #include "gen_path_project.h"
 
-#include "err_report.h"
 #include "gen_owned.h"
 #include "gen_path_find.h"
 #include "gen_path_groups.h"
+#include "gen_report.h"
 
 #include <algorithm>
 #include <sys/stat.h>
@@ -139,7 +139,7 @@ char const* gen_get_project_output_directory() {
 
 STR gen_get_relative_path_if_starts_with_project_dir(char const* path) {
     if (path == nullptr) {
-        err_report_internal_error("path != NULL", "GEN", "gen_path", __LINE__);
+        report(reports::no_relative_path);
         return {};
     }
     FIO_PATH file(path);

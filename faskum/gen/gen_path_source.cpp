@@ -1,21 +1,13 @@
 #include "gen_path_source.h"
 
-#include "err_report.h"
 #include "gen_path_find.h"
 #include "gen_path_groups.h"
+#include "gen_report.h"
 #include "gen_string_compare.h"
 
 #include <algorithm>
 
 namespace {
-
-/// The lines under which one search reports what it misses.
-struct REPORT_LINES {
-    int libraries;
-    int order;
-};
-constexpr REPORT_LINES all_groups_lines{2932, 2933};
-constexpr REPORT_LINES shipped_libraries_lines{3042, 3043};
 
 /// @p name as it lies beside @p file.
 FIO_PATH beside(char const* file, STR const& name) {
@@ -25,12 +17,12 @@ FIO_PATH beside(char const* file, STR const& name) {
 }
 
 /// The extensions that are still wanted in one search: at first all of the shared order.
-MEM_VECTOR<STR> copy_file_type_order(REPORT_LINES const& lines) {
+MEM_VECTOR<STR> copy_file_type_order(Report const& no_libraries, Report const& no_order) {
     if (gen_korvane_libraries == nullptr)
-        err_report_internal_error("korvane_libs != 0", "GEN", "gen_path", lines.libraries);
+        report(no_libraries);
     MEM_VECTOR<STR> const* const order = gen_get_file_type_order_helper();
     if (order == nullptr) {
-        err_report_internal_error("file_type_order != 0", "GEN", "gen_path", lines.order);
+        report(no_order);
         return {};
     }
     return *order;
@@ -79,7 +71,8 @@ bool gen_find_include_file(char const* name, char const* including_file,
 bool gen_get_source_files(STR const& base_name, MEM_VECTOR<GEN_SOURCE_CANDIDATE>* candidates) {
     gen_init_korvane_lib_paths();
     gen_default_project_directory();
-    MEM_VECTOR<STR> order = copy_file_type_order(all_groups_lines);
+    MEM_VECTOR<STR> order =
+        copy_file_type_order(reports::no_libraries_for_sources, reports::no_order_for_sources);
     gen_visit_groups([&](GEN_LIBRARY_PATHS_ENUM tag, FIO_FIND& find) {
         append_from_group(tag, find, base_name, candidates, &order);
         return order.empty();
@@ -90,7 +83,8 @@ bool gen_get_source_files(STR const& base_name, MEM_VECTOR<GEN_SOURCE_CANDIDATE>
 bool gen_get_source_files_from_korvane_lib(STR const& base_name,
                                            MEM_VECTOR<GEN_SOURCE_CANDIDATE>* candidates) {
     gen_init_korvane_lib_paths();
-    MEM_VECTOR<STR> order = copy_file_type_order(shipped_libraries_lines);
+    MEM_VECTOR<STR> order =
+        copy_file_type_order(reports::no_libraries_for_shipped, reports::no_order_for_shipped);
     if (gen_korvane_libraries != nullptr)
         append_from_group(GEN_LIBRARY_PATHS_KORVANE_LIBRARIES, *gen_korvane_libraries, base_name,
                           candidates, &order);

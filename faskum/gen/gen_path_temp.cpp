@@ -7,11 +7,11 @@
 #include <fstream>
 #include <new>
 
-#include "err_report.h"
 #include "fio.h"
 #include "gen_exe.h"
 #include "gen_owned.h"
 #include "gen_path_project.h"
+#include "gen_report.h"
 
 char const* const GUI_PROFILE_NAME = "korvane_gui.profile";
 
@@ -45,8 +45,7 @@ STR gen_get_temp_path() {
     for (char const* const directory : {"/var/tmp", "/tmp"})
         if (FIO_FILE_SYSTEM::exists(directory))
             return STR(directory) + "/";
-    err_report_internal_error("Both /var/tmp and /tmp temporary directories do not exist", "GEN",
-                              "gen_path", __LINE__);
+    report(reports::no_temp_directory);
     return STR();
 }
 

@@ -5,14 +5,13 @@
 #include <cstddef>
 #include <cstring>
 
-#include "err_report.h"
 #include "gen_cpu.h"
+#include "gen_report.h"
 #include "gen_string_block.h"
 #include "gen_string_crc.h"
 
 namespace {
 
-constexpr int hash_size_line = 2837;
 constexpr unsigned least_hash_entry = 3;
 
 constexpr std::array<char, 256> safe_characters = [] {
@@ -93,7 +92,7 @@ unsigned gen_hash_next_size(unsigned n) {
         entry += static_cast<unsigned>(gen_hash_size_primes[entry] < n);
     }
     if (entry == std::size(gen_hash_size_primes)) {
-        err_report_internal_error("rval != 0", "GEN", "gen_string", hash_size_line);
+        report(reports::no_such_hash_size);
         return 0;
     }
     return gen_hash_size_primes[entry];

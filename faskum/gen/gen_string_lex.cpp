@@ -7,19 +7,11 @@
 #include <cstring>
 #include <memory>
 
-#include "err_report.h"
+#include "gen_report.h"
 #include "gen_string_ascii.h"
 #include "gen_string_block.h"
 
 namespace {
-
-/// Where the two forms of gen_compare_integer_strings report that a number has no digit.
-struct DIGIT_LINES {
-    int first;
-    int second;
-};
-constexpr DIGIT_LINES pointer_form_lines{662, 672};
-constexpr DIGIT_LINES iterator_form_lines{819, 829};
 
 int as_int(std::ptrdiff_t difference) {
     return static_cast<int>(std::clamp<std::ptrdiff_t>(difference, -INT_MAX, INT_MAX));
@@ -57,21 +49,21 @@ int compare_runs(RUN const& a, RUN const& b) {
 }
 
 /// Steps over spaces and a sign, and says whether there was one. A digit has to follow.
-bool skip_to_digits(char const*& at, char const* condition, int line) {
+bool skip_to_digits(char const*& at, Report const& no_digit) {
     while (*at == ' ')
         ++at;
     bool const negative = *at == '-';
     if (negative)
         ++at;
     if (!ascii_is_digit(*at))
-        err_report_internal_error(condition, "GEN", "gen_string", line);
+        report(no_digit);
     return negative;
 }
 
 int compare_integers(char const* end1, char const*& at1, char const* end2, char const*& at2,
-                     DIGIT_LINES const& lines) {
-    bool const negative1 = skip_to_digits(at1, "::gen_ascii_isdigit(**str1_iter)", lines.first);
-    bool const negative2 = skip_to_digits(at2, "::gen_ascii_isdigit(**str2_iter)", lines.second);
+                     Report const& no_digit1, Report const& no_digit2) {
+    bool const negative1 = skip_to_digits(at1, no_digit1);
+    bool const negative2 = skip_to_digits(at2, no_digit2);
     if (negative1 != negative2)
         return negative1 ? 1 : -1;
     RUN const run1(at1, end1);
@@ -168,7 +160,8 @@ std::size_t length_of(char const* text, unsigned length) {
 
 int gen_compare_integer_strings(char const* str1_end, char const** str1_iter, char const* str2_end,
                                 char const** str2_iter) {
-    return compare_integers(str1_end, *str1_iter, str2_end, *str2_iter, pointer_form_lines);
+    return compare_integers(str1_end, *str1_iter, str2_end, *str2_iter, reports::no_digit_at_1,
+                            reports::no_digit_at_2);
 }
 
 int gen_compare_integer_strings(STR::const_iterator str1_end, STR::const_iterator* str1_iter,
@@ -178,7 +171,7 @@ int gen_compare_integer_strings(STR::const_iterator str1_end, STR::const_iterato
     char const* at1 = start1;
     char const* at2 = start2;
     int const result = compare_integers(std::to_address(str1_end), at1, std::to_address(str2_end),
-                                        at2, iterator_form_lines);
+                                        at2, reports::no_digit_in_1, reports::no_digit_in_2);
     *str1_iter += at1 - start1;
     *str2_iter += at2 - start2;
     return result;

@@ -1,6 +1,6 @@
 #include "gen_string_message.h"
 
-#include "err_report.h"
+#include "gen_report.h"
 #include "gen_string_message_expander.h"
 #include "gen_string_message_simple.h"
 
@@ -10,37 +10,23 @@
 
 namespace {
 
-constexpr int line_of_no_source = 2503;
-constexpr int line_of_two_sources = 2511;
-constexpr int line_of_not_from_string = 2517;
-constexpr int line_of_max_width = 2522;
-
-constexpr char refused_source[] = "gen_formatmessage: FORMAT_MESSAGE_FROM_SYSTEM and "
-                                  "FORMAT_MESSAGE_FROM_HMODULE are not supported";
-
-void report(char const* message, int line) {
-    err_report_internal_error(message, "GEN", "gen_string", line);
-}
-
 // Reports what the flags ask for in vain. False when nothing can be done for them.
 bool check_flags(unsigned long flags) {
     bool const from_system = (flags & FORMAT_MESSAGE_FROM_SYSTEM) != 0;
     bool const from_module = (flags & FORMAT_MESSAGE_FROM_HMODULE) != 0;
     bool const from_string = (flags & FORMAT_MESSAGE_FROM_STRING) != 0;
     if (from_system && from_module) {
-        report(refused_source, line_of_no_source);
+        report(reports::two_message_sources);
         return false;
     }
     if (from_string && (from_system || from_module)) {
-        report(refused_source, line_of_two_sources);
+        report(reports::string_and_source);
         return false;
     }
     if (!from_string)
-        report("gen_formatmessage: The FORMAT_MESSAGE_FROM_STRING flag must be used",
-               line_of_not_from_string);
+        report(reports::message_not_from_string);
     if ((flags & FORMAT_MESSAGE_MAX_WIDTH_MASK) != 0)
-        report("gen_formatmessage: FORMAT_MESSAGE_MAX_WIDTH_MASK is not supported.\n",
-               line_of_max_width);
+        report(reports::message_width);
     return true;
 }
 

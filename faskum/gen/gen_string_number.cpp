@@ -8,13 +8,12 @@
 #include <limits>
 #include <memory>
 
-#include "err_report.h"
+#include "gen_report.h"
 #include "gen_string_ascii.h"
 #include "gen_string_digits.h"
 
 namespace {
 
-constexpr int radix_line = 1111;
 /// The digits of the longest number, in radix 2, and room for the sign or the NUL.
 constexpr std::size_t longest_text = std::numeric_limits<unsigned long>::digits + 1;
 
@@ -216,7 +215,7 @@ char* gen_itoa(int value, char* buf, int radix) {
 
 void gen_itoa(int value, STR& out, int radix) {
     if (radix < 2)
-        err_report_internal_error("radix > 1", "GEN", "gen_string", radix_line);
+        report(reports::no_radix);
     char buf[longest_text];
     out.assign(buf, static_cast<std::size_t>(write_int(value, buf, radix) - buf));
 }

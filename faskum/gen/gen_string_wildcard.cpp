@@ -1,5 +1,7 @@
 #include "gen_string_wildcard.h"
 
+#include "gen_report.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -8,11 +10,7 @@
 #include <ctype.h>
 #include <string_view>
 
-#include "err_report.h"
-
 namespace {
-
-constexpr int null_line = 1681;
 
 /// What one character becomes: up to four bytes, the first in the lowest place. The highest half
 /// byte is the length and one more. A letter makes that by itself, whose fourth byte is "]"; what
@@ -136,7 +134,7 @@ STR long_expression(std::string_view pattern, bool anchor) {
 
 STR gen_wildcard_to_reg_expr(STR* wildcard, bool anchor) {
     if (wildcard == nullptr) {
-        err_report_internal_error("wildcard != 0", "GEN", "gen_string", null_line);
+        report(reports::no_wildcard);
         return STR();
     }
     STR expression = wildcard->size() <= piece_size ? short_expression(*wildcard, anchor)

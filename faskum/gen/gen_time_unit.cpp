@@ -1,6 +1,6 @@
 #include "gen_time_unit.h"
 
-#include "err_report.h"
+#include "gen_report.h"
 
 #include <cstddef>
 
@@ -79,8 +79,7 @@ int GEN_TIME_UNIT::get_magnitude(UNIT_ENUM unit) {
 int GEN_TIME_UNIT::get_list_index(UNIT_ENUM unit) {
     int const index = index_of(unit_rows, &GEN_TIME_UNIT_DATA::unit, unit);
     if (index < 0)
-        err_report_internal_error("Could not find index for time unit enum.", "GEN", "gen_time",
-                                  __LINE__);
+        report(reports::no_such_time_unit);
     return index;
 }
 
@@ -111,7 +110,6 @@ int GEN_TIME_FREQ::get_magnitude(FREQ_ENUM freq) {
 int GEN_TIME_FREQ::get_list_index(FREQ_ENUM freq) {
     int const index = index_of(freq_rows, &GEN_TIME_FREQ_DATA::freq, freq);
     if (index < 0)
-        err_report_internal_error("Could not find index for time freq enum.", "GEN", "gen_time",
-                                  __LINE__);
+        report(reports::no_such_time_freq);
     return index;
 }

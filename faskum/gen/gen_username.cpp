@@ -1,6 +1,6 @@
 #include "gen_username.h"
 
-#include "err_report.h"
+#include "gen_report.h"
 
 #include <pwd.h>
 #include <unistd.h>
@@ -8,8 +8,7 @@
 STR gen_get_user_name() {
     passwd const* const entry = getpwuid(getuid());
     if (entry == nullptr) {
-        err_report_internal_error("Failed to get username from os", "GEN", "gen_username",
-                                  __LINE__);
+        report(reports::no_user_name);
         return {};
     }
     return entry->pw_name;

@@ -1,5 +1,5 @@
-# What `cmake --install` gives: headers in include/korvane, the two libraries, a CMake package
-# (find_package(korvane_gen), target korvane::gen) and a pkg-config file. The tree may be moved.
+# What `cmake --install` gives: headers in include/korvane, the libraries, a CMake package
+# (find_package(korvane_gen), targets korvane::gen and korvane::gen_c) and pkg-config files. The tree may be moved.
 # The components are the packages: runtime, development, tools.
 
 include(CMakePackageConfigHelpers)
@@ -8,7 +8,7 @@ set(KORVANE_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/korvane_gen)
 set(KORVANE_PKGCONFIG_DIR ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 set_target_properties(korvane_sibling PROPERTIES EXPORT_NAME sibling)
-install(TARGETS korvane_gen korvane_sibling EXPORT korvane_gen
+install(TARGETS korvane_gen korvane_gen_c korvane_sibling EXPORT korvane_gen
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
           COMPONENT runtime NAMELINK_COMPONENT development)
 install(DIRECTORY h/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/korvane COMPONENT development
@@ -27,5 +27,6 @@ cmake_path(SET KORVANE_PREFIX_FROM_PKGCONFIG ${CMAKE_INSTALL_PREFIX})
 cmake_path(RELATIVE_PATH KORVANE_PREFIX_FROM_PKGCONFIG
   BASE_DIRECTORY ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
 configure_file(cmake/korvane_gen.pc.in korvane_gen.pc @ONLY)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korvane_gen.pc DESTINATION ${KORVANE_PKGCONFIG_DIR}
-  COMPONENT development)
+configure_file(cmake/korvane_gen_c.pc.in korvane_gen_c.pc @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/korvane_gen.pc ${CMAKE_CURRENT_BINARY_DIR}/korvane_gen_c.pc
+  DESTINATION ${KORVANE_PKGCONFIG_DIR} COMPONENT development)

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Compares what a library exports with what its headers declare with KORVANE_API.
 
-    exports.py LIBRARY DIRECTORY gen|sibling
+    exports.py LIBRARY DIRECTORY gen|gen_c|sibling
 
 Names are compared as the linker shows them, without parameters; overloads are counted. So a
 declaration without a definition is found, a definition that is not exported, and an export that
@@ -67,6 +67,9 @@ class Declarations:
             self.declaration(head, body, prefix, exported_class)
 
     def declaration(self, head, body, prefix, exported_class):
+        if head == 'extern ""' and body is not None: # "C", without the content of its literal
+            self.scope(body)
+            return
         kind = re.match(r"(class|struct|namespace)\b\s*(KORVANE_API\s+)?(\w+)[^()]*$", head)
         if kind:
             if body is not None:
@@ -135,10 +138,16 @@ def exported_names(library):
     return names
 
 
+def owner_of(header):
+    if header.name == "gen_c.h":
+        return "gen_c"
+    return "gen" if header.name.startswith("gen") else "sibling"
+
+
 def main(library, directory, owner):
     declarations = Declarations()
     for header in pathlib.Path(directory).glob("*.h"):
-        if header.name.startswith("gen") == (owner == "gen"):
+        if owner == owner_of(header):
             declarations.scope(without_noise(header.read_text()))
     expected, exported = declarations.expected, exported_names(library)
     for name in sorted(expected.keys() | exported.keys()):

@@ -1,0 +1,103 @@
+#include "gen_c_call.h"
+
+#include "gen_exe.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+struct Report {
+    STR condition;
+    STR source;
+    int line;
+};
+
+constexpr std::size_t most_reports = 100;
+
+/// All of these are empty until a call needs them, and one thread's at a time.
+MEM_VECTOR<Report> reports;
+STR last_reason;
+
+void keep(char const* condition, char const* /*owner*/, char const* source_file, int line) {
+    if (reports.size() < most_reports)
+        reports.push_back({condition, source_file, line});
+}
+
+} // namespace
+
+namespace gen_c {
+
+gen_c_status refuse(gen_c_status status, std::string_view argument, std::string_view reason) {
+    last_reason.assign(argument).append(reason);
+    return status;
+}
+
+bool is_not_started() {
+    if (gen_module_fullpath != nullptr)
+        return false;
+    refuse(GEN_C_NOT_STARTED, "gen_c_start", " has not been called");
+    return true;
+}
+
+Reports::Reports() : m_previous(err_set_internal_error_handler(keep)) {
+    reports.clear();
+}
+
+Reports::~Reports() {
+    err_set_internal_error_handler(m_previous);
+}
+
+gen_c_status Reports::status(gen_c_status status) const {
+    return reports.empty() || status == GEN_C_DIAGNOSED ? status : GEN_C_INTERNAL_ERROR;
+}
+
+gen_c_status put(gen_c_text* text, std::string_view value) {
+    if (text->room <= value.size()) [[unlikely]] {
+        std::size_t const room = std::max<std::size_t>(64, value.size() + value.size() / 2 + 1);
+        auto* const bytes = static_cast<char*>(std::realloc(text->bytes, room));
+        if (bytes == nullptr)
+            return GEN_C_NO_MEMORY;
+        text->bytes = bytes;
+        text->room = room;
+    }
+    std::memcpy(text->bytes, value.data(), value.size());
+    text->bytes[value.size()] = '\0';
+    text->size = value.size();
+    return GEN_C_OK;
+}
+
+} // namespace gen_c
+
+char const* gen_c_reason(void) {
+    return last_reason.c_str();
+}
+
+size_t gen_c_report_count(void) {
+    return reports.size();
+}
+
+gen_c_status gen_c_report(size_t index, char const** condition, char const** source, int* line) {
+    if (index >= reports.size())
+        return GEN_C_NOT_FOUND;
+    Report const& report = reports[index];
+    if (condition != nullptr)
+        *condition = report.condition.c_str();
+    if (source != nullptr)
+        *source = report.source.c_str();
+    if (line != nullptr)
+        *line = report.line;
+    return GEN_C_OK;
+}
+
+char const* gen_c_version(void) {
+    return GEN_C_VERSION;
+}
+
+void gen_c_text_free(gen_c_text* text) {
+    if (text == nullptr)
+        return;
+    std::free(text->bytes);
+    *text = GEN_C_TEXT_INIT;
+}

@@ -1,0 +1,90 @@
+#include "gen_c_call.h"
+#include "gen_c_table.h"
+
+#include "gen_meminfo.h"
+#include "gen_os_info.h"
+#include "mem.h"
+
+using namespace gen_c;
+
+namespace {
+
+template <typename RESULT>
+Cell ask(bool (*question)(RESULT*)) {
+    RESULT result{};
+    return question(&result) ? Cell(result) : Cell();
+}
+
+gen_c_table* report = nullptr;
+
+int keep(char const* /*owner*/, char const* text) {
+    report->row({text});
+    return 0;
+}
+
+/// A configuration switch that is on in its scope. One that is on already stays as it is.
+class Switch {
+  public:
+    Switch(char const* name, bool on) : m_name(name), m_changed(on && !mem_cfg_is_on(name, false)) {
+        if (m_changed)
+            mem_cfg_set(name, true);
+    }
+    ~Switch() {
+        if (m_changed)
+            mem_cfg_unset(m_name);
+    }
+    Switch(Switch const&) = delete;
+    Switch& operator=(Switch const&) = delete;
+
+  private:
+    char const* m_name;
+    bool m_changed;
+};
+
+} // namespace
+
+gen_c_status gen_c_machine(char const* host, gen_c_table** answer) {
+    if (lacks("answer", answer))
+        return GEN_C_BAD_ARGUMENT;
+    using INFO = GEN_MACHINE_INFO;
+    Reports const reports;
+    STR const own_name = gen_get_host_name();
+    gen_c_status const status =
+        give_row({{"operating_system", gen_get_operating_system_string()},
+                  {"operating_system_code", static_cast<int>(gen_get_operating_system())},
+                  {"os_name", ask(INFO::get_os_name)},
+                  {"os_version", ask(INFO::get_os_version)},
+                  {"kernel_version", ask(INFO::get_kernel_version)},
+                  {"hardware_name", ask(INFO::get_hw_name)},
+                  {"processors", ask(INFO::get_cpu_count)},
+                  {"clock_ticks_per_second", ask(INFO::get_cpu_frequency)},
+                  {"physical_ram_bytes", ask(INFO::get_physical_ram)},
+                  {"virtual_ram_bytes", ask(INFO::get_virtual_ram)},
+                  {"total_ram_bytes", ask(INFO::get_total_ram)},
+                  {"available_ram_bytes", ask(INFO::get_available_ram)},
+                  {"total_usage_ram_bytes", ask(INFO::get_total_usage_ram)},
+                  {"host_name", known(own_name)},
+                  {"ip_address", known(gen_get_ip_addr(host != nullptr ? host : own_name.c_str()))},
+                  {"user_name", known(gen_get_user_name())},
+                  {"any_web_browser_will_do", gen_is_valid_web_browser()}},
+                 answer);
+    return reports.status(status);
+}
+
+gen_c_status gen_c_usage_report(char const* tag, char const* phase, int modules, int details,
+                                int memory, gen_c_table** lines) {
+    if (lacks("tag", tag) || lacks("lines", lines))
+        return GEN_C_BAD_ARGUMENT;
+    if (is_not_started())
+        return GEN_C_NOT_STARTED;
+    Switch const modules_too("profile_dll_usage", modules != 0);
+    Switch const details_too("list_dll_details", details != 0);
+    Switch const memory_too("report_modules_flow", memory != 0);
+    gen_c_table table{"line"};
+    report = &table;
+    MEM_MSG_SINK const previous = mem_msg_set_sink(keep);
+    gen_meminfo_report_dll_usage(tag, phase);
+    mem_msg_set_sink(previous);
+    gen_c_status const status = table.rows() != 0 ? GEN_C_OK : GEN_C_NOT_FOUND;
+    return give(std::move(table), lines, status);
+}

@@ -1,0 +1,164 @@
+#include "gen_c_call.h"
+#include "gen_c_table.h"
+
+#include "gen_os_info_paths.h"
+#include "gen_path_temp.h"
+#include "gen_path_tools.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace gen_c;
+
+#define WINDOW(getter)                                                                             \
+    { "window", #getter, getter }
+#define ADVISOR(getter)                                                                            \
+    { "advisor", #getter, getter }
+
+namespace {
+
+struct ToolFile {
+    char const* family;
+    char const* function;
+    FIO_PATH (*path)();
+};
+
+/// In the order in which people look for them.
+constexpr ToolFile tool_files[] = {
+    {"report", "gen_get_krpt_name(first)", [] { return gen_get_krpt_name("", "", "", true, ""); }},
+    {"report", "gen_get_krpt_name(second)",
+     [] { return gen_get_krpt_name("", "", "", false, ""); }},
+    {"report", "gen_get_rpw_filename(3)", [] { return gen_get_rpw_filename(3); }},
+    {"window", "gen_get_fled_filename", [] { return gen_get_fled_filename("", false); }},
+    WINDOW(gen_get_ase_filename),
+    WINDOW(gen_get_acv_filename),
+    WINDOW(gen_get_ape_filename),
+    WINDOW(gen_get_cfw_filename),
+    WINDOW(gen_get_sfw_filename),
+    WINDOW(gen_get_tfw_filename),
+    WINDOW(gen_get_advanced_tan_tool_filename),
+    WINDOW(gen_get_pgmw_cof_filename),
+    WINDOW(gen_get_rui_filename),
+    WINDOW(gen_get_tech_viewer_filename),
+    WINDOW(gen_get_rui_sim_viewer_fun_filename),
+    WINDOW(gen_get_rui_sim_viewer_tim_filename),
+    WINDOW(gen_get_rui_sim_viewer_ftm_filename),
+    WINDOW(gen_get_rsm_filename),
+    WINDOW(gen_get_ppl_filename),
+    WINDOW(gen_get_ecui_filename),
+    WINDOW(gen_get_reqc_filename),
+    WINDOW(gen_get_ptw_filename),
+    WINDOW(gen_get_kis_filename),
+    WINDOW(gen_get_ram_editor_filename),
+    ADVISOR(gen_get_oaw_resource_filename),
+    ADVISOR(gen_get_oaw_timing_filename),
+    ADVISOR(gen_get_oaw_asx2_filename),
+    ADVISOR(gen_get_oaw_power_filename),
+    ADVISOR(gen_get_oaw_ssn_filename),
+    ADVISOR(gen_get_oaw_productivity_filename),
+};
+
+/// The path of a temporary file, with these characters in place of its number's eight digits.
+STR temporary_path(STR const& directory, STR const& prefix, char const* digits) {
+    FIO_PATH path;
+    path.directory(directory);
+    path.base(prefix.substr(0, 3) + digits);
+    path.extension(".tmp", "");
+    return path.fullpath();
+}
+
+/// Why no file can be created there; "" when one can. gen itself would wait until it can.
+STR trouble_of_creating(STR const& directory, STR const& prefix) {
+    STR path = temporary_path(directory, prefix, "__XXXXXX");
+    int const file = mkstemps(path.data(), sizeof ".tmp" - 1);
+    if (file < 0)
+        return std::strerror(errno);
+    close(file);
+    unlink(path.c_str());
+    for (unsigned number = 0; number < 65536; ++number) {
+        char digits[9];
+        std::snprintf(digits, sizeof digits, "%.8x", number);
+        struct stat status;
+        if (lstat(temporary_path(directory, prefix, digits).c_str(), &status) != 0)
+            return {};
+    }
+    return "all 65536 names are taken";
+}
+
+} // namespace
+
+#undef WINDOW
+#undef ADVISOR
+
+gen_c_status gen_c_tool_files(gen_c_table** answer) {
+    if (lacks("answer", answer))
+        return GEN_C_BAD_ARGUMENT;
+    if (is_not_started())
+        return GEN_C_NOT_STARTED;
+    gen_c_table table{"family", "function", "path"};
+    for (auto const& [family, function, path] : tool_files)
+        table.row({family, function, path().fullpath()});
+    return give(std::move(table), answer);
+}
+
+gen_c_status gen_c_database_file(char const* name, char const* extension, gen_c_text* path) {
+    if (lacks("name", name) || lacks("extension", extension) || lacks("path", path))
+        return GEN_C_BAD_ARGUMENT;
+    return put(path, gen_generate_pdb_filename(name, extension, nullptr));
+}
+
+gen_c_status gen_c_temporary_file(char const* directory, char const* prefix, int number,
+                                  gen_c_text* path) {
+    if (lacks("prefix", prefix) || lacks("path", path))
+        return GEN_C_BAD_ARGUMENT;
+    if (std::strchr(prefix, '/') != nullptr)
+        return refuse(GEN_C_BAD_ARGUMENT, "prefix", " holds a \"/\"");
+    if (number < 0 || number > 65535)
+        return refuse(GEN_C_BAD_ARGUMENT, "number", " is not from 0 to 65535");
+    Reports const reports;
+    STR const place = directory != nullptr ? STR(directory) : gen_get_temp_path();
+    if (STR const trouble = trouble_of_creating(place, prefix); !trouble.empty())
+        return refuse(GEN_C_FAILED, "no file can be created in " + place + ": ", trouble);
+    return reports.status(
+        put(path, gen_get_temp_filename(place, prefix, static_cast<unsigned short>(number))));
+}
+
+gen_c_status gen_c_profile_directory(gen_c_text* path) {
+    if (lacks("path", path))
+        return GEN_C_BAD_ARGUMENT;
+    STR const directory = gen_get_user_profile_directory();
+    return directory.empty() ? refuse(GEN_C_FAILED, "HOME", " has no place for the user's settings")
+                             : put(path, directory);
+}
+
+gen_c_status gen_c_is_64bit_wanted(int* wanted) {
+    if (lacks("wanted", wanted))
+        return GEN_C_BAD_ARGUMENT;
+    *wanted = gen_is_system_64bit() ? 1 : 0;
+    return GEN_C_OK;
+}
+
+gen_c_status gen_c_enter_64bit(char const* tool, gen_c_text* old_path,
+                               gen_c_text* old_library_path) {
+    if (lacks("tool", tool) || lacks("old_path", old_path) ||
+        lacks("old_library_path", old_library_path))
+        return GEN_C_BAD_ARGUMENT;
+    if (is_not_started())
+        return GEN_C_NOT_STARTED;
+    STR path;
+    STR library_path;
+    if (!gen_set_paths_for_64bit(tool, path, library_path))
+        return GEN_C_NOT_FOUND;
+    gen_c_status const status = put(old_path, path);
+    return status == GEN_C_OK ? put(old_library_path, library_path) : status;
+}
+
+gen_c_status gen_c_leave_64bit(char const* path, char const* library_path) {
+    if (lacks("path", path) || lacks("library_path", library_path))
+        return GEN_C_BAD_ARGUMENT;
+    gen_restore_paths(path, library_path);
+    return GEN_C_OK;
+}

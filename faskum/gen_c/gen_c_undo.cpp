@@ -1,0 +1,91 @@
+#include "gen_c_call.h"
+
+#include "gen_undo_redo.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <new>
+#include <unistd.h>
+
+using namespace gen_c;
+
+struct gen_c_undo {
+    GEN_UNDO_REDO_MGR manager;
+    STR directory;
+    bool has_title = false;
+    bool has_commands = false;
+};
+
+/// Why the manager could not write the file, which it is silent about; "" where it can.
+static STR trouble_of_writing(STR const& path) {
+    int const file = open(path.c_str(), O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0666);
+    if (file < 0)
+        return std::strerror(errno);
+    close(file);
+    return {};
+}
+
+gen_c_status gen_c_undo_create(char const* directory, gen_c_undo** undo) {
+    if (lacks("directory", directory) || lacks("undo", undo))
+        return GEN_C_BAD_ARGUMENT;
+    auto* const made = new (std::nothrow) gen_c_undo;
+    if (made == nullptr)
+        return GEN_C_NO_MEMORY;
+    made->directory = directory;
+    made->manager.start_new_file(directory);
+    *undo = made;
+    return GEN_C_OK;
+}
+
+void gen_c_undo_free(gen_c_undo* undo) {
+    delete undo;
+}
+
+gen_c_status gen_c_undo_begin(gen_c_undo* undo, char const* title) {
+    if (lacks("undo", undo) || lacks("title", title))
+        return GEN_C_BAD_ARGUMENT;
+    undo->manager.begin_section(title);
+    undo->has_title = *title != '\0';
+    undo->has_commands = false;
+    return GEN_C_OK;
+}
+
+gen_c_status gen_c_undo_describe(gen_c_undo* undo, char const* description) {
+    if (lacks("undo", undo) || lacks("description", description))
+        return GEN_C_BAD_ARGUMENT;
+    undo->manager.add_description(description);
+    return GEN_C_OK;
+}
+
+gen_c_status gen_c_undo_add(gen_c_undo* undo, int redo, char const* command, char const* comment) {
+    if (lacks("undo", undo) || lacks("command", command) || lacks("comment", comment))
+        return GEN_C_BAD_ARGUMENT;
+    if (*command == '\0')
+        return refuse(GEN_C_BAD_ARGUMENT, "command", " is empty");
+    if (redo != 0)
+        undo->manager.add_redo_command(command, comment);
+    else
+        undo->manager.add_undo_command(command, comment);
+    undo->has_commands = true;
+    return GEN_C_OK;
+}
+
+gen_c_status gen_c_undo_end(gen_c_undo* undo) {
+    if (lacks("undo", undo))
+        return GEN_C_BAD_ARGUMENT;
+    undo->manager.end_section();
+    return undo->has_title && undo->has_commands ? GEN_C_OK : GEN_C_NOT_FOUND;
+}
+
+gen_c_status gen_c_undo_commit(gen_c_undo* undo, gen_c_text* path) {
+    if (lacks("undo", undo) || lacks("path", path))
+        return GEN_C_BAD_ARGUMENT;
+    FIO_PATH file;
+    file.directory(undo->directory);
+    file.filename("undo_redo.txt");
+    if (STR const trouble = trouble_of_writing(file.fullpath()); !trouble.empty())
+        return refuse(GEN_C_FAILED, file.fullpath() + ": ", trouble);
+    undo->manager.commit_file();
+    return put(path, file.fullpath());
+}

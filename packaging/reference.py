@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Writes the manual pages of section 3: korvane_gen(3), the library at a glance, and one page a header.
+"""Writes the manual pages of section 3: korvane_gen(3), the library at a glance, one page a header, and for each
+name that a header declares a page that leads to it.
 
     reference.py HEADERS README VERSION DATE OUTPUT
 """
@@ -8,10 +9,12 @@ import pathlib
 import re
 import sys
 
-from header import about, code_of, comment_of, is_comment, paragraphs
-from troff import plain, verbatim
+from declarations import in_columns, public
+from header import about, blocks, code_of, comment_of, is_comment, paragraphs
+from troff import WIDTH, plain, verbatim
 
-EXPORT = "KORVANE_API "
+MARGIN = 7 # columns that man leaves free before what is not indented
+STEP = 4   # by which a comment stands to the right of its declaration
 
 
 def page_name(header):
@@ -20,51 +23,106 @@ def page_name(header):
 
 
 def title(name, version, date):
-    return f'.TH {name.upper()} 3 "{date}" "korvane_gen {version}" "korvane suite"'
+    return f'.TH {name.upper()} 3 "{date}" "korvane_gen {version}" "korvane suite"\n.nr HY 0\n.nh\n.ad l'
 
 
-def told(lines):
-    """The text of a comment: paragraphs, examples indented in it, what @p, @param and @return mark."""
-    result, example = [], []
-    for line in [*lines, ""]:
-        if line.startswith("    ") and not line.lstrip().startswith("@") and (example or not result
-                                                                             or result[-1] == ".PP"):
-            example.append(line[4:])
-            continue
-        if example and line:
-            result += verbatim(example)
-            example = []
-        if not line:
-            if example:
-                result += verbatim(example)
-                example = []
-            if result and result[-1] != ".PP":
-                result.append(".PP")
-            continue
-        text = plain(line.strip())
-        text = re.sub(r"@p (\w+)", r"\\fI\1\\fR", text)
-        if marked := re.match(r"@param (\w+)\s*(.*)", text):
-            result += [".TP", f".I {marked[1]}", marked[2]]
-        elif marked := re.match(r"@return\s*(.*)", text):
-            result += [".TP", "returns", marked[1]]
+def inline(text):
+    """A text with the names of arguments, and code, set off."""
+    text = re.sub(r"@p (\*?\w+)", r"\\fI\1\\fR", plain(text))
+    return re.sub(r"\\\(ga(.+?)\\\(ga", r"\\fB\1\\fR", text)
+
+
+def told(comment, indent):
+    """A comment, as far to the right as it stands."""
+    result = []
+    for block in blocks(comment):
+        if block.kind == "verbatim":
+            result += verbatim(block.lines, indent)
+        elif block.kind == "text":
+            result += [".PP", inline(block.text)]
+        elif block.kind == "item":
+            result += [f".IP {plain(block.label)} {STEP}", inline(block.text)]
+        elif block.kind == "param":
+            result += [".TP", f".I {plain(block.label)}", inline(block.text)]
         else:
-            result.append(text)
-    while result and result[-1] == ".PP":
-        result.pop()
-    return result
+            result += [".TP", "returns", inline(block.text)]
+    return result[1:] if result[:1] == [".PP"] else result
 
 
-def public(lines):
-    """Declarations as their user reads them: no private part, no export marks, no bodies in headers."""
-    text = re.sub(r"^ *private:\n.*?(?=^\})", "", "\n".join(lines), flags=re.M | re.S)
-    result, shift = [], 0
-    for line in text.split("\n"):
-        if shift and line.startswith(" " * shift): # lined up with what stands behind the mark
-            line = line[shift:]
-        shift = len(EXPORT) if EXPORT in line and not re.search(r"[;{}]$", line) else shift
-        if re.search(r"[;{}]$", line):
-            shift = 0
-        result.append(line.replace(EXPORT, ""))
+def told_apart(comment, indent):
+    """The comment on a declaration, below it and a step to the right."""
+    return [f".RS {STEP}", *told(comment, indent + STEP), ".RE"]
+
+
+def shown(lines):
+    """Lines of code as they stand, in the columns that there are."""
+    listed = [part for line in lines for part in in_columns(line, WIDTH - MARGIN)]
+    return [".PP", ".EX", *[plain(line) for line in listed], ".EE"] if listed else []
+
+
+def begins_body(line):
+    return re.match(r"(class|struct|enum|union)\b.*\{$", line) is not None
+
+
+def bodies(sections):
+    """Paragraphs, those of a class put together: the comment on it, and the paragraphs of its body."""
+    body = None
+    for paragraph in sections:
+        code = code_of(paragraph)
+        if body is not None:
+            body.append(paragraph)
+        elif any(begins_body(line) for line in code) and not paragraph[-1].startswith("}"):
+            body = [paragraph]
+        else:
+            yield [paragraph]
+        if body and any(line.startswith("}") for line in code):
+            yield body
+            body = None
+
+
+def member_comment(paragraph):
+    """Comments among enumerators stay where they are; those on a member stand above it."""
+    return comment_of(paragraph) if is_comment(paragraph[0]) else []
+
+
+def without_private(body):
+    """The paragraphs of a class before its private ones."""
+    for paragraph in body:
+        labels = [i for i, line in enumerate(paragraph) if line.strip() == "private:"]
+        if labels:
+            yield [*paragraph[:labels[0]], "};"]
+            return
+        yield paragraph
+
+
+def remark(paragraph):
+    """A comment between declarations, about those that follow it."""
+    if all(line.lstrip().startswith("// ") for line in paragraph):
+        return [".PP", inline(" ".join(line.lstrip()[3:] for line in paragraph))]
+    return []
+
+
+def entry(body):
+    """What a page says of one declaration, several in a row with one comment, or a class with its members."""
+    head, *members = without_private(body)
+    remarks = [line for line in head if line.lstrip().startswith("// ")]
+    comment, code = member_comment(head), public([line for line in code_of(head) if line not in remarks])
+    if not comment or not code:
+        return []
+    result = [*shown(code), *told_apart(comment, MARGIN)]
+    if remarks:
+        result += [f".RS {STEP}", *remark(remarks), ".RE"]
+    for member in members:
+        if text := remark(member):
+            result += [f".RS {STEP}", *text, ".RE"]
+            continue
+        code = public([line for line in code_of(member) if line.strip() != "public:"])
+        comment = member_comment(member)
+        end = [line for line in code if line.startswith("}")] if comment else []
+        result += shown([line for line in code if line not in end])
+        if comment:
+            result += [f".RS {STEP}", *told_apart(comment, MARGIN + STEP), ".RE"]
+        result += shown(end)
     return result
 
 
@@ -74,46 +132,27 @@ def summary(header):
     return sentence[0].lower() + sentence[1:] if sentence[1:2].islower() else sentence
 
 
-def joined(sections):
-    """Paragraphs, those of a class put together: they belong to its body."""
-    body = []
-    for paragraph in sections:
-        if body:
-            body += paragraph
-            if any(line.startswith("}") for line in paragraph):
-                yield body
-                body = []
-        elif any(re.match(r"(class|struct|enum|union|template)\b.*[^;]$", line)
-                 for line in code_of(paragraph)) and not paragraph[-1].startswith("}"):
-            body = paragraph
-        else:
-            yield paragraph
-    if body:
-        yield body
-
-
 def page(header, version, date):
     lines = header.read_text(encoding="utf-8").split("\n")
-    sections = list(joined(paragraphs(lines)))
     result = [title(page_name(header), version, date), ".SH NAME",
               f"{page_name(header)} \\- {plain(summary(header))}", ".SH SYNOPSIS",
-              f".B #include <{header.name}>", ".SH DESCRIPTION", *told(about(header))]
-    included = [line for line in lines if re.match(r'#include "gen', line)]
-    first = True
-    for paragraph in sections:
-        comment = [] if not is_comment(paragraph[0]) else comment_of(
-            paragraph[:next((i for i, line in enumerate(paragraph) if not is_comment(line)),
-                            len(paragraph))])
-        code = public(paragraph[len(comment):])
-        if not comment or not code or not "".join(code).strip():
-            continue
-        if first:
-            result.append(".SH DECLARATIONS")
-            first = False
-        result += [*verbatim(code), ".RS", *told(comment), ".RE"]
-    if first:
+              f".B #include <{header.name}>", ".SH DESCRIPTION", *told(about(header), MARGIN)]
+    declared = [line for body in bodies(paragraphs(lines)) for line in remark(body[0]) or entry(body)]
+    if declared:
+        result += [".SH DECLARATIONS", *declared]
+    else:
+        included = [line for line in lines if re.match('#include "', line)]
         result += [".PP", "It includes:", *verbatim(included)]
     return "\n".join([*result, ".SH SEE ALSO", ".BR korvane_gen (3)", ""])
+
+
+def names(header):
+    """What a header declares outside of classes, each a name that somebody may look up."""
+    text = header.read_text(encoding="utf-8")
+    found = re.findall(r"^(?:KORVANE_API|inline|constexpr)\b[^;{}()=]*?\b(\w+)(?=\(| =|;)", text, re.M)
+    found += re.findall(r"^(?:class|struct|enum|enum class) (?:KORVANE_API )?(\w+)\b[^;]*?\{", text, re.M)
+    found += re.findall(r"^(?:#define|using) (\w+)(?=\(| =)", text, re.M)
+    return sorted(set(found))
 
 
 GLANCE = """\
@@ -137,6 +176,7 @@ A host begins with
 which starts the library up before its body:
 {host}
 .SH HEADERS
+Each has a page, to which the names lead that it declares.
 {headers}
 .SH THREADS
 Tracked allocation, the locale\\-neutral character and number functions and temporary files may be used by several
@@ -158,9 +198,13 @@ def main(directory, readme, version, date, output):
     for old in output.glob("*.3"):
         old.unlink()
     headers = sorted(path for path in directory.glob("*.h"))
+    pages = {page_name(header): page(header, version, date) for header in headers}
+    pages["korvane_gen"] = glance(headers, readme, version, date)
     for header in headers:
-        (output / f"{page_name(header)}.3").write_text(page(header, version, date), encoding="utf-8")
-    (output / "korvane_gen.3").write_text(glance(headers, readme, version, date), encoding="utf-8")
+        for name in names(header):
+            pages.setdefault(name, f".so man3/{page_name(header)}.3\n")
+    for name, text in pages.items():
+        (output / f"{name}.3").write_text(text, encoding="utf-8")
 
 
 if __name__ == "__main__":

@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
-"""Reads the manual pages as man does, and runs the example that gen_query(1) shows of each subcommand: it must
-print what the page, and so --help, says.
+"""Reads every manual page as man shows it in 80 columns, and runs the example that gen_query(1) shows of each subcommand:
+it must print what the page, and so --help, says.
 
     pages.py PACKAGING HEADERS GEN_QUERY SUITE
 """
 
+import functools
 import os
 import pathlib
 import re
@@ -16,16 +17,21 @@ sys.path += [str(pathlib.Path(__file__).parents[1]), str(pathlib.Path(__file__).
              str(pathlib.Path(__file__).parents[2] / "packaging")]
 import describe  # noqa: E402
 import examples  # noqa: E402
+import header  # noqa: E402
 import manual  # noqa: E402
 import reference  # noqa: E402
 import staging  # noqa: E402
 
 
+LEFT_OVER = re.compile(r"@(?:p|param|return)\b|^ *///|\\f[BIR]|`\w[^`]*`")
+
+
+@functools.cache
 def rendered(page):
     """The page as text. Anything that man has to say about it is a failure."""
     done = subprocess.run(["man", "--warnings", "-l", page], stdout=subprocess.PIPE,
                           stderr=subprocess.PIPE, text=True, check=True,
-                          env={**os.environ, "MANWIDTH": "200", "LC_ALL": "C.UTF-8"})
+                          env={**os.environ, "MANWIDTH": "80", "LC_ALL": "C.UTF-8"})
     if done.stderr:
         sys.exit(f"{page}: {done.stderr}")
     return done.stdout
@@ -61,14 +67,50 @@ def run_examples(root_command, binary, suite):
                     yield f"{' '.join(path)}: $ {line}\n{output}"
 
 
-def unnamed(pages, headers):
-    """Complaints about functions that the page of their header does not name."""
-    for header in sorted(headers.glob("*.h")):
-        name_of_page = reference.page_name(header)
-        page = rendered(pages / f"{name_of_page}.3")
-        for name in sorted(set(re.findall(r"KORVANE_API\s[^;{}()]*?\b(\w+)\s*\(", header.read_text(encoding="utf-8")))):
-            if not re.search(rf"\b{name}\b", page):
-                yield f"{name_of_page}(3) does not name {name}"
+def defects(page):
+    """Complaints about a page that hold of any."""
+    for line in rendered(page).split("\n"):
+        if len(line) > 80:
+            yield f"{page.name}: more than 80 columns: {line}"
+        if LEFT_OVER.search(line):
+            yield f"{page.name}: a mark is left over: {line}"
+
+
+def lost_lines(page, path):
+    """Complaints about rows of examples and tables, and items of lists, that do not begin a line of their own."""
+    lines = [" ".join(line.split()) for line in rendered(page).split("\n")]
+    for paragraph in header.paragraphs(path.read_text(encoding="utf-8").split("\n")):
+        for block in header.blocks(header.comment_of(paragraph)):
+            begun = [block.label] if block.kind == "item" else []
+            if block.kind == "verbatim":
+                # The rows of a table, not what goes on with their last column.
+                begun = [" ".join(line.split("  ")[0].split()[:3]) for line in block.lines if line[:1].strip()]
+            for text in begun:
+                if not any(line.startswith(text) for line in lines):
+                    yield f"{page.name}: not a line of its own: {text}"
+
+
+def unnamed(pages, path):
+    """Complaints about functions and classes that the page of their header does not name, or that lead elsewhere."""
+    name_of_page = reference.page_name(path)
+    text = re.sub(r"^  private:\n.*?^\}", "", path.read_text(encoding="utf-8"), flags=re.M | re.S)
+    functions = set(re.findall(r"^KORVANE_API\s[^;{}()]*?\b(\w+)\s*\(", text, re.M))
+    members = set(re.findall(r"^ +KORVANE_API\s[^;{}()]*?\b(\w+)\s*\(", text, re.M))
+    classes = set(re.findall(r"^class (?:KORVANE_API )?(\w+) \{", text, re.M))
+    for name in sorted(functions | members | classes):
+        if not re.search(rf"\b{name}\b", rendered(pages / f"{name_of_page}.3")):
+            yield f"{name_of_page}(3) does not name {name}"
+    for name in sorted(functions | classes):
+        link = pages / f"{name}.3"
+        if not link.exists() or link.read_text(encoding="utf-8") != f".so man3/{name_of_page}.3\n":
+            yield f"{name}(3) does not lead to {name_of_page}(3)"
+
+
+def found_by_name(packaging, name, wanted):
+    """What `man name` shows where the pages are installed."""
+    shown = subprocess.run(["man", "-M", packaging, name], text=True, capture_output=True, check=False,
+                           env={**os.environ, "LC_ALL": "C.UTF-8"}).stdout
+    return [] if wanted in shown else [f"man {name} does not show {wanted}"]
 
 
 def main(packaging, headers, binary, suite):
@@ -78,12 +120,17 @@ def main(packaging, headers, binary, suite):
     complaints += [f"gen_query(1) says nothing of {' '.join(path)}"
                    for path, command in root_command.all()
                    if not command.commands and f"\n   {' '.join(path)}\n" not in page]
-    pages = sorted((packaging / "man3").glob("*.3"))
-    if len(pages) != len(list(headers.glob("*.h"))) + 1:
-        complaints.append(f"{len(pages)} pages in section 3")
+    every = [*(packaging / "man1").glob("*.1"), *(packaging / "man3").glob("*.3")]
+    pages = sorted(path for path in every if not path.read_text(encoding="utf-8").startswith(".so"))
+    if len(pages) != len(list(headers.glob("*.h"))) + 2:
+        complaints.append(f"{len(pages)} pages")
     complaints += [f"{path} is empty" for path in pages if len(rendered(path)) < 300]
-    complaints += unnamed(packaging / "man3", headers)
-    print("\n".join(complaints) or f"{len(pages) + 1} pages read")
+    complaints += [complaint for path in pages for complaint in defects(path)]
+    for path in sorted(headers.glob("*.h")):
+        complaints += lost_lines(packaging / f"man3/{reference.page_name(path)}.3", path)
+        complaints += unnamed(packaging / "man3", path)
+    complaints += found_by_name(packaging, "gen_find_file", "gen_path_find.h")
+    print("\n".join(complaints) or f"{len(pages)} pages read, to which {len(every) - len(pages)} names lead")
     return 1 if complaints else 0
 
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """What Doxygen reads of a public header: the first comment is said to be about the file, and one above
-several declarations is repeated for each of them; all of it belongs to the group of its family.
+several declarations is repeated for each of them; examples and tables are marked, so that they keep their lines;
+all of it belongs to the group of its family.
 
     doxygen_filter.py HEADER
 """
@@ -9,7 +10,7 @@ import pathlib
 import re
 import sys
 
-from header import code_of, is_comment, paragraphs
+from header import blocks, code_of, comment_of, is_comment, paragraphs
 
 
 FAMILIES = {
@@ -54,13 +55,28 @@ def declarations(code):
     return [part for part in parts if part]
 
 
+def marked(comment, indent):
+    """A comment with its blocks marked as Doxygen wants them."""
+    for block in blocks(comment):
+        lines = [line.strip() for line in block.lines]
+        if block.kind == "verbatim":
+            lines = ["~~~{.unparsed}", *block.lines, "~~~"]
+        elif block.kind == "item":
+            lines = [f"{block.label} {lines[0]}", *(" " * len(block.label) + " " + line for line in lines[1:])]
+        elif block.kind != "text":
+            lines[0] = f"@{block.kind} {block.label} {lines[0]}"
+        for line in [*lines, ""]:
+            yield f"{indent}/// {line}".rstrip()
+
+
 def repeated(paragraph):
     """The comment above each of the declarations that it is about."""
-    code = code_of(paragraph)
-    if not is_comment(paragraph[0]) or not code:
+    if not is_comment(paragraph[0]):
         return paragraph
-    comment = [line for line in paragraph if is_comment(line)]
-    return [line for part in declarations(code) for line in comment + part]
+    indent = paragraph[0][:paragraph[0].index("/")]
+    code = code_of(paragraph)
+    comment = list(marked(comment_of(paragraph), indent))[:-1]
+    return [line for part in declarations(code) for line in comment + part] if code else comment
 
 
 def filtered(header):

@@ -2,7 +2,7 @@
 
 import re
 
-MARK = re.compile(r"KORVANE_(?:API|PRINTF\(\d+, \d+\)) ?")
+MARK = re.compile(r"(?<!#define )KORVANE_(?:API|PRINTF\(\d+, \d+\)) ?")
 
 
 def without_bodies(code):
@@ -32,11 +32,12 @@ def without_bodies(code):
 def public(lines):
     """The declarations in these lines, one a line however long, and enumerators with their comments."""
     text = re.sub(r"^ *private:\n.*?(?=^\}|\Z)", "", "\n".join(lines), flags=re.M | re.S)
+    text = re.sub(r"^(class [^\n]*\{\n)(?!  public:)[^}]*\Z", r"\1  public:", text, flags=re.M)
     text = re.sub(r"^(#define .*?) *\\\n(?:.*\\\n)*.*$", r"\1", text, flags=re.M)
     text = without_bodies(MARK.sub("", re.sub(r"\s+(KORVANE_PRINTF)", r" \1", text))).replace(" ;", ";")
     result = []
     for line in text.split("\n"):
-        if goes_on(result):
+        if goes_on(result) and not line.startswith("}"):
             result[-1] += ("" if result[-1].endswith("(") else " ") + line.strip()
         elif line.strip():
             result.append(line.rstrip())
@@ -47,8 +48,8 @@ def goes_on(lines):
     """Whether the last of these lines is not the end of a declaration yet."""
     if not lines or lines[-1].startswith("#"):
         return False
-    code = re.sub(r" *//.*", "", lines[-1])
-    return bool(code) and (code.count("(") > code.count(")") or not re.search(r"[;{}:,>]$", code))
+    code, remark, _ = lines[-1].partition("//")
+    return code.count("(") > code.count(")") or not (remark or re.search(r"[;{}:,>]$", code))
 
 
 def in_columns(line, width):

@@ -18,6 +18,7 @@ FAMILIES = {
     "fio": "Files",
     "gen_bindata": "Histogram bins",
     "gen_bp_parser": "Conditions",
+    "gen_c": "C interface",
     "gen_dyn_flag": "Flags",
     "gen_exe": "Start-up",
     "gen_iterator_sys": "Enumerations",

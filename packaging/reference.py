@@ -61,7 +61,7 @@ def shown(lines):
 
 
 def begins_body(line):
-    return re.match(r"(class|struct|enum|union)\b.*\{$", line) is not None
+    return re.match(r"(typedef )?(class|struct|enum|union)\b.*\{$", line) is not None
 
 
 def bodies(sections):
@@ -150,7 +150,7 @@ def names(header):
     """What a header declares outside of classes, each a name that somebody may look up."""
     text = header.read_text(encoding="utf-8")
     found = re.findall(r"^(?:KORVANE_API|inline|constexpr)\b[^;{}()=]*?\b(\w+)(?=\(| =|;)", text, re.M)
-    found += re.findall(r"^(?:class|struct|enum|enum class) (?:KORVANE_API )?(\w+)\b[^;]*?\{", text, re.M)
+    found += re.findall(r"^(?:typedef )?(?:class|struct|enum|enum class) (?:KORVANE_API )?(\w+)\b[^;]*?\{", text, re.M)
     found += re.findall(r"^(?:#define|using) (\w+)(?=\(| =)", text, re.M)
     return sorted(set(found))
 

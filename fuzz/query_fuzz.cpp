@@ -7,19 +7,17 @@
 // - `time stopwatch`, which starts a program, and `machine`, which asks for hosts;
 // - `env` and `text fold --locale`, which keep what they are told for as long as the process lives.
 
-#include "command.h"
 #include "fuzz_input.h"
 #include "gen_exe.h"
 #include "gen_path.h"
 #include "input.h"
 #include "mem.h"
+#include "query.h"
 #include "scratch_directory.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <iostream>
-#include <sstream>
 #include <utility>
 #include <vector>
 
@@ -99,10 +97,6 @@ class Ground {
         char const* arguments[] = {m_module.c_str(), nullptr};
         gen_exe_init(1, arguments);
     }
-    ~Ground() {
-        std::cout.rdbuf(m_cout);
-        std::cerr.rdbuf(m_cerr);
-    }
     Ground(Ground const&) = delete;
     Ground& operator=(Ground const&) = delete;
 
@@ -119,7 +113,6 @@ class Ground {
             text->clear();
         for (char const* name : {"profile_dll_usage", "list_dll_details", "report_modules_flow"})
             mem_cfg_unset(name);
-        m_told.str("");
         for (auto const& entry : std::filesystem::directory_iterator(m_project))
             std::filesystem::remove_all(entry);
     }
@@ -129,9 +122,6 @@ class Ground {
     std::filesystem::path m_project = m_scratch.path() / "project";
     std::filesystem::path m_outside = std::filesystem::current_path();
     std::string m_module;
-    std::ostringstream m_told; ///< what the parser of command lines says
-    std::streambuf* m_cout = std::cout.rdbuf(m_told.rdbuf());
-    std::streambuf* m_cerr = std::cerr.rdbuf(m_told.rdbuf());
 };
 
 /// What the process reads and writes for the span of one command.
@@ -167,13 +157,12 @@ void run(Line const& line) {
     std::vector<char const*> arguments{"gen_query"};
     for (std::string const& argument : line.arguments)
         arguments.push_back(argument.c_str());
-    Commands commands;
-    add_all(commands);
+    std::unique_ptr<Commands> const commands = all_commands();
     Streams const streams(line.input);
-    int const status = commands.run(static_cast<int>(arguments.size()), arguments.data());
+    int const status =
+        run_gen_query(*commands, static_cast<int>(arguments.size()), arguments.data());
     require(status == STATUS_YES || status == STATUS_NO || status == STATUS_USAGE, "exit status");
-    // Without an answer, as for --help, nothing is printed there.
-    if (asks_for_json(line.arguments) && !streams.output().empty())
+    if (asks_for_json(line.arguments) && !asks_for_help(line.arguments))
         require(nlohmann::json::accept(streams.output()), "the answer is JSON");
 }
 

@@ -67,6 +67,12 @@ class Answer {
         std::vector<Emphasis> emphasis = {}; ///< one a row; none where it is shorter
     };
 
+    Answer() = default;
+    explicit Answer(bool for_scripts) : m_for_scripts(for_scripts) {}
+
+    /// Whether it will be shown as JSON.
+    bool for_scripts() const { return m_for_scripts; }
+
     void field(std::string key, Value value) {
         add(std::move(key), std::move(value), Shown::labelled);
     }
@@ -84,7 +90,7 @@ class Answer {
     void view(Value::List rows, std::vector<Emphasis> emphasis) {
         m_entries.push_back({"", std::move(rows), Shown::view, std::move(emphasis)});
     }
-    /// A line for people alone, written to standard error: why nothing was found, for example.
+    /// A line for standard error: why nothing was found, for example.
     void remark(std::string text) { m_remarks.push_back(std::move(text)); }
 
     std::vector<Entry> const& entries() const { return m_entries; }
@@ -95,12 +101,13 @@ class Answer {
         m_entries.push_back({std::move(key), std::move(value), shown});
     }
 
+    bool m_for_scripts = false;
     std::vector<Entry> m_entries;
     std::vector<std::string> m_remarks;
 };
 
 /// Writes the answer for people; a key's "_" are shown as blanks.
 void print_text(Answer const& answer, std::FILE* stream);
-/// Writes the answer as one JSON object. Bytes that are not UTF-8 become U+FFFD, since JSON has no
-/// way to say them.
-void print_json(Answer const& answer, std::FILE* stream);
+/// Writes the answer as one JSON object, with the remarks as a member "error" if the answer is none
+/// to be glad of. Bytes that are not UTF-8 become U+FFFD, since JSON has no way to say them.
+void print_json(Answer const& answer, bool is_error, std::FILE* stream);

@@ -63,13 +63,23 @@ class JsonWriter {
     int m_depth = 0;
 };
 
+std::string joined(std::vector<std::string> const& lines) {
+    std::string all;
+    for (std::string const& line : lines)
+        all += (all.empty() ? "" : "\n") + line;
+    return all;
+}
+
 } // namespace
 
-void print_json(Answer const& answer, std::FILE* stream) {
+void print_json(Answer const& answer, bool is_error, std::FILE* stream) {
     std::vector<Answer::Entry const*> told;
     for (Answer::Entry const& entry : answer.entries())
         if (entry.shown != Answer::Shown::view)
             told.push_back(&entry);
+    Answer::Entry const error{"error", joined(answer.remarks()), Answer::Shown::hidden};
+    if (is_error && !answer.remarks().empty())
+        told.push_back(&error);
     JsonWriter writer(stream);
     writer.sequence('{', '}', told, [&writer](Answer::Entry const* entry) {
         writer.member(entry->key, entry->value);

@@ -2,13 +2,14 @@
 
 /// How a family adds its subcommands to gen_query.
 
+#include <functional>
+#include <list>
 #include <memory>
+#include <string_view>
+#include <utility>
 
 #include "answer.h"
-
-namespace CLI {
-class App;
-}
+#include "option.h"
 
 /// What the process ends with.
 enum Status : int {
@@ -21,12 +22,13 @@ constexpr Status status_of(bool yes) {
     return yes ? STATUS_YES : STATUS_NO;
 }
 
-/// One subcommand. Its options and arguments are members of the class that implements it.
+/// One subcommand, made anew for every command line. Its options and arguments are members of the
+/// class that implements it.
 class Command {
   public:
     virtual ~Command() = default;
     /// Declares the options and arguments; --json and --help are there already.
-    virtual void declare(CLI::App& app) = 0;
+    virtual void declare(Options& /*options*/) {}
     /// Asks gen and describes what it said.
     virtual Status run(Answer& answer) = 0;
 };
@@ -38,36 +40,39 @@ struct Help {
     char const* example; ///< a command line, and what it prints
 };
 
-/// All subcommands of gen_query.
+/// A subcommand, or a family with the subcommands below it.
 class Commands {
   public:
-    Commands();
-    ~Commands();
-    Commands(Commands const&) = delete;
-    Commands& operator=(Commands const&) = delete;
+    using Maker = std::function<std::unique_ptr<Command>()>;
 
-    /// A subcommand that only groups others.
-    CLI::App& family(Help const& help);
-    /// A subcommand of its own, or one of a family.
+    explicit Commands(Help const& help, Maker make = {}) : m_help(help), m_make(std::move(make)) {}
+
+    /// What is added from now on is listed under this heading; under "" it is not listed.
+    void group(char const* heading) { m_next_heading = heading; }
+    Commands& family(Help const& help);
     template <typename COMMAND>
     void add(Help const& help) {
-        add(top(), help, std::make_unique<COMMAND>());
+        add(help, [] { return std::make_unique<COMMAND>(); });
     }
-    template <typename COMMAND>
-    void add(CLI::App& family, Help const& help) {
-        add(family, help, std::make_unique<COMMAND>());
-    }
+    void add(Help const& help, Maker make);
 
-    /// Runs what the command line asks for, prints the answer and gives the exit status.
-    int run(int argc, char const* const* argv);
+    /// Whether it is gen_query itself.
+    bool is_root() const { return m_is_root; }
+    Help const& help() const { return m_help; }
+    char const* heading() const { return m_heading; }
+    bool is_family() const { return m_make == nullptr; }
+    bool is_hidden() const { return *m_heading == '\0'; }
+    std::list<Commands> const& below() const { return m_below; }
+    Commands const* find(std::string_view name) const;
+    std::unique_ptr<Command> make() const { return m_make(); }
 
   private:
-    struct State;
-
-    CLI::App& top();
-    void add(CLI::App& parent, Help const& help, std::unique_ptr<Command> command);
-
-    std::unique_ptr<State> m_state;
+    Help m_help;
+    Maker m_make;
+    bool m_is_root = true;
+    char const* m_heading = "";
+    char const* m_next_heading = "Subcommands";
+    std::list<Commands> m_below;
 };
 
 // The families, each in the source file of its name.
@@ -92,5 +97,5 @@ void add_undo(Commands& commands);
 void add_units(Commands& commands);
 void add_where(Commands& commands);
 
-/// All of them.
-void add_all(Commands& commands);
+/// gen_query with all of them. It stays where it is: some know its address.
+std::unique_ptr<Commands> all_commands();

@@ -1,37 +1,13 @@
 #include "command.h"
 #include "input.h"
+#include "reports.h"
 
 #include "condition_tree.h"
-#include "err_report.h"
 #include "gen_bp_parser.h"
 
-#include <CLI/CLI.hpp>
-
 #include <array>
-#include <map>
 
 namespace {
-
-/// Counts the internal errors reported in its scope by their condition, instead of one line each.
-class InternalErrors {
-  public:
-    InternalErrors() : m_previous(err_set_internal_error_handler(count)) { counted().clear(); }
-    ~InternalErrors() { err_set_internal_error_handler(m_previous); }
-    InternalErrors(InternalErrors const&) = delete;
-    InternalErrors& operator=(InternalErrors const&) = delete;
-
-    static std::map<std::string, std::size_t>& counted() {
-        static std::map<std::string, std::size_t> counts;
-        return counts;
-    }
-
-  private:
-    static void count(char const* condition, char const*, char const*, int) {
-        ++counted()[condition];
-    }
-
-    ERR_HANDLER m_previous;
-};
 
 /// What gen says of one condition.
 struct Rewritten {
@@ -39,7 +15,7 @@ struct Rewritten {
     ConditionTokens tokens;
     std::string prefix;
     std::vector<std::string> diagnostics;
-    std::map<std::string, std::size_t> internal_errors;
+    std::vector<Reports::Report> internal_errors;
     bool failed = false;
 };
 
@@ -51,7 +27,7 @@ void take_tokens(GEN_BP_PARSER& parser, Rewritten& rewritten) {
 
 Rewritten rewrite(std::string_view condition, bool with_tokens) {
     Rewritten result{std::string(condition), {}, {}, {}, {}, false};
-    InternalErrors errors;
+    Reports reports;
     GEN_BP_PARSER parser;
     STR expression(condition);
     if (with_tokens) {
@@ -63,7 +39,7 @@ Rewritten rewrite(std::string_view condition, bool with_tokens) {
     result.prefix = expression;
     for (std::string_view const line : lines_of(parser.error_text()))
         result.diagnostics.emplace_back(line);
-    result.internal_errors = InternalErrors::counted();
+    result.internal_errors = reports.take();
     return result;
 }
 
@@ -82,8 +58,11 @@ Value::List list_of(std::vector<std::string> const& texts) {
     return Value::List(texts.begin(), texts.end());
 }
 
-Value::Record record_of(std::map<std::string, std::size_t> const& counts) {
-    return Value::Record(counts.begin(), counts.end());
+Value::Record record_of(std::vector<Reports::Report> const& reports) {
+    Value::Record record;
+    for (auto const& [condition, times] : reports)
+        record.emplace_back(condition, times);
+    return record;
 }
 
 void remark_errors(Answer& answer, Rewritten const& rewritten, std::string const& place) {
@@ -100,19 +79,19 @@ void remark_errors(Answer& answer, Rewritten const& rewritten, std::string const
 
 class Condition : public Command {
   public:
-    void declare(CLI::App& app) override {
-        m_text = app.add_option("condition", m_condition, "The condition, in quotes of your shell");
-        auto* const many = app.add_flag("--stdin", m_stdin,
-                                        "Rewrite each line of standard input, a line for a line");
-        many->excludes(m_text);
-        app.add_flag("--tokens", m_tokens, "Show what the condition is made of")->excludes(many);
-        app.add_flag("--tree", m_tree, "Draw the prefix form as a tree")->excludes(many);
+    void declare(Options& options) override {
+        options.argument("condition", &m_condition, "The condition, in quotes of your shell");
+        options.flag("--stdin", m_stdin, "Rewrite each line of standard input, a line for a line")
+            .excludes("condition");
+        options.flag("--tokens", m_tokens, "Show what the condition is made of")
+            .excludes("--stdin");
+        options.flag("--tree", m_tree, "Draw the prefix form as a tree").excludes("--stdin");
     }
 
     Status run(Answer& answer) override {
         if (m_stdin)
             return run_many(answer);
-        if (m_text->count() == 0) {
+        if (!m_condition) {
             answer.remark("condition: give a condition, or --stdin");
             return STATUS_USAGE;
         }
@@ -121,7 +100,7 @@ class Condition : public Command {
 
   private:
     Status run_one(Answer& answer) {
-        Rewritten const rewritten = rewrite(m_condition, m_tokens || m_tree);
+        Rewritten const rewritten = rewrite(*m_condition, m_tokens || m_tree);
         answer.detail("condition", rewritten.condition);
         if (m_tokens)
             answer.table("tokens", token_rows(rewritten));
@@ -161,8 +140,7 @@ class Condition : public Command {
         return status_of(!failed);
     }
 
-    std::string m_condition;
-    CLI::Option* m_text = nullptr;
+    std::optional<std::string> m_condition;
     bool m_stdin = false;
     bool m_tokens = false;
     bool m_tree = false;

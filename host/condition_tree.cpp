@@ -1,6 +1,6 @@
 #include "condition_tree.h"
 
-#include "err_report.h"
+#include "reports.h"
 
 #include <algorithm>
 #include <array>
@@ -19,8 +19,7 @@ constexpr char comma_of_a_word = '\x01';
 
 /// The prefix form, without a second report of what is wrong with the tokens.
 std::string prefix_for_reading(ConditionTokens const& tokens) {
-    ERR_HANDLER const previous =
-        err_set_internal_error_handler([](char const*, char const*, char const*, int) {});
+    Reports const muted;
     GEN_BP_PARSER parser;
     for (auto const& [type, text] : tokens) {
         STR word(text);
@@ -29,7 +28,6 @@ std::string prefix_for_reading(ConditionTokens const& tokens) {
     }
     STR prefix;
     parser.parse_string(&prefix);
-    err_set_internal_error_handler(previous);
     return std::string(prefix);
 }
 

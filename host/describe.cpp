@@ -1,70 +1,71 @@
-#include "command.h"
-
-#include <CLI/CLI.hpp>
+#include "help.h"
 
 namespace {
 
-/// One option or positional argument, as --help tells of it.
-Value describe(CLI::Option const& option) {
-    Value::List names;
-    for (std::string const& name : option.get_snames())
-        names.emplace_back("-" + name);
-    for (std::string const& name : option.get_lnames())
-        names.emplace_back("--" + name);
-    bool const takes_value = option.get_items_expected_max() > 0;
-    std::string const type = option.get_type_name();
+Value text_or_none(std::string const& text) {
+    return text.empty() ? Value() : Value(text);
+}
+
+Value::List list_of(std::vector<std::string> const& texts) {
+    return Value::List(texts.begin(), texts.end());
+}
+
+Value describe(Option const& option) {
+    bool const is_argument = option.kind == Option::Kind::argument;
     return Value::Record{
-        {"names", std::move(names)},
-        {"positional", option.get_positional() ? Value(option.get_name(true)) : Value()},
-        {"value", takes_value ? Value(type.substr(0, type.find(':'))) : Value()},
-        {"domain", type.find(':') != type.npos ? Value(type.substr(type.find(':') + 1)) : Value()},
-        {"default", option.get_default_str().empty() ? Value() : Value(option.get_default_str())},
-        {"required", option.get_required()},
-        {"repeated", option.get_items_expected_max() > 1},
-        {"summary", option.get_description()},
+        {"names", is_argument ? Value::List() : list_of(option.names)},
+        {"positional", is_argument ? Value(option.name()) : Value()},
+        {"value", text_or_none(option.value_type)},
+        {"choices", list_of(option.choices)},
+        {"default", text_or_none(option.initial)},
+        {"required", option.is_required},
+        {"repeated", option.is_list()},
+        {"takes_rest", option.takes_rest},
+        {"excludes", list_of(option.excluded)},
+        {"summary", option.summary},
     };
 }
 
 /// A command with all that is below it. The nesting is that of the code: two levels.
-Value describe(CLI::App const& app) {
+Value describe(Commands const& commands) {
+    std::unique_ptr<Command> const command = commands.is_family() ? nullptr : commands.make();
+    CommonOptions common;
+    Options const declared = options_of(command.get(), common, commands.is_root());
     Value::List options;
-    for (CLI::Option const* const option : app.get_options())
-        options.push_back(describe(*option));
-    Value::List commands;
-    for (CLI::App const* const command : app.get_subcommands({}))
-        if (!command->get_group().empty())
-            commands.push_back(describe(*command));
-    return Value::Record{{"name", app.get_name()},
-                         {"summary", app.get_description()},
+    for (Option const& option : declared.all())
+        if (!option.is_hidden)
+            options.push_back(describe(option));
+    Value::List below;
+    for (Commands const& one : commands.below())
+        if (!one.is_hidden())
+            below.push_back(describe(one));
+    return Value::Record{{"name", commands.help().name},
+                         {"summary", commands.help().summary},
                          {"options", std::move(options)},
-                         {"footer", app.get_footer()},
-                         {"commands", std::move(commands)}};
+                         {"footer", commands.help().example},
+                         {"commands", std::move(below)}};
 }
 
 /// What the manual page and the completion of the shells are made from, so that they say what
 /// --help says.
 class Describe : public Command {
   public:
-    void declare(CLI::App& app) override {
-        m_root = app.get_parent();
-        app.group(""); // of no use to people: --help does not list it
-    }
+    explicit Describe(Commands const& root) : m_root(root) {}
 
     Status run(Answer& answer) override {
-        answer.detail("gen_query", describe(*m_root));
+        answer.detail("gen_query", describe(m_root));
         return STATUS_YES;
     }
 
   private:
-    CLI::App const* m_root = nullptr;
+    Commands const& m_root;
 };
 
 } // namespace
 
 void add_describe(Commands& commands) {
-    commands.add<Describe>({
-        .name = "describe",
-        .summary = "Describes the subcommands to other programs, with --json",
-        .example = "  $ gen_query describe --json",
-    });
+    commands.add({.name = "describe",
+                  .summary = "Describes the subcommands to other programs, with --json",
+                  .example = "  $ gen_query describe --json"},
+                 [&commands] { return std::make_unique<Describe>(commands); });
 }

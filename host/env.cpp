@@ -2,8 +2,6 @@
 
 #include "gen_os_info_paths.h"
 
-#include <CLI/CLI.hpp>
-
 #include <cstdlib>
 #include <optional>
 
@@ -20,10 +18,10 @@ Value::Record search_paths() {
 
 class Env : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("tool", m_tool, "The file name of the tool to be started")->required();
-        app.add_option("--platform", m_platform, "Ask as if KORVANE_PLATFORM were this");
-        app.add_option("--bit-type", m_bit_type, "Ask as if KORVANE_BIT_TYPE were this");
+    void declare(Options& options) override {
+        options.argument("tool", &m_tool, "The file name of the tool to be started").required();
+        options.value("--platform", &m_platform, "Ask as if KORVANE_PLATFORM were this");
+        options.value("--bit-type", &m_bit_type, "Ask as if KORVANE_BIT_TYPE were this");
     }
 
     Status run(Answer& answer) override {

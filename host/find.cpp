@@ -3,21 +3,19 @@
 
 #include "gen_path.h"
 
-#include <CLI/CLI.hpp>
-
 namespace {
 
 class Find : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("name", m_names, "File names, as a design would write them")->required();
-        m_project.declare(app);
-        auto* const eda = app.add_flag("--eda", m_eda, "Look in the EDA libraries alone");
-        auto* const all = m_view.declare(app);
+    void declare(Options& options) override {
+        options.argument("name", &m_names, "File names, as a design would write them").required();
+        m_project.declare(options);
+        options.flag("--eda", m_eda, "Look in the EDA libraries alone");
+        m_view.declare(options);
         // All are found by denying each hit, and the cache would keep that.
-        app.add_flag("--cached", m_cached, "Use the cache: a name asked twice is looked up once")
-            ->excludes(eda)
-            ->excludes(all);
+        options.flag("--cached", m_cached, "Use the cache: a name asked twice is looked up once")
+            .excludes("--eda")
+            .excludes("--all");
     }
 
     Status run(Answer& answer) override {
@@ -90,17 +88,16 @@ class Find : public Command {
 constexpr Help help = {
     .name = "find",
     .summary = "Finds the file that a name means, and tells why that one",
-    .example =
-        "  $ gen_query find adder.v\n"
-        "  /opt/korvane/project/adder.v\n"
-        "  $ gen_query find adder.v --user-libs /opt/korvane/home/ada/lib --all\n"
-        "  standing  group              path\n"
-        "  wins      project            /opt/korvane/project/adder.v\n"
-        "  shadowed  user libraries     /opt/korvane/home/ada/lib/adder.v\n"
-        "  ...\n"
-        "Asked are the project, its database, the project's libraries, the user's libraries,\n"
-        "the project's parablocks and the shipped libraries, in this order.\n"
-        "The exit status is 0 when every name is found, else 1.",
+    .example = "  $ gen_query find adder.v\n"
+               "  /opt/korvane/project/adder.v\n"
+               "  $ gen_query find adder.v --user-libs /opt/korvane/home/ada/lib --all\n"
+               "  standing  group              path\n"
+               "  wins      project            /opt/korvane/project/adder.v\n"
+               "  shadowed  user libraries     /opt/korvane/home/ada/lib/adder.v\n"
+               "  ...\n"
+               "Asked are the project, its database, the project's libraries, the user's\n"
+               "libraries, the project's parablocks and the shipped libraries, in this order.\n"
+               "The exit status is 0 when every name is found, else 1.",
 };
 
 } // namespace

@@ -4,8 +4,6 @@
 
 #include "gen_dyn_flag.h"
 
-#include <CLI/CLI.hpp>
-
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
@@ -46,7 +44,7 @@ struct SweepRecorder : GEN_DYN_FLAG_CLEARER {
 struct Reply {
     std::string answer;
     std::vector<unsigned> sweeps;
-    std::vector<std::string> reports;
+    std::vector<Reports::Report> reports;
 };
 
 /// The manager's counts of its slots.
@@ -200,10 +198,8 @@ class Prompt {
 
 class Flags : public Command {
   public:
-    void declare(CLI::App& app) override { m_app = &app; }
-
     Status run(Answer& answer) override {
-        bool const interactive = isatty(STDIN_FILENO) == 1 && m_app->count("--json") == 0;
+        bool const interactive = isatty(STDIN_FILENO) == 1 && !answer.for_scripts();
         Prompt prompt(interactive);
         Session session;
         std::size_t number = 0;
@@ -224,7 +220,6 @@ class Flags : public Command {
             std::string const problem =
                 "line " + std::to_string(number) + ": not a step: " + std::string(trimmed(*line));
             answer.remark(problem);
-            answer.detail("problem", problem);
             return STATUS_USAGE;
         }
         if (std::ferror(stdin) != 0) {
@@ -240,7 +235,9 @@ class Flags : public Command {
         Value::List sweeps;
         for (unsigned const mask : reply.sweeps)
             sweeps.emplace_back(hex(mask));
-        Value::List const reports(reply.reports.begin(), reply.reports.end());
+        Value::List reports;
+        for (auto const& [condition, times] : reply.reports)
+            reports.insert(reports.end(), times, condition);
         m_reported = m_reported || !reports.empty();
         if (interactive)
             show(reply, sweeps);
@@ -255,8 +252,8 @@ class Flags : public Command {
         now.plain("answer", reply.answer);
         if (!sweeps.empty())
             now.field("swept", sweeps);
-        for (std::string const& report : reply.reports)
-            now.field("reported", report);
+        for (auto const& [condition, times] : reply.reports)
+            now.field("reported", condition);
         print_text(now, stdout);
         std::fflush(stdout);
     }
@@ -275,7 +272,6 @@ class Flags : public Command {
         answer.detail("slots", session.slot_records());
     }
 
-    CLI::App* m_app = nullptr;
     Value::List m_steps;
     bool m_reported = false;
 };

@@ -4,8 +4,6 @@
 
 #include "gen_bindata.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -176,15 +174,12 @@ class Picture {
 
 class Histogram : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("file", m_file, "The numbers; standard input if not given")
-            ->type_name("FILE");
-        app.add_option("-l,--low", m_low, "Lower edge of the first bin; least number if not given");
-        app.add_option("-u,--high", m_high,
-                       "Upper edge of the last bin; greatest number if not given");
-        app.add_option("-b,--bins", m_bins, "Number of bins")
-            ->check(CLI::Range(1U, 1000000U))
-            ->capture_default_str();
+    void declare(Options& options) override {
+        options.argument("file", &m_file, "The numbers; standard input if not given").file();
+        options.value("-l,--low", &m_low, "Lower edge of the first bin; least number if not given");
+        options.value("-u,--high", &m_high,
+                      "Upper edge of the last bin; greatest number if not given");
+        options.value("-b,--bins", &m_bins, "Number of bins").between(1, 1000000);
     }
 
     Status run(Answer& answer) override {
@@ -209,7 +204,6 @@ class Histogram : public Command {
   private:
     static Status refuse(std::string const& problem, Answer& answer) {
         answer.remark(problem);
-        answer.detail("problem", problem);
         return STATUS_USAGE;
     }
 
@@ -291,8 +285,8 @@ class Histogram : public Command {
             answer.field("not_counted", outside);
         else
             answer.detail("not_counted", outside);
-        for (std::string const& report : m_reported)
-            answer.field("reported", report);
+        for (auto const& [condition, times] : m_reported)
+            answer.field("reported", condition);
     }
 
     static constexpr char const* too_wide = "the range is wider than a number can tell";
@@ -304,7 +298,7 @@ class Histogram : public Command {
     GEN_BINDATA* m_histogram = nullptr;
     Range m_range{};
     Outside m_outside;
-    std::vector<std::string> m_reported;
+    std::vector<Reports::Report> m_reported;
 };
 
 } // namespace

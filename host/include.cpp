@@ -3,19 +3,17 @@
 
 #include "gen_path.h"
 
-#include <CLI/CLI.hpp>
-
 namespace {
 
 class Include : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("name", m_names, "File names, as include directives would write them")
-            ->required();
-        app.add_option("--from", m_from, "The file that holds the directives")->type_name("FILE");
-        app.add_option("--alias", m_alias, "Another path of that same file")->type_name("FILE");
-        m_project.declare(app);
-        m_view.declare(app);
+    void declare(Options& options) override {
+        options.argument("name", &m_names, "File names, as include directives would write them")
+            .required();
+        options.value("--from", &m_from, "The file that holds the directives").file();
+        options.value("--alias", &m_alias, "Another path of that same file").file();
+        m_project.declare(options);
+        m_view.declare(options);
     }
 
     Status run(Answer& answer) override {

@@ -4,8 +4,6 @@
 #include "gen_iterator_sys.h"
 #include "gen_path.h"
 
-#include <CLI/CLI.hpp>
-
 namespace {
 
 Value::List libraries() {
@@ -30,8 +28,6 @@ Value::List device_files() {
 
 class Installation : public Command {
   public:
-    void declare(CLI::App&) override {}
-
     Status run(Answer& answer) override {
         answer.field("root", gen_get_korvane_path());
         answer.field("common_data", gen_get_common_data_fullpath());

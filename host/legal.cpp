@@ -2,8 +2,6 @@
 
 #include "gen_legal.h"
 
-#include <CLI/CLI.hpp>
-
 #include <optional>
 #include <span>
 
@@ -42,11 +40,11 @@ Value::List comment_lines(Notice const& notice, std::string const& prefix) {
 
 class Legal : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("--notice", m_only, "Only this one")
-            ->check(CLI::IsMember({"banner", "trademark", "warning", "bitstream"}));
-        app.add_option("--prefix", m_prefix,
-                       "As comment lines behind this leader, the banner with the copyright line");
+    void declare(Options& options) override {
+        options.value("--notice", &m_only, "Only this one")
+            .one_of({"banner", "trademark", "warning", "bitstream"});
+        options.value("--prefix", &m_prefix,
+                      "As comment lines behind this leader, the banner with the copyright line");
     }
 
     Status run(Answer& answer) override {
@@ -68,8 +66,8 @@ class Legal : public Command {
 
 class DoNotEdit : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("--prefix", m_prefix, "The comment leader of the file to be written");
+    void declare(Options& options) override {
+        options.value("--prefix", &m_prefix, "The comment leader of the file to be written");
     }
 
     Status run(Answer& answer) override {

@@ -2,8 +2,6 @@
 
 #include "gen_path.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <utility>
 
@@ -76,16 +74,16 @@ void view(Answer& answer, Rows rows) {
 
 } // namespace
 
-void ProjectOptions::declare(CLI::App& app) {
-    app.add_option("--project", m_project, "Project directory; the current one if not given")
-        ->type_name("DIR");
-    app.add_option("--db", m_db, "Database directory; none if not given")->type_name("DIR");
-    app.add_option("--output", m_output, "Output directory; the project's if not given")
-        ->type_name("DIR");
-    app.add_option("--project-libs", m_project_libraries,
-                   "Library directories of the project, separated by \";\"");
-    app.add_option("--user-libs", m_user_libraries,
-                   "Library directories of the user, separated by \";\"");
+void ProjectOptions::declare(Options& options) {
+    options.value("--project", &m_project, "Project directory; the current one if not given")
+        .directory();
+    options.value("--db", &m_db, "Database directory; none if not given").directory();
+    options.value("--output", &m_output, "Output directory; the project's if not given")
+        .directory();
+    options.value("--project-libs", &m_project_libraries,
+                  "Library directories of the project, separated by \";\"");
+    options.value("--user-libs", &m_user_libraries,
+                  "Library directories of the user, separated by \";\"");
 }
 
 void ProjectOptions::apply() const {
@@ -121,10 +119,9 @@ bool LookupWatch::note(FIO_FIND const* asker, char const* path, bool exists) {
     return exists && watch.m_manner == Manner::listen;
 }
 
-CLI::Option* LookupView::declare(CLI::App& app) {
-    app.add_flag("--trace", m_trace, "Show every path asked for, in order, and who answered");
-    return app.add_flag("--all", m_all,
-                        "Show every file that is meant or shadowed, the winner first");
+void LookupView::declare(Options& options) {
+    options.flag("--trace", m_trace, "Show every path asked for, in order, and who answered");
+    options.flag("--all", m_all, "Show every file that is meant or shadowed, the winner first");
 }
 
 LookupWatch::Manner LookupView::manner() const {

@@ -9,11 +9,7 @@
 
 #include "answer.h"
 #include "fio.h"
-
-namespace CLI {
-class App;
-class Option;
-} // namespace CLI
+#include "option.h"
 
 /// Text of gen as a text of the host's, and the other way round.
 inline std::string host_text(STR const& text) {
@@ -26,7 +22,7 @@ inline STR gen_text(std::string const& text) {
 /// The options that set a project up as a host would.
 class ProjectOptions {
   public:
-    void declare(CLI::App& app);
+    void declare(Options& options);
     /// Hands what was given to gen.
     void apply() const;
 
@@ -77,8 +73,7 @@ class LookupView {
     enum class Rivals { all, same_extension };
     explicit LookupView(Rivals rivals = Rivals::all) : m_rivals(rivals) {}
 
-    /// Gives the option that shows all.
-    CLI::Option* declare(CLI::App& app);
+    void declare(Options& options);
 
     LookupWatch::Manner manner() const;
     bool all() const { return m_all; }

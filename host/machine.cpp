@@ -2,15 +2,13 @@
 
 #include "gen_os_info.h"
 
-#include <CLI/CLI.hpp>
-
 namespace {
 
 /// Puts answers of GEN_MACHINE_INFO down, and notes whether all of them are known.
 class Machine : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("--host", m_host, "The host whose address is asked for; this one if none");
+    void declare(Options& options) override {
+        options.value("--host", &m_host, "The host whose address is asked for; this one if none");
     }
 
     Status run(Answer& answer) override {

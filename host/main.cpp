@@ -1,8 +1,6 @@
-#include "command.h"
 #include "gen_exe.h"
+#include "query.h"
 
 GEN_DEFINE_MAIN(argc, argv) {
-    Commands commands;
-    add_all(commands);
-    return commands.run(argc, argv);
+    return run_gen_query(*all_commands(), argc, argv);
 }

@@ -3,8 +3,6 @@
 
 #include "gen_string_message.h"
 
-#include <CLI/CLI.hpp>
-
 #include <clocale>
 #include <cstdlib>
 
@@ -12,12 +10,13 @@ namespace {
 
 class Message : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("message", m_format, "The text, its inserts %1 to %99 or %1!d! to %99!5.2f!")
-            ->required();
-        app.add_option("arguments", m_texts, "What %1, %2, ... stand for");
-        app.add_flag("--as-is", m_as_is, "Leave the inserts unexpanded");
-        app.add_flag("--inserts", m_show_inserts, "Show which conversion each argument meets");
+    void declare(Options& options) override {
+        options
+            .argument("message", &m_format, "The text, its inserts %1 to %99 or %1!d! to %99!5.2f!")
+            .required();
+        options.argument("arguments", &m_texts, "What %1, %2, ... stand for");
+        options.flag("--as-is", m_as_is, "Leave the inserts unexpanded");
+        options.flag("--inserts", m_show_inserts, "Show which conversion each argument meets");
     }
 
     Status run(Answer& answer) override {

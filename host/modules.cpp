@@ -3,8 +3,6 @@
 #include "gen_meminfo.h"
 #include "mem.h"
 
-#include <CLI/CLI.hpp>
-
 #include <optional>
 
 namespace {
@@ -18,12 +16,12 @@ int keep(char const* /*owner*/, char const* text) {
 
 class Modules : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_flag("--profile-dll-usage", m_profile, "Sum up the modules beside the executable");
-        app.add_flag("--list-dll-details", m_details, "With it, list the loaded ones too");
-        app.add_flag("--report-modules-flow", m_memory, "Tell the memory in use");
-        app.add_option("--tag", m_tag, "The caller's label")->capture_default_str();
-        app.add_option("--phase", m_phase, "The label of the point in the run; 'start' if none");
+    void declare(Options& options) override {
+        options.flag("--profile-dll-usage", m_profile, "Sum up the modules beside the executable");
+        options.flag("--list-dll-details", m_details, "With it, list the loaded ones too");
+        options.flag("--report-modules-flow", m_memory, "Tell the memory in use");
+        options.value("--tag", &m_tag, "The caller's label");
+        options.value("--phase", &m_phase, "The label of the point in the run; 'start' if none");
     }
 
     Status run(Answer& answer) override {
@@ -62,9 +60,10 @@ void add_modules(Commands& commands) {
     commands.add<Modules>({
         .name = "modules",
         .summary = "Writes the memory and module usage report",
-        .example = "  $ gen_query modules --profile-dll-usage\n"
-                   "  gen_query  start DLL usage(bytes): Loaded 0 Not Loaded 43\n"
-                   "The options are the report's configuration switches, which KORVANE_CFG may "
-                   "set too.\nThe exit status is 1 where none of them asks for anything.",
+        .example =
+            "  $ gen_query modules --profile-dll-usage\n"
+            "  gen_query  start DLL usage(bytes): Loaded 0 Not Loaded 43\n"
+            "The options are the report's configuration switches, which KORVANE_CFG may set\n"
+            "too. The exit status is 1 where none of them asks for anything.",
     });
 }

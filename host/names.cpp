@@ -6,8 +6,6 @@
 #include "gen_path_temp.h"
 #include "gen_path_tools.h"
 
-#include <CLI/CLI.hpp>
-
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -66,17 +64,17 @@ std::vector<Name> all_names() {
 
 class Names : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_flag("--exists", m_exists,
+    void declare(Options& options) override {
+        options.flag("--exists", m_exists,
                      "Mark the files that are on the disk; exit status 1 when none is");
-        app.add_option("--project", m_project, "Project directory; the current one if not given")
-            ->type_name("DIR");
-        app.add_option(
-               "--db", m_database_directory,
-               "Database directory, as given (end it in \"/\"); the project's \"db/\" if not given")
-            ->type_name("DIR");
-        app.add_option("--database-file", m_database_file, "Name of the database file to show")
-            ->capture_default_str();
+        options.value("--project", &m_project, "Project directory; the current one if not given")
+            .directory();
+        options
+            .value("--db", &m_database_directory,
+                   "Database directory, as given (end it in \"/\"); the project's \"db/\" if not "
+                   "given")
+            .directory();
+        options.value("--database-file", &m_database_file, "Name of the database file to show");
     }
 
     Status run(Answer& answer) override {
@@ -147,22 +145,22 @@ bool any_number_is_free(STR const& directory, STR const& prefix) {
 
 class Temp : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("--directory", m_directory,
-                       "Where to create it; /var/tmp or else /tmp if not given")
-            ->type_name("DIR");
-        app.add_option("--prefix", m_prefix, "Its first three characters begin the name")
-            ->capture_default_str()
-            ->check([](std::string const& prefix) {
-                return prefix.find('/') == prefix.npos ? std::string() : "no name holds a \"/\"";
-            });
-        app.add_option("--number", m_number, "The first number to try; 0 takes one from the clock")
-            ->capture_default_str();
+    void declare(Options& options) override {
+        options
+            .value("--directory", &m_directory,
+                   "Where to create it; /var/tmp or else /tmp if not given")
+            .directory();
+        options.value("--prefix", &m_prefix, "Its first three characters begin the name");
+        options.value("--number", &m_number, "The first number to try; 0 takes one from the clock");
     }
 
     Status run(Answer& answer) override {
         STR const directory = m_directory.empty() ? gen_get_temp_path() : gen_text(m_directory);
         STR const prefix = gen_text(m_prefix);
+        if (m_prefix.find('/') != m_prefix.npos) {
+            answer.remark("--prefix: no name holds a \"/\"");
+            return STATUS_USAGE;
+        }
         // gen itself waits until a file can be created.
         std::string trouble = trouble_of_creating(directory, prefix);
         if (trouble.empty() && !any_number_is_free(directory, prefix))
@@ -190,8 +188,6 @@ void add_names(Commands& commands) {
         .summary = "Lists the files that tool windows, reports and advisors keep their data in",
         .example = "  $ gen_query names\n"
                    "  family    function                             path\n"
-                   "  report    gen_get_krpt_name(first)             "
-                   "/opt/korvane/linux/Report_Window_01.krw\n"
                    "  ...\n"
                    "  database  gen_generate_pdb_filename            "
                    "/opt/korvane/project/db/top.pdb\n"

@@ -3,8 +3,6 @@
 
 #include "gen_path.h"
 
-#include <CLI/CLI.hpp>
-
 namespace {
 
 Value known(STR const& text) {
@@ -21,7 +19,7 @@ Value::List directories_of(FIO_FIND const* find) {
 
 class Project : public Command {
   public:
-    void declare(CLI::App& app) override { m_project.declare(app); }
+    void declare(Options& options) override { m_project.declare(options); }
 
     Status run(Answer& answer) override {
         m_project.apply();

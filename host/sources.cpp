@@ -3,19 +3,17 @@
 
 #include "gen_path.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 
 namespace {
 
 class Sources : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("unit", m_unit, "Name of a design unit, without an extension")->required();
-        app.add_flag("--shipped", m_shipped, "Look in the shipped libraries alone");
-        m_project.declare(app);
-        m_view.declare(app);
+    void declare(Options& options) override {
+        options.argument("unit", &m_unit, "Name of a design unit, without an extension").required();
+        options.flag("--shipped", m_shipped, "Look in the shipped libraries alone");
+        m_project.declare(options);
+        m_view.declare(options);
     }
 
     Status run(Answer& answer) override {

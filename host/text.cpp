@@ -13,14 +13,14 @@ constexpr Help help = {
 } // namespace
 
 void add_text(Commands& commands) {
-    CLI::App& text = commands.family(help);
-    add_text_checksum(commands, text);
-    add_text_compare(commands, text);
-    add_text_fold(commands, text);
-    add_text_hash_size(commands, text);
-    add_text_number(commands, text);
-    add_text_sanitise(commands, text);
-    add_text_sort(commands, text);
-    add_text_trim(commands, text);
-    add_text_wildcard(commands, text);
+    Commands& text = commands.family(help);
+    add_text_checksum(text);
+    add_text_compare(text);
+    add_text_fold(text);
+    add_text_hash_size(text);
+    add_text_number(text);
+    add_text_sanitise(text);
+    add_text_sort(text);
+    add_text_trim(text);
+    add_text_wildcard(text);
 }

@@ -4,12 +4,12 @@
 
 #include "command.h"
 
-void add_text_checksum(Commands& commands, CLI::App& text);
-void add_text_compare(Commands& commands, CLI::App& text);
-void add_text_fold(Commands& commands, CLI::App& text);
-void add_text_hash_size(Commands& commands, CLI::App& text);
-void add_text_number(Commands& commands, CLI::App& text);
-void add_text_sanitise(Commands& commands, CLI::App& text);
-void add_text_sort(Commands& commands, CLI::App& text);
-void add_text_trim(Commands& commands, CLI::App& text);
-void add_text_wildcard(Commands& commands, CLI::App& text);
+void add_text_checksum(Commands& text);
+void add_text_compare(Commands& text);
+void add_text_fold(Commands& text);
+void add_text_hash_size(Commands& text);
+void add_text_number(Commands& text);
+void add_text_sanitise(Commands& text);
+void add_text_sort(Commands& text);
+void add_text_trim(Commands& text);
+void add_text_wildcard(Commands& text);

@@ -3,8 +3,6 @@
 #include "gen_string_checksum.h"
 #include "input.h"
 
-#include <CLI/CLI.hpp>
-
 #include <cinttypes>
 #include <cstring>
 
@@ -18,11 +16,12 @@ std::string hexadecimal(std::uint32_t number) {
 
 class Checksum : public Command {
   public:
-    void declare(CLI::App& app) override {
-        m_text_option = app.add_option("text", m_text, "A text; standard input without one");
-        m_file_option = app.add_option("-f,--file", m_file, "Take the content of this file")
-                            ->excludes(m_text_option);
-        app.add_flag("-s,--sanitise", m_sanitise, "Replace invalid characters first");
+    void declare(Options& options) override {
+        options.argument("text", &m_given, "A text; standard input without one");
+        options.value("-f,--file", &m_file, "Take the content of this file")
+            .file()
+            .excludes("text");
+        options.flag("-s,--sanitise", m_sanitise, "Replace invalid characters first");
     }
 
     Status run(Answer& answer) override {
@@ -42,8 +41,10 @@ class Checksum : public Command {
   private:
     /// Gets the text from where the command line says.
     bool read(Answer& answer) {
-        if (m_text_option->count() != 0)
+        if (m_given) {
+            m_text = std::move(*m_given);
             return true;
+        }
         std::optional<std::string> input = read_input(m_file);
         if (!input) {
             std::string const reason = std::strerror(errno);
@@ -55,8 +56,7 @@ class Checksum : public Command {
         return true;
     }
 
-    CLI::Option* m_text_option = nullptr;
-    CLI::Option* m_file_option = nullptr;
+    std::optional<std::string> m_given;
     std::string m_text;
     std::string m_file;
     bool m_sanitise = false;
@@ -76,6 +76,6 @@ constexpr Help help = {
 
 } // namespace
 
-void add_text_checksum(Commands& commands, CLI::App& text) {
-    commands.add<Checksum>(text, help);
+void add_text_checksum(Commands& text) {
+    text.add<Checksum>(help);
 }

@@ -3,17 +3,15 @@
 #include "gen_string_compare.h"
 #include "gen_string_lex.h"
 
-#include <CLI/CLI.hpp>
-
 namespace {
 
 class Compare : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("first", m_first, "A text")->required();
-        app.add_option("second", m_second, "What to compare it with")->required();
-        app.add_flag("-i,--ignore-case", m_ignore_case, "Take A to Z as a to z");
-        app.add_flag("-b,--bytes", m_bytes, "Compare byte by byte, digits too");
+    void declare(Options& options) override {
+        options.argument("first", &m_first, "A text").required();
+        options.argument("second", &m_second, "What to compare it with").required();
+        options.flag("-i,--ignore-case", m_ignore_case, "Take A to Z as a to z");
+        options.flag("-b,--bytes", m_bytes, "Compare byte by byte, digits too");
     }
 
     Status run(Answer& answer) override {
@@ -53,6 +51,6 @@ constexpr Help help = {
 
 } // namespace
 
-void add_text_compare(Commands& commands, CLI::App& text) {
-    commands.add<Compare>(text, help);
+void add_text_compare(Commands& text) {
+    text.add<Compare>(help);
 }

@@ -2,25 +2,22 @@
 
 #include "gen_string_fold.h"
 
-#include <CLI/CLI.hpp>
-
 #include <clocale>
 
 namespace {
 
 class Fold : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("texts", m_texts, "Texts")->required();
-        app.add_flag("-u,--upper", m_upper, "To upper case");
-        m_locale_option = app.add_option("-l,--locale", m_locale,
-                                         "Fold by this locale, \"\" for the environment's");
+    void declare(Options& options) override {
+        options.argument("texts", &m_texts, "Texts").required();
+        options.flag("-u,--upper", m_upper, "To upper case");
+        options.value("-l,--locale", &m_locale, "Fold by this locale, \"\" for the environment's");
     }
 
     Status run(Answer& answer) override {
-        bool const by_locale = m_locale_option->count() != 0;
-        if (by_locale && std::setlocale(LC_CTYPE, m_locale.c_str()) == nullptr) {
-            answer.remark("there is no locale \"" + m_locale + '"');
+        bool const by_locale = m_locale.has_value();
+        if (by_locale && std::setlocale(LC_CTYPE, m_locale->c_str()) == nullptr) {
+            answer.remark("there is no locale \"" + *m_locale + '"');
             return STATUS_USAGE;
         }
         using Change = void (*)(char*);
@@ -36,9 +33,8 @@ class Fold : public Command {
     }
 
   private:
-    CLI::Option* m_locale_option = nullptr;
     std::vector<std::string> m_texts;
-    std::string m_locale;
+    std::optional<std::string> m_locale;
     bool m_upper = false;
 };
 
@@ -53,6 +49,6 @@ constexpr Help help = {
 
 } // namespace
 
-void add_text_fold(Commands& commands, CLI::App& text) {
-    commands.add<Fold>(text, help);
+void add_text_fold(Commands& text) {
+    text.add<Fold>(help);
 }

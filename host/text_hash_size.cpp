@@ -2,14 +2,12 @@
 
 #include "gen_string_checksum.h"
 
-#include <CLI/CLI.hpp>
-
 namespace {
 
 class HashSize : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("numbers", m_numbers, "How many entries the tables are for")->required();
+    void declare(Options& options) override {
+        options.argument("numbers", &m_numbers, "How many entries the tables are for").required();
     }
 
     Status run(Answer& answer) override {
@@ -44,6 +42,6 @@ constexpr Help help = {
 
 } // namespace
 
-void add_text_hash_size(Commands& commands, CLI::App& text) {
-    commands.add<HashSize>(text, help);
+void add_text_hash_size(Commands& text) {
+    text.add<HashSize>(help);
 }

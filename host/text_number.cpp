@@ -2,17 +2,13 @@
 
 #include "gen_string_number.h"
 
-#include <CLI/CLI.hpp>
-
 namespace {
 
 class Number : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("text", m_text, "A text that begins with an integer")->required();
-        app.add_option("-r,--radix", m_radix, "The radix to show it in")
-            ->check(CLI::Range(2, 36))
-            ->capture_default_str();
+    void declare(Options& options) override {
+        options.argument("text", &m_text, "A text that begins with an integer").required();
+        options.value("-r,--radix", &m_radix, "The radix to show it in").between(2, 36);
     }
 
     Status run(Answer& answer) override {
@@ -36,17 +32,16 @@ class Number : public Command {
 constexpr Help help = {
     .name = "number",
     .summary = "Reads an integer and writes it in a radix",
-    .example =
-        "  $ gen_query text number --radix 16 -- '-255 ns'\n"
-        "  value   -255\n"
-        "  digits  ffffff01\n"
-        "  unread   ns\n"
-        "Only radix 10 has a sign; the value wraps in 32 bits. The exit status is 1 without\n"
-        "an integer.",
+    .example = "  $ gen_query text number --radix 16 -- '-255 ns'\n"
+               "  value   -255\n"
+               "  digits  ffffff01\n"
+               "  unread   ns\n"
+               "Only radix 10 has a sign; the value wraps in 32 bits. The exit status is 1\n"
+               "without an integer.",
 };
 
 } // namespace
 
-void add_text_number(Commands& commands, CLI::App& text) {
-    commands.add<Number>(text, help);
+void add_text_number(Commands& text) {
+    text.add<Number>(help);
 }

@@ -2,13 +2,13 @@
 
 #include "gen_string_checksum.h"
 
-#include <CLI/CLI.hpp>
-
 namespace {
 
 class Sanitise : public Command {
   public:
-    void declare(CLI::App& app) override { app.add_option("names", m_names, "Names")->required(); }
+    void declare(Options& options) override {
+        options.argument("names", &m_names, "Names").required();
+    }
 
     Status run(Answer& answer) override {
         Value::List sanitised;
@@ -34,6 +34,6 @@ constexpr Help help = {
 
 } // namespace
 
-void add_text_sanitise(Commands& commands, CLI::App& text) {
-    commands.add<Sanitise>(text, help);
+void add_text_sanitise(Commands& text) {
+    text.add<Sanitise>(help);
 }

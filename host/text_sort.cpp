@@ -3,8 +3,6 @@
 #include "gen_string_lex.h"
 #include "input.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 
 namespace {
@@ -19,9 +17,9 @@ void sort_lines(Value::Lines& lines) {
 
 class Sort : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_flag("-i,--ignore-case", m_ignore_case, "Take A to Z as a to z");
-        app.add_flag("-r,--reverse", m_reverse, "Sort the other way round");
+    void declare(Options& options) override {
+        options.flag("-i,--ignore-case", m_ignore_case, "Take A to Z as a to z");
+        options.flag("-r,--reverse", m_reverse, "Sort the other way round");
     }
 
     Status run(Answer& answer) override {
@@ -61,6 +59,6 @@ constexpr Help help = {
 
 } // namespace
 
-void add_text_sort(Commands& commands, CLI::App& text) {
-    commands.add<Sort>(text, help);
+void add_text_sort(Commands& text) {
+    text.add<Sort>(help);
 }

@@ -2,15 +2,13 @@
 
 #include "gen_string_text.h"
 
-#include <CLI/CLI.hpp>
-
 namespace {
 
 class Trim : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("texts", m_texts, "Texts")->required();
-        app.add_flag("-w,--white-space", m_white_space,
+    void declare(Options& options) override {
+        options.argument("texts", &m_texts, "Texts").required();
+        options.flag("-w,--white-space", m_white_space,
                      "Trim tabs, line feeds and carriage returns too");
     }
 
@@ -39,6 +37,6 @@ constexpr Help help = {
 
 } // namespace
 
-void add_text_trim(Commands& commands, CLI::App& text) {
-    commands.add<Trim>(text, help);
+void add_text_trim(Commands& text) {
+    text.add<Trim>(help);
 }

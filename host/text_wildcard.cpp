@@ -2,8 +2,6 @@
 
 #include "gen_string_wildcard.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <cstdlib>
 #include <regex.h>
@@ -55,17 +53,17 @@ class Expression {
 
 class Wildcard : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("pattern", m_pattern, "A pattern with * and ?")->required();
-        m_names_option = app.add_option("names", m_names, "Names to match with it");
-        app.add_flag("-p,--part", m_part, "Let it match a part of a name");
+    void declare(Options& options) override {
+        options.argument("pattern", &m_pattern, "A pattern with * and ?").required();
+        options.argument("names", &m_names, "Names to match with it");
+        options.flag("-p,--part", m_part, "Let it match a part of a name");
     }
 
     Status run(Answer& answer) override {
         STR wildcard(m_pattern.data(), m_pattern.size());
         STR const text = gen_wildcard_to_reg_expr(&wildcard, !m_part);
         answer.field("expression", text);
-        if (m_names_option->count() == 0)
+        if (m_names.empty())
             return STATUS_YES;
         if (written_out_size(m_pattern) > most_characters) {
             answer.remark("the pattern is too large to be matched");
@@ -87,7 +85,6 @@ class Wildcard : public Command {
     }
 
   private:
-    CLI::Option* m_names_option = nullptr;
     std::string m_pattern;
     std::vector<std::string> m_names;
     bool m_part = false;
@@ -96,16 +93,16 @@ class Wildcard : public Command {
 constexpr Help help = {
     .name = "wildcard",
     .summary = "Shows a pattern as a regular expression, and which names match",
-    .example =
-        "  $ gen_query text wildcard 'a*.v' alu.v top.v ADD.V\n"
-        "  expression  ^[aA].*\\.[vV]$\n"
-        "  matches     alu.v\n"
-        "              ADD.V\n"
-        "The exit status is 1 when no name matches. A \"?\" stands for one character or none.",
+    .example = "  $ gen_query text wildcard 'a*.v' alu.v top.v ADD.V\n"
+               "  expression  ^[aA].*\\.[vV]$\n"
+               "  matches     alu.v\n"
+               "              ADD.V\n"
+               "The exit status is 1 when no name matches. A \"?\" stands for one character or\n"
+               "none.",
 };
 
 } // namespace
 
-void add_text_wildcard(Commands& commands, CLI::App& text) {
-    commands.add<Wildcard>(text, help);
+void add_text_wildcard(Commands& text) {
+    text.add<Wildcard>(help);
 }

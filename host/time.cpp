@@ -2,8 +2,6 @@
 
 #include "gen_time.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <chrono>
 #include <csignal>
@@ -14,19 +12,8 @@
 
 namespace {
 
-/// Whole numbers as people write them: "010" is ten, not the eight that CLI11 would make of it.
-std::string as_decimal(std::string& text) {
-    std::size_t const sign = text.starts_with('-') || text.starts_with('+') ? 1 : 0;
-    if (text.size() == sign || text.find_first_not_of("0123456789", sign) != std::string::npos)
-        return "'" + text + "' is not a whole decimal number";
-    text.erase(sign, std::min(text.find_first_not_of('0', sign), text.size() - 1) - sign);
-    return {};
-}
-
 class Now : public Command {
   public:
-    void declare(CLI::App&) override {}
-
     Status run(Answer& answer) override {
         answer.field("date_and_time", gen_get_current_date_and_time(0));
         answer.field("time", gen_get_current_time());
@@ -39,10 +26,8 @@ class Now : public Command {
 
 class Date : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("seconds", m_instants, "Seconds since 1970; 0 means now")
-            ->required()
-            ->transform(CLI::Validator(as_decimal, ""));
+    void declare(Options& options) override {
+        options.argument("seconds", &m_instants, "Seconds since 1970; 0 means now").required();
     }
 
     Status run(Answer& answer) override {
@@ -63,8 +48,8 @@ class Date : public Command {
 
 class Format : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("format", m_format, "A strftime format, as in '%Y-%m-%d'")->required();
+    void declare(Options& options) override {
+        options.argument("format", &m_format, "A strftime format, as in '%Y-%m-%d'").required();
     }
 
     Status run(Answer& answer) override {
@@ -84,10 +69,8 @@ class Format : public Command {
 
 class Elapsed : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("seconds", m_durations, "Durations in seconds")
-            ->required()
-            ->transform(CLI::Validator(as_decimal, ""));
+    void declare(Options& options) override {
+        options.argument("seconds", &m_durations, "Durations in seconds").required();
     }
 
     Status run(Answer& answer) override {
@@ -131,8 +114,8 @@ std::optional<int> run_command(std::vector<std::string>& command) {
 
 class Stopwatch : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("command", m_command, "The command and its arguments, after --")->required();
+    void declare(Options& options) override {
+        options.argument("command", &m_command, "The command and its arguments").required().rest();
     }
 
     Status run(Answer& answer) override {
@@ -163,57 +146,54 @@ class Stopwatch : public Command {
 } // namespace
 
 void add_time(Commands& commands) {
-    CLI::App& time = commands.family({
+    Commands& time = commands.family({
         .name = "time",
         .summary = "Tells the time, prints dates and durations, runs the stopwatch",
         .example = "  $ gen_query time elapsed 90061\n"
                    "  seconds  elapsed\n"
                    "  90061    1:01:01:01",
     });
-    commands.add<Now>(time,
-                      {
-                          .name = "now",
-                          .summary = "Tells the time in all the ways the library has",
-                          .example = "  $ gen_query time now\n"
-                                     "  ...\n"
-                                     "The lines are date and time, time of day, seconds since "
-                                     "1970, tick count in\nmilliseconds, and the CPU seconds that "
-                                     "gen_query itself has used.",
-                      });
-    commands.add<Date>(time, {
-                                 .name = "date",
-                                 .summary = "Prints instants as local dates",
-                                 .example = "  $ TZ=UTC gen_query time date 1794746854\n"
-                                            "  seconds     date and time\n"
-                                            "  1794746854  Sun Nov 15 12:47:34 2026",
-                             });
-    commands.add<Format>(time,
-                         {
-                             .name = "format",
-                             .summary = "Prints the time now in a strftime format",
-                             .example = "  $ gen_query time format '%Y-%m-%d'\n"
-                                        "  ...\n"
-                                        "That is 2026-11-15, say. The exit status is 1 where the "
-                                        "format gives nothing, or\nmore than 249 bytes.",
-                         });
-    commands.add<Elapsed>(time, {
-                                    .name = "elapsed",
-                                    .summary = "Prints durations as [days:]hours:minutes:seconds",
-                                    .example = "  $ gen_query time elapsed 3725 -5\n"
-                                               "  seconds  elapsed\n"
-                                               "  3725     01:02:05\n"
-                                               "  -5       00:00:0-5",
-                                });
-    commands.add<Stopwatch>(
-        time, {
-                  .name = "stopwatch",
-                  .summary = "Runs a command under the stopwatch, which counts this process's own "
-                             "CPU time only, and tells how long it took",
-                  .example = "  $ gen_query time stopwatch -- true\n"
-                             "  exit status   0\n"
-                             "  ...\n"
-                             "Own CPU time, elapsed milliseconds and elapsed time follow. What the "
-                             "command writes\ngoes to standard error. The exit status is 0 where "
-                             "the command's is, else 1; 2 for one\nthat cannot be started.",
-              });
+    time.add<Now>({
+        .name = "now",
+        .summary = "Tells the time in all the ways the library has",
+        .example = "  $ gen_query time now\n"
+                   "  ...\n"
+                   "The lines are date and time, time of day, seconds since "
+                   "1970, tick count in\nmilliseconds, and the CPU seconds that "
+                   "gen_query itself has used.",
+    });
+    time.add<Date>({
+        .name = "date",
+        .summary = "Prints instants as local dates",
+        .example = "  $ TZ=UTC gen_query time date 1794746854\n"
+                   "  seconds     date and time\n"
+                   "  1794746854  Sun Nov 15 12:47:34 2026",
+    });
+    time.add<Format>({
+        .name = "format",
+        .summary = "Prints the time now in a strftime format",
+        .example = "  $ gen_query time format '%Y-%m-%d'\n"
+                   "  ...\n"
+                   "That is 2026-11-15, say. The exit status is 1 where the "
+                   "format gives nothing, or\nmore than 249 bytes.",
+    });
+    time.add<Elapsed>({
+        .name = "elapsed",
+        .summary = "Prints durations as [days:]hours:minutes:seconds",
+        .example = "  $ gen_query time elapsed 3725 -5\n"
+                   "  seconds  elapsed\n"
+                   "  3725     01:02:05\n"
+                   "  -5       00:00:0-5",
+    });
+    time.add<Stopwatch>({
+        .name = "stopwatch",
+        .summary = "Runs a command under the stopwatch, which counts this process's own "
+                   "CPU time only, and tells how long it took",
+        .example = "  $ gen_query time stopwatch true\n"
+                   "  exit status   0\n"
+                   "  ...\n"
+                   "Own CPU time, elapsed milliseconds and elapsed time follow. What the command\n"
+                   "writes goes to standard error. The exit status is 0 where the command's is,\n"
+                   "else 1; 2 for one that cannot be started.",
+    });
 }

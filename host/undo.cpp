@@ -4,8 +4,6 @@
 
 #include "fio_path.h"
 
-#include <CLI/CLI.hpp>
-
 #include <filesystem>
 #include <optional>
 #include <string_view>
@@ -22,13 +20,10 @@ std::optional<std::string> read_regular_file(char const* path) {
 
 class Undo : public Command {
   public:
-    void declare(CLI::App& app) override {
-        app.add_option("script", m_script, "The script; standard input if not given")
-            ->type_name("FILE");
-        app.add_option("-d,--directory", m_directory, "Where to write undo_redo.txt")
-            ->type_name("DIR")
-            ->capture_default_str();
-        app.add_flag("-p,--print", m_print, "Show what was written");
+    void declare(Options& options) override {
+        options.argument("script", &m_script, "The script; standard input if not given").file();
+        options.value("-d,--directory", &m_directory, "Where to write undo_redo.txt").directory();
+        options.flag("-p,--print", m_print, "Show what was written");
     }
 
     Status run(Answer& answer) override {
@@ -44,7 +39,6 @@ class Undo : public Command {
             if (std::string const fault = script.take(line); !fault.empty()) {
                 std::string const problem = "line " + std::to_string(number) + ": " + fault;
                 answer.remark(problem);
-                answer.detail("problem", problem);
                 return STATUS_USAGE;
             }
         }
@@ -109,14 +103,13 @@ void add_undo(Commands& commands) {
         .name = "undo",
         .summary = "Writes a script of sections and commands as an undo/redo command file",
         .example =
-            "  $ printf 'section Move node\\nundo move a\\nredo move b\\n' | "
-            "gen_query undo -d db -p\n"
+            "  $ printf 'section Move\\nundo move a\\nredo move b\\n' | gen_query undo -d db -p\n"
             "  file           db/undo_redo.txt\n"
             "  written        yes\n"
             "  sections       1\n"
             "  undo commands  1\n"
             "  redo commands  1\n"
-            "  Move node\n"
+            "  Move\n"
             "  ...\n"
             "\n"
             "Lines: section TITLE, describe TEXT, undo COMMAND, redo COMMAND, comment TEXT.\n"

@@ -17,8 +17,6 @@ Value row(auto key, auto const& data) {
 
 class Units : public Command {
   public:
-    void declare(CLI::App&) override {}
-
     Status run(Answer& answer) override {
         MEM_LIST<GEN_TIME_UNIT_DATA> units;
         GEN_TIME_UNIT::get_entire_list(&units);

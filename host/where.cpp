@@ -3,14 +3,10 @@
 #include "gen_exe.h"
 #include "mem.h"
 
-#include <CLI/CLI.hpp>
-
 namespace {
 
 class Where : public Command {
   public:
-    void declare(CLI::App&) override {}
-
     Status run(Answer& answer) override {
         answer.field("executable", gen_get_module_fullpath());
         answer.field("module_path", gen_get_module_path());

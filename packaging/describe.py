@@ -9,19 +9,14 @@ import pathlib
 class Option:
     names: list       # "-h", "--help"; none for a positional argument
     positional: str   # its name, or None
-    value: str        # TEXT, FILE, DIR, UINT ...; None for a flag
-    domain: str       # what a value is checked against, or None
+    value: str        # TEXT, NUMBER, FILE or DIR; None for a flag
+    choices: list     # the only words that a value may be; none where it may be others, too
     default: str
     required: bool
     repeated: bool
+    takes_rest: bool  # all that follows on the command line, options too
+    excludes: list    # names that cannot be given together with it
     summary: str
-
-    @property
-    def choices(self):
-        """The words that a value may be, or none where it may be others, too."""
-        if self.domain and self.domain.startswith("{"):
-            return self.domain[1:self.domain.index("}")].split(",")
-        return []
 
 
 @dataclasses.dataclass

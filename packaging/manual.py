@@ -80,7 +80,7 @@ def split_footer(footer):
     for line in footer.splitlines():
         if line.startswith("  "):
             example.append(line[2:])
-        elif line and line != "Example:":
+        elif line:
             remarks.append(line)
     return example, remarks
 

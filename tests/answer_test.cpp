@@ -24,7 +24,8 @@ std::string text_of(Answer const& answer) {
 }
 
 std::string json_of(Answer const& answer) {
-    return printed(answer, print_json);
+    return printed(
+        answer, [](Answer const& shown, std::FILE* stream) { print_json(shown, false, stream); });
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "gen_query.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
@@ -106,8 +107,10 @@ TEST(GenQueryCondition, RewritesLinesOfStandardInput) {
 TEST(GenQueryCondition, AnswersInJson) {
     ProgramResult const one = condition({"a = b))", "--json", "--tokens", "--tree"});
     EXPECT_EQ(one.status, 1);
-    EXPECT_EQ(one.errors, "");
+    EXPECT_THAT(one.errors,
+                testing::StartsWith("gen_query: Unbalanced number of right parenthesis\n"));
     nlohmann::json const answer = json_of(one);
+    EXPECT_EQ(answer["error"].get<std::string>().find("Unbalanced number"), 0U);
     EXPECT_EQ(answer["condition"], "a = b))");
     EXPECT_EQ(answer["prefix"], "");
     EXPECT_EQ(answer["tokens"].size(), 5U);

@@ -94,7 +94,8 @@ TEST(GenQueryLegal, UnknownNoticeIsRefused) {
     ProgramResult const result = run_gen_query({"legal", "--notice", "nonsense"});
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.output, "");
-    EXPECT_THAT(result.errors, HasSubstr("--notice: nonsense not in {banner,"));
+    EXPECT_THAT(result.errors,
+                HasSubstr("legal: --notice: 'nonsense' is none of banner, trademark,"));
 }
 
 TEST(GenQueryLegal, DoNotEditIsTheWarningBehindThePrefix) {

@@ -160,3 +160,97 @@ TEST(GenQueryTextSort, InputThatCannotBeReadIsSaid) {
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.errors, "gen_query: cannot read standard input\n");
 }
+
+TEST(GenQuery, UsageErrorsSayWhichWordIsWrongAndWhatWasMeant) {
+    struct {
+        std::vector<std::string> arguments;
+        std::string errors;
+    } const cases[] = {
+        {{}, "gen_query: a subcommand is missing\nSee gen_query --help\n"},
+        {{"fnd"},
+         "gen_query: unknown subcommand 'fnd'; did you mean 'find'?\nSee gen_query --help\n"},
+        {{"text", "srot"},
+         "gen_query: text: unknown subcommand 'srot'; did you mean 'sort'?\n"
+         "See gen_query text --help\n"},
+        {{"xyzzy"}, "gen_query: unknown subcommand 'xyzzy'\nSee gen_query --help\n"},
+        {{"find", "--trce", "a"},
+         "gen_query: find: unknown option '--trce'; did you mean '--trace'?\n"
+         "See gen_query find --help\n"},
+        {{"find", "a", "-x"}, "gen_query: find: unknown option '-x'\nSee gen_query find --help\n"},
+        {{"find", "a", "--db"},
+         "gen_query: find: --db: its value is missing\nSee gen_query find --help\n"},
+        {{"find", "a", "--db=x", "--db", "y"},
+         "gen_query: find: --db: it is given more than once\nSee gen_query find --help\n"},
+        {{"find", "a", "--eda=no"},
+         "gen_query: find: --eda: it takes no value\nSee gen_query find --help\n"},
+        {{"find", "a", "--cached", "--all"},
+         "gen_query: find: '--cached' and '--all' exclude each other\n"
+         "See gen_query find --help\n"},
+        {{"text", "compare", "one"},
+         "gen_query: text compare: 'second' is missing\nSee gen_query text compare --help\n"},
+        {{"text", "compare", "a", "b", "c"},
+         "gen_query: text compare: 'c' is one argument too many\n"
+         "See gen_query text compare --help\n"},
+        {{"text", "number", "1", "-r", "37"},
+         "gen_query: text number: --radix: 37 is not between 2 and 36\n"
+         "See gen_query text number --help\n"},
+        {{"text", "hash-size", "-1"},
+         "gen_query: text hash-size: numbers: -1 is not between 0 and 4294967295\n"
+         "See gen_query text hash-size --help\n"},
+        {{"text", "hash-size", "99999999999999999999"},
+         "gen_query: text hash-size: numbers: 99999999999999999999 is not between 0 and "
+         "4294967295\nSee gen_query text hash-size --help\n"},
+        {{"histogram", "--low", "much"},
+         "gen_query: histogram: --low: 'much' is not a number\nSee gen_query histogram --help\n"},
+    };
+    for (auto const& [arguments, errors] : cases) {
+        ProgramResult const result = query(arguments);
+        EXPECT_EQ(result.status, 2) << errors;
+        EXPECT_EQ(result.output, "") << errors;
+        EXPECT_EQ(result.errors, errors);
+    }
+}
+
+TEST(GenQuery, JsonMayStandAnywhereAndCarriesTheError) {
+    for (std::vector<std::string> const& arguments :
+         {std::vector<std::string>{"--json", "text", "sort", "--nonsense"},
+          {"text", "--json", "sort", "--nonsense"},
+          {"text", "sort", "--nonsense", "--json"}}) {
+        ProgramResult const result = query(arguments);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.output, "{\n  \"error\": \"text sort: unknown option '--nonsense'\"\n}\n");
+        EXPECT_THAT(result.errors, HasSubstr("gen_query: text sort: unknown option"));
+    }
+    EXPECT_EQ(query({"--json", "text", "fold", "A"}).output,
+              "{\n  \"texts\": [\n    \"a\"\n  ]\n}\n");
+}
+
+TEST(GenQuery, HelpIsASubcommandToo) {
+    EXPECT_EQ(query({"help"}).output, query({"--help"}).output);
+    EXPECT_EQ(query({"help", "text"}).output, query({"text", "--help"}).output);
+    EXPECT_EQ(query({"help", "text", "sort"}).output, query({"text", "sort", "--help"}).output);
+    EXPECT_EQ(query({"help", "nonsense"}).status, 2);
+}
+
+TEST(GenQuery, HelpOfAllTellsEveryOptionInLinesThatFit) {
+    ProgramResult const all = query({"--help-all"});
+    EXPECT_EQ(all.status, 0);
+    EXPECT_THAT(all.output, HasSubstr("Usage: gen_query text compare [option ...] first second"));
+    EXPECT_THAT(all.output, HasSubstr("  -b, --bytes"));
+    std::size_t longest = 0;
+    for (std::size_t at = 0, end = 0; (end = all.output.find('\n', at)) != std::string::npos;
+         at = end + 1)
+        longest = std::max(longest, end - at);
+    EXPECT_LE(longest, 80U);
+}
+
+TEST(GenQuery, NamesInBracketsAreNames) {
+    EXPECT_EQ(query({"text", "fold", "[A,B]", "[]", "[", "[C]"}).output, "[a,b]\n[]\n[\n[c]\n");
+}
+
+TEST(GenQuery, OptionsTakeEmptyAndDashedValues) {
+    EXPECT_EQ(query({"do-not-edit", "--prefix="}).status, 0);
+    EXPECT_EQ(query({"find", "--db=", "/"}).output, "/\n");
+    EXPECT_EQ(query({"text", "fold", "--", "--X", "-Y"}).output, "--x\n-y\n");
+    EXPECT_EQ(query({"histogram", "--low", "-5", "--high=-1"}, "-3\n").status, 0);
+}

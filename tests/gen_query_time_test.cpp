@@ -62,13 +62,14 @@ TEST(GenQueryTime, ElapsedIsAColumnBesideTheSeconds) {
 TEST(GenQueryTime, SecondsAreDecimal) {
     EXPECT_EQ(
         nlohmann::json::parse(
-            run_gen_query({"time", "elapsed", "--json", "010", "-007", "+8", "0", "000"}).output),
+            run_gen_query({"time", "elapsed", "--json", "010", "-007", "+8", "0", "0x10"}).output),
         nlohmann::json::parse(R"({"durations": [{"seconds": 10, "elapsed": "00:00:10"},
                                                 {"seconds": -7, "elapsed": "00:00:0-7"},
                                                 {"seconds": 8, "elapsed": "00:00:08"},
                                                 {"seconds": 0, "elapsed": "00:00:00"},
-                                                {"seconds": 0, "elapsed": "00:00:00"}]})"));
-    for (char const* const text : {"0x10", "1e3", "1.5", "", "-", "1 ", "soon", "2147483648"}) {
+                                                {"seconds": 16, "elapsed": "00:00:16"}]})"));
+    for (char const* const text :
+         {"0x", "x10", "1e3", "1.5", "", "-", "1 ", "soon", "2147483648"}) {
         EXPECT_EQ(run_gen_query({"time", "elapsed", text}).status, 2) << text;
         EXPECT_EQ(run_gen_query({"time", "date", text}).status, 2) << text;
     }

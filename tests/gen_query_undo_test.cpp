@@ -117,7 +117,7 @@ TEST_F(GenQueryUndo, JsonTellsWhatWasWritten) {
     ProgramResult const fault = run({"undo", "--json"}, "undo u\n");
     EXPECT_EQ(fault.status, 2);
     EXPECT_EQ(Json::parse(fault.output, nullptr, /*allow_exceptions=*/false),
-              Json({{"problem", "line 1: a section has to come first"}}));
+              Json({{"error", "line 1: a section has to come first"}}));
 }
 
 TEST_F(GenQueryUndo, TellsWhenTheDeviceIsFull) {

@@ -1,0 +1,140 @@
+#include "command_line.h"
+
+#include "suggestion.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+/// The library's parser of options. Arguments are left over, as they were typed: it would take one
+/// in brackets for a list.
+class Parser : public CLI::App {
+  public:
+    explicit Parser(Options& options) {
+        set_help_flag();
+        allow_extras();
+        for (Option& option : options.all()) {
+            if (option.kind == Option::Kind::argument) {
+                prefix_command(option.takes_rest || get_prefix_command());
+                continue;
+            }
+            std::string names;
+            for (std::string const& name : option.names)
+                names += (names.empty() ? "" : ",") + name;
+            CLI::Option* const parsed = option.kind == Option::Kind::flag
+                                            ? add_flag(names)
+                                            : add_option(names)->expected(1);
+            parsed->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+            parsed->allow_extra_args(false);
+            m_options.emplace_back(&option, parsed);
+        }
+    }
+
+    /// What the options are given.
+    std::vector<std::pair<Option*, CLI::Option*>> const& options() const { return m_options; }
+
+    /// The first option that nobody declared, or "".
+    std::string unknown_option() const {
+        for (auto const& [kind, word] : missing_)
+            if (kind == CLI::detail::Classifier::LONG || kind == CLI::detail::Classifier::SHORT)
+                return word.substr(0, word.find('='));
+        return "";
+    }
+
+    std::vector<std::string> arguments() const {
+        std::vector<std::string> all;
+        for (auto const& [kind, word] : missing_)
+            if (kind == CLI::detail::Classifier::NONE)
+                all.push_back(word);
+        return all;
+    }
+
+  private:
+    std::vector<std::pair<Option*, CLI::Option*>> m_options;
+};
+
+/// "--name=" as the two words that it stands for: the library would look for a value behind it.
+void part_empty_values(Options const& options, std::vector<std::string>& words) {
+    for (std::size_t i = 0; i < words.size() && words[i] != "--"; ++i) {
+        if (!words[i].starts_with("--") || words[i].find('=') + 1 != words[i].size())
+            continue;
+        std::string const name = words[i].substr(0, words[i].size() - 1);
+        Option const* const option = options.find(name);
+        if (option == nullptr || option->kind != Option::Kind::value)
+            continue;
+        words[i] = name;
+        words.insert(words.begin() + static_cast<std::ptrdiff_t>(i) + 1, "");
+    }
+}
+
+std::string with_name(Option const& option, std::string const& fault) {
+    return fault.empty() ? "" : option.name() + ": " + fault;
+}
+
+/// Sets all that can be set: --help and --json hold even if another option is wrong.
+std::string take_options(Parser const& parser) {
+    std::string first_fault;
+    for (auto const& [option, parsed] : parser.options())
+        for (std::string const& text : parsed->results())
+            if (std::string fault = with_name(*option, option->take(text)); first_fault.empty())
+                first_fault = std::move(fault);
+    return first_fault;
+}
+
+/// Hands the arguments out in the order of their declaration.
+std::string take_arguments(Options& options, std::vector<std::string> const& arguments) {
+    auto next = arguments.begin();
+    for (Option& option : options.all()) {
+        if (option.kind != Option::Kind::argument)
+            continue;
+        for (bool more = true; more && next != arguments.end(); more = option.is_list())
+            if (std::string fault = with_name(option, option.take(*next++)); !fault.empty())
+                return fault;
+    }
+    return next == arguments.end() ? "" : "'" + *next + "' is one argument too many";
+}
+
+std::string check_together(Options const& options) {
+    for (Option const& option : options.all()) {
+        if (option.is_required && !option.is_given)
+            return "'" + option.name() + "' is missing";
+        for (std::string const& name : option.excluded)
+            if (option.is_given && options.find(name)->is_given)
+                return "'" + option.name() + "' and '" + name + "' exclude each other";
+    }
+    return "";
+}
+
+std::string unknown_option_fault(Options const& options, std::string const& word) {
+    std::vector<std::string> known;
+    for (Option const& option : options.all())
+        if (option.kind != Option::Kind::argument)
+            known.insert(known.end(), option.names.begin(), option.names.end());
+    return "unknown option '" + word + "'" + did_you_mean(word, known);
+}
+
+} // namespace
+
+std::string read_command_line(Options& options, std::vector<std::string> words) {
+    part_empty_values(options, words);
+    std::reverse(words.begin(), words.end());
+    Parser parser(options);
+    std::string unfinished; // by an option at the end, without its value
+    try {
+        parser.parse(std::move(words));
+    } catch (CLI::ParseError const& error) {
+        std::string const told = error.what(); // begins with the name
+        unfinished = told.substr(0, told.find(':')) + ": its value is missing";
+    }
+    std::string const unusable = take_options(parser);
+    if (std::string const word = parser.unknown_option(); !word.empty())
+        return unknown_option_fault(options, word);
+    if (!unfinished.empty() || !unusable.empty())
+        return unfinished.empty() ? unusable : unfinished;
+    if (std::string fault = take_arguments(options, parser.arguments()); !fault.empty())
+        return fault;
+    return check_together(options);
+}

@@ -1,0 +1,146 @@
+#include "query.h"
+
+#include "command_line.h"
+#include "help.h"
+#include "suggestion.h"
+
+#include <algorithm>
+#include <exception>
+#include <new>
+
+namespace {
+
+std::string version_text() {
+    return "gen_query " GEN_QUERY_VERSION " (korvane_gen, " + std::to_string(8 * sizeof(void*)) +
+           " bits)\n";
+}
+
+/// Takes a command line apart, from the root of the subcommands down to the one that is asked.
+class Reader {
+  public:
+    Reader(Commands const& root, Reply& reply) : m_commands(&root), m_reply(reply) {}
+
+    void read(std::vector<std::string> words) {
+        while (m_commands->is_family())
+            if (!enter(words))
+                return;
+        m_reply.command = m_commands->make();
+        CommonOptions common;
+        Options options = options_of(m_reply.command.get(), common, false);
+        std::string const fault = read_command_line(options, std::move(words));
+        m_reply.json = m_reply.json || common.json;
+        if (common.help)
+            give(help_of(*m_commands, m_path));
+        else if (!fault.empty())
+            refuse(fault);
+        else
+            run();
+    }
+
+  private:
+    void run() {
+        m_reply.answer = Answer(m_reply.json);
+        m_reply.status = m_reply.command->run(m_reply.answer);
+    }
+
+    /// Reads the options before a subcommand and goes on to that. False when the reply is there.
+    bool enter(std::vector<std::string>& words) {
+        bool const is_root = m_commands->is_root();
+        CommonOptions common;
+        Options options = options_of(nullptr, common, is_root);
+        std::vector<std::string> rest;
+        options.argument("subcommand", &rest, "").rest();
+        std::string const fault = read_command_line(options, std::move(words));
+        m_reply.json = m_reply.json || common.json;
+        if (common.version)
+            return give(version_text());
+        if (common.help_all)
+            return give(help_of_all(*m_commands, m_path));
+        if (common.help)
+            return give(help_of(*m_commands, m_path));
+        if (!fault.empty())
+            return refuse(fault);
+        if (rest.empty())
+            return refuse("a subcommand is missing");
+        if (is_root && rest.front() == "help") {
+            rest.erase(rest.begin());
+            rest.emplace_back("--help");
+            words = std::move(rest);
+            return true;
+        }
+        return go_to(rest.front()) && (words.assign(rest.begin() + 1, rest.end()), true);
+    }
+
+    bool go_to(std::string const& name) {
+        if (Commands const* const below = m_commands->find(name)) {
+            m_commands = below;
+            m_path += " " + name;
+            return true;
+        }
+        std::vector<std::string> known;
+        for (Commands const& below : m_commands->below())
+            if (!below.is_hidden())
+                known.emplace_back(below.help().name);
+        return refuse("unknown subcommand '" + name + "'" + did_you_mean(name, known));
+    }
+
+    bool give(std::string text) {
+        m_reply.status = STATUS_YES;
+        m_reply.text = std::move(text);
+        return false;
+    }
+
+    bool refuse(std::string const& fault) {
+        std::string const place = m_path.substr(std::min(m_path.find(' '), m_path.size()));
+        m_reply.answer.remark(place.empty() ? fault : place.substr(1) + ": " + fault);
+        m_reply.hint = "See " + m_path + " --help";
+        return false;
+    }
+
+    Commands const* m_commands;
+    std::string m_path = "gen_query";
+    Reply& m_reply;
+};
+
+void print(Reply const& reply) {
+    if (reply.text)
+        std::fwrite(reply.text->data(), 1, reply.text->size(), stdout);
+    else if (reply.json)
+        print_json(reply.answer, reply.status != STATUS_YES, stdout);
+    else
+        print_text(reply.answer, stdout);
+}
+
+} // namespace
+
+Reply reply_to(Commands const& root, std::vector<std::string> words) {
+    Reply reply;
+    std::string fault;
+    try {
+        Reader(root, reply).read(std::move(words));
+        return reply;
+    } catch (std::bad_alloc const&) {
+        fault = "there is not enough memory";
+    } catch (std::exception const& error) {
+        fault = error.what();
+    }
+    Reply failed;
+    failed.json = reply.json;
+    failed.answer.remark(fault);
+    return failed;
+}
+
+int run_gen_query(Commands const& root, int argc, char const* const* argv) {
+    Reply const reply = reply_to(root, {argv + std::min(argc, 1), argv + argc});
+    print(reply);
+    bool const written = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    for (std::string const& remark : reply.answer.remarks())
+        std::fprintf(stderr, "gen_query: %s\n", remark.c_str());
+    if (!reply.hint.empty())
+        std::fprintf(stderr, "%s\n", reply.hint.c_str());
+    if (!written) {
+        std::fputs("gen_query: cannot write to standard output\n", stderr);
+        return STATUS_USAGE;
+    }
+    return reply.status;
+}

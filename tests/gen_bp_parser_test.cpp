@@ -2,6 +2,7 @@
 
 #include "error_recorder.h"
 #include "probe.h"
+#include "test_directories.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

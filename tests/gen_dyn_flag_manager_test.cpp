@@ -4,6 +4,7 @@
 #include "mem_alloc_sys.h"
 #include "run_program.h"
 #include "sanitizer.h"
+#include "test_directories.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

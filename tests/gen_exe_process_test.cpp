@@ -2,6 +2,7 @@
 
 #include "mem.h"
 #include "run_program.h"
+#include "test_directories.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -3,6 +3,7 @@
 #include "mem.h"
 #include "run_program.h"
 #include "temp_directory.h"
+#include "test_directories.h"
 #include "ver.h"
 
 #include <cstdlib>

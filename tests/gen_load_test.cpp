@@ -2,6 +2,7 @@
 // it takes programs that are not linked with gen and load it themselves.
 
 #include "run_program.h"
+#include "test_directories.h"
 
 #include <filesystem>
 #include <sstream>

@@ -5,6 +5,7 @@
 
 #include "environment.h"
 #include "run_program.h"
+#include "test_directories.h"
 
 #include <atomic>
 #include <cerrno>

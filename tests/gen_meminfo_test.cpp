@@ -5,6 +5,7 @@
 #include "gen_time_clock.h"
 #include "mem.h"
 #include "temp_directory.h"
+#include "test_directories.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -4,6 +4,7 @@
 #include "run_program.h"
 #include "sanitizer.h"
 #include "temp_directory.h"
+#include "test_directories.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,6 @@
 #include "gen_query.h"
 #include "temp_directory.h"
+#include "test_directories.h"
 
 #include <gtest/gtest.h>
 

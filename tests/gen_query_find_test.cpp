@@ -5,6 +5,7 @@
 #include "gen_query.h"
 #include "temp_directory.h"
 #include "terminal.h"
+#include "test_directories.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,5 +1,6 @@
 #include "gen_query.h"
 #include "terminal.h"
+#include "test_directories.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include "gen_query.h"
 #include "temp_directory.h"
 #include "terminal.h"
+#include "test_directories.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,6 +2,7 @@
 #include "in_child.h"
 #include "private_mounts.h"
 #include "temp_directory.h"
+#include "test_directories.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -7,6 +7,7 @@
 #include "gen_string_lex.h"
 #include "run_program.h"
 #include "temp_directory.h"
+#include "test_directories.h"
 
 #include <algorithm>
 #include <random>

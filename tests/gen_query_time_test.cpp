@@ -1,5 +1,6 @@
 #include "gen_query.h"
 #include "probe.h"
+#include "test_directories.h"
 
 #include <gtest/gtest.h>
 

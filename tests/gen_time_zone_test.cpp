@@ -8,6 +8,7 @@
 #include "private_mounts.h"
 #include "probe.h"
 #include "temp_directory.h"
+#include "test_directories.h"
 
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+#include "test_directories.h"
 #include "thr.h"
 
 #include <csignal>

@@ -1,6 +1,7 @@
 #include "run_program.h"
 
 #include "temp_directory.h"
+#include "test_directories.h"
 
 #include <cstdlib>
 #include <fcntl.h>

@@ -1,6 +1,7 @@
 #include "test_locale.h"
 
 #include "run_program.h"
+#include "test_directories.h"
 
 #include <clocale>
 #include <cstring>

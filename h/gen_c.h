@@ -172,12 +172,13 @@ KORVANE_API gen_c_status gen_c_cache_size(size_t* names);
 KORVANE_API gen_c_status gen_c_include(char const* name, char const* from, char const* alias,
                                        gen_c_text* path, gen_c_text* beside_alias);
 /// The source files of a design unit, one of each type: group (a number that gen gives them), from
-/// (the group's name), type, path.
+/// (the group's name), type, path. Given with GEN_C_NOT_FOUND too, without rows.
 KORVANE_API gen_c_status gen_c_sources(char const* unit, int shipped_only, gen_c_table** answer);
 
 /// What a lookup asks: group, there, standing, path. With @p all it walks on behind a hit, so that
 /// all files are met that it could give: standing is then "wins" or "shadowed" for those that are
-/// there. Nothing otherwise. The status is that of the lookup.
+/// there, nothing otherwise. The status is that of the lookup; the table is given with
+/// GEN_C_NOT_FOUND too.
 KORVANE_API gen_c_status gen_c_trace_find(char const* name, int eda, int all, gen_c_table** asked);
 KORVANE_API gen_c_status gen_c_trace_include(char const* name, char const* from, char const* alias,
                                              int all, gen_c_table** asked);
@@ -208,6 +209,9 @@ KORVANE_API gen_c_status gen_c_enter_64bit(char const* tool, gen_c_text* old_pat
                                            gen_c_text* old_library_path);
 /// Sets both.
 KORVANE_API gen_c_status gen_c_leave_64bit(char const* path, char const* library_path);
+/// A variable as child processes get it; languages that keep a copy of the environment do not see
+/// what the two change. GEN_C_NOT_FOUND where it is not set.
+KORVANE_API gen_c_status gen_c_environment(char const* name, gen_c_text* value);
 
 // Conditions.
 
@@ -296,7 +300,7 @@ KORVANE_API gen_c_status gen_c_machine(char const* host, gen_c_table** answer);
 /// The lines of the usage report: line. @p modules and @p details sum up and list the modules
 /// beside the executable, @p memory tells the memory in use, each also where KORVANE_CFG says so. A
 /// null
-/// @p phase is "start". GEN_C_NOT_FOUND where nothing is asked for.
+/// @p phase is "start". Where nothing is asked for, no lines and GEN_C_NOT_FOUND.
 KORVANE_API gen_c_status gen_c_usage_report(char const* tag, char const* phase, int modules,
                                             int details, int memory, gen_c_table** lines);
 

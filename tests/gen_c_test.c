@@ -203,7 +203,8 @@ static void names(void) {
     setenv("PATH", "/bin", 1);
     CHECK(gen_c_enter_64bit("fitter", &text, &more) == GEN_C_OK);
     CHECK_TEXT(text.bytes, "/bin");
-    CHECK(ends_in(getenv("PATH"), "linux64/:/bin"));
+    CHECK(gen_c_environment("PATH", &text) == GEN_C_OK && ends_in(text.bytes, "linux64/:/bin"));
+    CHECK(gen_c_environment("NO_SUCH_VARIABLE", &text) == GEN_C_NOT_FOUND);
     CHECK(gen_c_leave_64bit("/bin", "") == GEN_C_OK);
     CHECK_TEXT(getenv("PATH"), "/bin");
 }

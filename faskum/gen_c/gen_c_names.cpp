@@ -162,3 +162,10 @@ gen_c_status gen_c_leave_64bit(char const* path, char const* library_path) {
     gen_restore_paths(path, library_path);
     return GEN_C_OK;
 }
+
+gen_c_status gen_c_environment(char const* name, gen_c_text* value) {
+    if (lacks("name", name) || lacks("value", value))
+        return GEN_C_BAD_ARGUMENT;
+    char const* const text = std::getenv(name);
+    return text != nullptr ? put(value, text) : GEN_C_NOT_FOUND;
+}

@@ -1,0 +1,188 @@
+"""The project, and the files that names mean."""
+
+import os
+from pathlib import Path
+from typing import Any, Dict, Iterable, List, NamedTuple, Optional, Union
+
+from . import _gen
+from ._types import Text
+
+Directories = Union[Text, Iterable[Text]]
+
+
+class Asked(NamedTuple):
+    """One existence check of a lookup. standing is "wins" or "shadowed" where candidates are told."""
+
+    group: str
+    there: bool
+    standing: Optional[str]
+    path: Path
+
+
+class Include(NamedTuple):
+    """An included file, and where it would lie beside the alias of the file that includes it."""
+
+    path: Path
+    beside_alias: Optional[Path]
+
+
+class Source(NamedTuple):
+    """A source file: the library's number of its group, the group's name, the type, the path."""
+
+    group: int
+    origin: str
+    type: str
+    path: Path
+
+
+def _asked(rows: List[Dict[str, Any]]) -> List[Asked]:
+    return [Asked(row["group"], row["there"], row["standing"], Path(row["path"])) for row in rows]
+
+
+def _joined(directories: Directories) -> Text:
+    """A path list. One text is one already; of several each is quoted, whatever it holds."""
+    if isinstance(directories, (str, bytes, os.PathLike)):
+        return directories
+    return b";".join(b'"' + os.fsencode(directory) + b'"' for directory in directories)
+
+
+class Project:
+    """The project that lookups start at. Without a directory the current one is made it."""
+
+    @property
+    def directory(self) -> Path:
+        """The project directory."""
+        return Path(_gen.project()[0]["project"])
+
+    @directory.setter
+    def directory(self, directory: Text) -> None:
+        _gen.set_project(directory)
+
+    @property
+    def database(self) -> Optional[Path]:
+        """The database directory, as given."""
+        database = _gen.project()[0]["database"]
+        return None if database is None else Path(database)
+
+    @database.setter
+    def database(self, directory: Text) -> None:
+        _gen.set_database(directory)
+
+    @property
+    def output(self) -> Path:
+        """The output directory, which is created; the project directory where there is none."""
+        return Path(_gen.project()[0]["output"])
+
+    @output.setter
+    def output(self, directory: Text) -> None:
+        _gen.set_output(directory)
+
+    @property
+    def parablocks(self) -> Path:
+        """The project's parablocks directory."""
+        return Path(_gen.project()[0]["parablocks"])
+
+    @property
+    def libraries(self) -> List[Path]:
+        """The project's library directories, as given. Set it to paths, or to a text parted by ";"."""
+        return _directories(2)
+
+    @libraries.setter
+    def libraries(self, directories: Directories) -> None:
+        _gen.set_project_libraries(_joined(directories))
+
+    @property
+    def user_libraries(self) -> List[Path]:
+        """The user's library directories, in the same way."""
+        return _directories(3)
+
+    @user_libraries.setter
+    def user_libraries(self, directories: Directories) -> None:
+        _gen.set_user_libraries(_joined(directories))
+
+    @property
+    def shipped_libraries(self) -> List[Path]:
+        """The shipped libraries that lookups ask."""
+        return _directories(5)
+
+    @property
+    def eda_libraries(self) -> List[Path]:
+        """Those for outside tools."""
+        return _directories(6)
+
+    def relative(self, path: Text) -> Optional[Path]:
+        """The path as seen from the project; None where it does not lie below."""
+        return _gen.relative_to_project(path)
+
+    def clear(self) -> None:
+        """Frees all search state: libraries have to be set again. The cache stays."""
+        _gen.clear_paths()
+
+
+class Cache:
+    """What find_cached() keeps: len() is how many names."""
+
+    def __len__(self) -> int:
+        return _gen.cache_size()
+
+    def clear(self) -> None:
+        """Forgets all of it."""
+        _gen.clear_cache()
+
+
+project = Project()
+cache = Cache()
+
+
+def _directories(group: int) -> List[Path]:
+    return [Path(row["directory"]) for row in _gen.directories(group)]
+
+
+def file_types() -> List[str]:
+    """The extensions of source files, most preferred first."""
+    return [row["extension"] for row in _gen.file_types()]
+
+
+def candidates(name: Text, *, eda: bool = False) -> List[Asked]:
+    """All files that find() could give, the one that it gives first."""
+    return [asked for asked in _asked(_gen.trace_find(name, eda, True)) if asked.there]
+
+
+def trace(name: Text, *, eda: bool = False, all: bool = False) -> List[Asked]:
+    """Every existence check of find(), in order; with all it walks on behind a hit."""
+    return _asked(_gen.trace_find(name, eda, all))
+
+
+def include(
+    name: Text, *, from_file: Optional[Text] = None, alias: Optional[Text] = None
+) -> Optional[Include]:
+    """The file that an include directive means, in from_file, which is also known as alias."""
+    found = _gen.include(name, from_file, alias)
+    if found is None:
+        return None
+    path, beside = found
+    return Include(path, None if beside == Path() else beside)
+
+
+def trace_include(
+    name: Text,
+    *,
+    from_file: Optional[Text] = None,
+    alias: Optional[Text] = None,
+    all: bool = False,
+) -> List[Asked]:
+    """Every existence check of include()."""
+    return _asked(_gen.trace_include(name, from_file, alias, all))
+
+
+def sources(unit: Text, *, shipped_only: bool = False) -> List[Source]:
+    """The source files of a design unit, one of each type."""
+    return [
+        Source(row["group"], row["from"], row["type"], Path(row["path"]))
+        for row in _gen.sources(unit, shipped_only)
+    ]
+
+
+def trace_sources(unit: Text, *, shipped_only: bool = False, all: bool = False) -> List[Asked]:
+    """Every existence check of sources()."""
+    return _asked(_gen.trace_sources(unit, shipped_only, all))

@@ -38,9 +38,9 @@ char* GuardedText::at_start(std::string_view text) {
     return copy;
 }
 
-char* GuardedText::unterminated(std::string_view text) {
-    check(text.size() <= m_size);
-    return place(text, m_size - text.size());
+char* GuardedText::unterminated(std::string_view text, std::size_t gap) {
+    check(text.size() + gap <= m_size);
+    return place(text, m_size - gap - text.size());
 }
 
 char* GuardedText::place(std::string_view text, std::size_t offset) {

@@ -18,8 +18,9 @@ class GuardedText {
     char* before_end(std::string_view text, std::size_t gap = 0);
     /// Copies @p text and its terminator to the first bytes behind the forbidden page.
     char* at_start(std::string_view text);
-    /// Copies @p text without a terminator so that its last byte is the last that may be read.
-    char* unterminated(std::string_view text);
+    /// Copies @p text without a terminator so that @p gap bytes lie behind it before the forbidden
+    /// page.
+    char* unterminated(std::string_view text, std::size_t gap = 0);
 
   private:
     char* place(std::string_view text, std::size_t offset);

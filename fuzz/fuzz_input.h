@@ -29,6 +29,19 @@ class FuzzText {
     std::unique_ptr<char[]> m_bytes;
 };
 
+/// The same without a terminator, for what is given with its length.
+class FuzzBlock {
+  public:
+    explicit FuzzBlock(std::string const& text) : m_bytes(std::make_unique<char[]>(text.size())) {
+        std::copy(text.begin(), text.end(), m_bytes.get());
+    }
+
+    char const* get() const { return m_bytes.get(); }
+
+  private:
+    std::unique_ptr<char[]> m_bytes;
+};
+
 /// The input as a source of values. When it has run dry it gives zeros and empty texts.
 class FuzzInput {
   public:

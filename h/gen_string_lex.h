@@ -12,8 +12,9 @@
 /// Spaces, and then one "-", are stepped over first; that looks for neither end, so the bytes at
 /// @p str1_end and @p str2_end must be there to be read, as a terminator is. Of the digits none is
 /// read at or behind the end. Where no digit follows, the internal error
-/// "::gen_ascii_isdigit(**str1_iter)" (or str2_iter) is reported and the number has no digits. No
-/// pointer may be null.
+/// "::gen_ascii_isdigit(**str1_iter)" (or str2_iter) is reported and the number has no digits. At a
+/// report the pointers are where the comparison stands: behind the spaces of both, and behind the
+/// sign of the number that is reported. No pointer may be null.
 ///
 /// A negative number sorts after one that is not: the result is 1 when only the first is negative,
 /// -1 when only the second is, and both pointers then stay on the first digits. Otherwise leading
@@ -33,7 +34,8 @@ KORVANE_API int gen_compare_integer_strings(STR::const_iterator str1_end,
 /// a digit the two runs of digits compare as gen_compare_integer_strings says; elsewhere bytes
 /// compare as signed chars, so that bytes from 128 on sort before ASCII. When one text ends where
 /// it is still the beginning of the other, outside a run of digits or with the same run, the result
-/// is the difference of the lengths. A null pointer is an empty text, whatever its length.
+/// is the difference of the lengths, which sticks at 2147483647 either way on both widths. A null
+/// pointer is an empty string, whatever its length.
 KORVANE_API int gen_lexcmp(char const* a, unsigned len1, char const* b, unsigned len2);
 KORVANE_API int gen_lexcmp(STR const& a, STR const& b);
 /// Of NUL-terminated texts; a null is an empty one.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <random>
 #include <string>
@@ -209,23 +210,38 @@ TEST(CompareIntegers, RunsLongerThanAnyNumber) {
     EXPECT_EQ(compare_integers(nines, nines + "0"), (Outcome{-1, 100'000, 100'001}));
 }
 
-TEST(CompareIntegers, SameAnswersAsStepByStep) {
-    std::mt19937 random(7);
-    ErrorRecorder recorder;
-    for (std::size_t round = effort(300'000); round != 0; --round) {
-        std::string const a = random_text(random, "  --00012349x", 12);
-        std::string const b = random_text(random, "  --00012349x", 12);
-        char const* p = a.c_str();
-        char const* q = b.c_str();
-        std::vector<std::string> reported;
-        int const result = plain_compare_integers(p + a.size(), &p, q + b.size(), &q, &reported);
-        Outcome const expected{result, p - a.c_str(), q - b.c_str()};
-        ASSERT_EQ(compare_integers(a, b), expected) << a << '\n' << b;
-        ASSERT_EQ(recorder.conditions(), reported) << a << '\n' << b;
-        recorder.clear();
-        ASSERT_EQ(compare_integer_iterators(a, b), expected) << a << '\n' << b;
-        recorder.clear();
-    }
+namespace {
+
+/// Where the iterators stood at each report.
+template <typename Iterator>
+std::vector<std::pair<std::ptrdiff_t, std::ptrdiff_t>>
+places_at_reports(Iterator begin1, Iterator end1, Iterator begin2, Iterator end2) {
+    static Iterator first;
+    static Iterator second;
+    static std::vector<std::pair<Iterator, Iterator>> seen;
+    first = begin1;
+    second = begin2;
+    seen.clear();
+    ERR_HANDLER const previous = err_set_internal_error_handler(
+        [](char const*, char const*, char const*, int) { seen.emplace_back(first, second); });
+    gen_compare_integer_strings(end1, &first, end2, &second);
+    err_set_internal_error_handler(previous);
+    std::vector<std::pair<std::ptrdiff_t, std::ptrdiff_t>> places;
+    for (auto const& [at1, at2] : seen)
+        places.emplace_back(at1 - begin1, at2 - begin2);
+    return places;
+}
+
+} // namespace
+
+// Spaces of both come first, then sign and digit of the first, then those of the second.
+TEST(CompareIntegers, ReportsFindTheIteratorsWhereTheyStand) {
+    STR const a = "  -x";
+    STR const b = " -y";
+    std::vector<std::pair<std::ptrdiff_t, std::ptrdiff_t>> const places = {{3, 1}, {3, 2}};
+    EXPECT_EQ(places_at_reports(a.begin(), a.end(), b.begin(), b.end()), places);
+    EXPECT_EQ(places_at_reports(a.data(), a.data() + a.size(), b.data(), b.data() + b.size()),
+              places);
 }
 
 TEST(LexCompare, TableInAllForms) {
@@ -256,6 +272,13 @@ TEST(LexCompare, NullIsAnEmptyText) {
     EXPECT_EQ(gen_ilexcmp("ab", nullptr), 2);
     EXPECT_EQ(gen_lexcmp(nullptr, 5, "ab", 2), -2);
     EXPECT_EQ(gen_ilexcmp("ab", 2, nullptr, 5), 2);
+}
+
+TEST(LexCompare, DifferenceOfLengthsSticksAtTheRangeOfIntOnBothWidths) {
+    EXPECT_EQ(gen_lexcmp("", 3'000'000'000U, "", 0), INT_MAX);
+    EXPECT_EQ(gen_lexcmp("", 0, "", 3'000'000'000U), -INT_MAX);
+    EXPECT_EQ(gen_ilexcmp("", 4'294'967'295U, "", 0), INT_MAX);
+    EXPECT_EQ(gen_ilexcmp(nullptr, 4'294'967'295U, "", 0), 0);
 }
 
 TEST(LexCompare, EmbeddedNulsAreBytes) {

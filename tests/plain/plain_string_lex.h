@@ -3,8 +3,7 @@
 /// The natural order written down step by step as it is defined: what the fast form is compared
 /// with.
 
-#include <string>
-#include <vector>
+#include <cstddef>
 
 #include "plain_string_compare.h"
 
@@ -12,28 +11,9 @@ inline bool plain_is_digit(char character) {
     return character >= '0' && character <= '9';
 }
 
-/// What gen_compare_integer_strings does; the conditions that it reports are appended to @p
-/// reported.
-inline int plain_compare_integers(char const* end1, char const** iter1, char const* end2,
-                                  char const** iter2,
-                                  std::vector<std::string>* reported = nullptr) {
-    while (**iter1 == ' ')
-        ++*iter1;
-    while (**iter2 == ' ')
-        ++*iter2;
-    bool const negative1 = **iter1 == '-';
-    if (negative1)
-        ++*iter1;
-    if (!plain_is_digit(**iter1) && reported != nullptr)
-        reported->push_back("::gen_ascii_isdigit(**str1_iter)");
-    bool const negative2 = **iter2 == '-';
-    if (negative2)
-        ++*iter2;
-    if (!plain_is_digit(**iter2) && reported != nullptr)
-        reported->push_back("::gen_ascii_isdigit(**str2_iter)");
-    if (negative1 != negative2)
-        return (negative1 ? 1 : 0) - (negative2 ? 1 : 0);
-
+/// Compares two runs of digits and steps over them.
+inline int plain_compare_runs(char const* end1, char const** iter1, char const* end2,
+                              char const** iter2) {
     char const* const start1 = *iter1;
     char const* const start2 = *iter2;
     while (*iter1 < end1 && **iter1 == '0')
@@ -55,12 +35,9 @@ inline int plain_compare_integers(char const* end1, char const** iter1, char con
     for (; *iter2 < end2 && plain_is_digit(**iter2); ++*iter2)
         ++remaining2;
 
-    int result = difference;
     if (remaining1 != remaining2)
-        result = remaining1 - remaining2;
-    else if (difference == 0)
-        result = static_cast<int>((*iter1 - start1) - (*iter2 - start2));
-    return negative1 ? -result : result;
+        return remaining1 - remaining2;
+    return difference != 0 ? difference : static_cast<int>((*iter1 - start1) - (*iter2 - start2));
 }
 
 inline signed char plain_lex_byte(char character, bool fold) {
@@ -77,7 +54,7 @@ inline int plain_lexcmp(char const* a, std::size_t len1, char const* b, std::siz
         if (!plain_is_digit(*p) || !plain_is_digit(*q))
             result = plain_lex_byte(*p++, fold) - plain_lex_byte(*q++, fold);
         else
-            result = plain_compare_integers(a + len1, &p, b + len2, &q);
+            result = plain_compare_runs(a + len1, &p, b + len2, &q);
         if (p == a + len1 || q == b + len2)
             break;
         if (result != 0)

@@ -7,13 +7,17 @@
 
 static void ignore_error(char const*, char const*, char const*, int) {}
 
-/// The position is one of the text's, its end included.
-static void read_number(std::string const& text, std::size_t position) {
+/// What a number that is written reads as, behind whatever comes before it.
+static void read_number(std::string const& text, std::size_t position, int value) {
     STR const string(text.data(), text.size());
     STR::const_iterator at = string.begin() + static_cast<std::ptrdiff_t>(position);
-    int const value = gen_atoi(string, &at);
-    require(value == plain_atoi(text, position), "gen_atoi");
-    require(at - string.begin() == static_cast<std::ptrdiff_t>(position), "where gen_atoi stops");
+    STR::const_iterator const begin = at;
+    gen_atoi(string, &at);
+    require(begin <= at && at <= string.end(), "where gen_atoi stops");
+
+    STR const written = string + " " + gen_itoa(value, 10);
+    at = written.begin() + static_cast<std::ptrdiff_t>(string.size());
+    require(gen_atoi(written, &at) == value && at == written.end(), "gen_atoi of gen_itoa");
 }
 
 /// Every form writes the digits and its NUL, and the buffers are not a byte longer.
@@ -41,6 +45,6 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     auto const position = input.take<std::uint8_t>();
     std::string const text = input.take_rest();
     write_number(number, radix);
-    read_number(text, position % (text.size() + 1));
+    read_number(text, position % (text.size() + 1), static_cast<int>(number));
     return 0;
 }

@@ -18,6 +18,13 @@ static void copy(std::string const& text, unsigned count) {
         require(buffer[i] == (cleared ? '\0' : old_byte), "what gen_strncpy clears");
     }
 
+    if (count != 0 && count <= length) {
+        FuzzBlock const cut(text.substr(0, count));
+        gen_strncpy(buffer, cut.get(), count);
+        require(std::memcmp(buffer, cut.get(), count) == 0 && buffer[count] == '\0',
+                "gen_strncpy without a terminator");
+    }
+
     FuzzText const whole(std::string(2 * length, old_byte));
     require(std::strcmp(gen_strcpy(whole.get(), source.get()), source.get()) == 0, "gen_strcpy");
     gen_strcat(whole.get(), source.get());

@@ -15,14 +15,14 @@ KORVANE_API int gen_atoi(STR const& s, STR::const_iterator* pos);
 KORVANE_API int gen_atoi(STR const& s);
 
 // Digits above 9 are a to z. Only in radix 10 is a negative value written with a sign; in any other
-// it is written as its 32-bit pattern (-1 in radix 16 is ffffffff). A radix below 2 gives an empty
-// text; only the form that fills an STR reports it. Radixes above 36 have no digits that make
-// sense.
+// it is written as its 32-bit pattern (-1 in radix 16 is ffffffff). A radix below 2 or
+// above 36 gives an empty string; only the form that fills an STR reports it, and only below 2.
 
 /// Writes the digits of @p value and a NUL, and not a byte more, to @p buf, which is returned: at
 /// most 12 bytes in radix 10, at most 33 in any. A null @p buf is returned as it is.
 KORVANE_API char* gen_itoa(int value, char* buf, int radix);
-/// Replaces the content of @p out with the digits. Reports the internal error "radix > 1".
+/// Replaces the content of @p out with the digits. A radix below 2 is reported as the internal
+/// error "radix > 1", @p out being empty by then.
 KORVANE_API void gen_itoa(int value, STR& out, int radix);
 /// The digits as a new string.
 KORVANE_API STR gen_itoa(int value, int radix);

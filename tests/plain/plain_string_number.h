@@ -1,6 +1,6 @@
 #pragma once
 
-/// The number conversions written down as they are defined: what the fast forms are compared with.
+/// Digits by division: what the conversions to strings are compared with.
 
 #include <algorithm>
 #include <cstdint>
@@ -23,20 +23,4 @@ inline std::string plain_itoa(int value, unsigned radix) {
     if (radix == 10 && value < 0)
         return "-" + plain_digits(std::uint32_t{0} - bits, radix);
     return plain_digits(bits, radix);
-}
-
-/// Parses @p text from @p position on, which is left behind what was read.
-inline int plain_atoi(std::string const& text, std::size_t& position) {
-    char const* at = text.c_str() + position;
-    char const* const end = text.c_str() + text.size();
-    while (*at == ' ' || *at == '\t' || *at == '\n')
-        ++at;
-    bool const negative = *at == '-';
-    if (*at == '-' || *at == '+')
-        ++at;
-    std::uint32_t value = 0;
-    for (; at < end && *at >= '0' && *at <= '9'; ++at)
-        value = value * 10 + static_cast<std::uint32_t>(*at - '0');
-    position = static_cast<std::size_t>(at - text.c_str());
-    return static_cast<int>(negative ? 0 - value : value);
 }

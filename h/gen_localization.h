@@ -6,8 +6,10 @@
 ///
 /// Each twin answers as if the one locale category it depends on had been switched to
 /// LOCALIZATION_BASE_STRING for the call, with every other category as the user has it. The
-/// process's locale is in fact never touched, so other threads are not disturbed. The wrapped
-/// function's result, end pointer and errno are passed on.
+/// process's locale is in fact not touched, so other threads are not disturbed, but while a member
+/// reports an internal error: then the category is really switched, so that whoever handles the
+/// report finds it neutral, and switched back. The wrapped function's result, end pointer and errno
+/// are passed on.
 ///
 /// A base name that is not installed, or null, changes nothing: the twin then works in the locale
 /// in force. A null text that must not be null is reported as an internal error, and answered with

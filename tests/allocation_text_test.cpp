@@ -3,6 +3,7 @@
 #include "allocation_failure.h"
 
 #include "allocation_ground.h"
+#include "err_report.h"
 #include "gen_exe.h"
 #include "gen_legal.h"
 #include "gen_localization.h"
@@ -176,6 +177,35 @@ std::vector<Call> const calls = {
              std::tm const time{};
              return told(static_cast<long>(gen_local_wcsftime(nullptr, 0, wide_text, &time)));
          }},
+
+    // The characters of a locale are loaded at the first conversion. The answer is the number of
+    // reports: one more where the format is taken for one that the user's characters do not have.
+    {.name = "local_wide_date_of_the_user",
+     .ask =
+         [] {
+             static long reports;
+             reports = 0;
+             ERR_HANDLER const previous = err_set_internal_error_handler(
+                 [](char const*, char const*, char const*, int) { ++reports; });
+             std::tm const time{};
+             gen_local_wcsftime(nullptr, 0, L"\u00E4", &time);
+             err_set_internal_error_handler(previous);
+             return told(reports);
+         },
+     .prepare = [] { std::setlocale(LC_CTYPE, TestLocale::name); },
+     .lapse = "2",
+     .lapse_stays = true,
+     .once = make_locale},
+    {.name = "local_now",
+     .ask =
+         [] {
+             std::tm now;
+             gen_local_tm_struct(&now);
+             return told(now.tm_gmtoff) + " " + now.tm_zone;
+         },
+     .prepare = in_some_zone,
+     .lapse = "0 ",
+     .lapse_stays = true},
 
     {.name = "current_time",
      .ask = [] { return told(gen_get_current_time().size() == 8); },

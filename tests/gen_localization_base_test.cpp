@@ -4,6 +4,7 @@
 #include "gen_localization_fixture.h"
 
 #include "environment.h"
+#include "err_report.h"
 #include "run_program.h"
 #include "test_directories.h"
 
@@ -14,7 +15,9 @@
 #include <ctype.h>
 #include <gtest/gtest.h>
 #include <locale.h>
+#include <string>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -115,6 +118,83 @@ TEST_F(LocalBase, ThreadsMayCallAtOnceAlsoTheFirstTime) {
     ask();
     other.join();
     EXPECT_EQ(wrong, 0);
+}
+
+/// The process's locale in @p category as the handler of each report finds it.
+std::vector<std::string> categories_at_reports(int category, void (*call)()) {
+    static int wanted;
+    static std::vector<std::string> seen;
+    wanted = category;
+    seen.clear();
+    ERR_HANDLER const previous =
+        err_set_internal_error_handler([](char const*, char const*, char const*, int) {
+            seen.emplace_back(std::setlocale(wanted, nullptr));
+        });
+    call();
+    err_set_internal_error_handler(previous);
+    return seen;
+}
+
+struct ReportingMember {
+    char const* name;
+    int category;
+    void (*call)();
+};
+
+ReportingMember const reporting_members[] = {
+    {"iscsym", LC_CTYPE, [] { gen_local_iscsym('a'); }},
+    {"iscsymf", LC_CTYPE, [] { gen_local_iscsymf('a'); }},
+    {"mbccpy", LC_CTYPE, [] { gen_local_mbccpy(nullptr, nullptr); }},
+    {"mbclen", LC_CTYPE, [] { gen_local_mbclen(nullptr); }},
+    {"mbstowcs", LC_CTYPE, [] { gen_local_mbstowcs(nullptr, nullptr, 0); }},
+    {"wcstombs", LC_CTYPE, [] { gen_local_wcstombs(nullptr, nullptr, 0); }},
+    {"wtoi", LC_NUMERIC, [] { gen_local_wtoi(L"1"); }},
+    {"wtol", LC_NUMERIC, [] { gen_local_wtol(L"1"); }},
+    {"atof", LC_NUMERIC, [] { gen_local_atof(nullptr); }},
+    {"atoi", LC_NUMERIC, [] { gen_local_atoi(nullptr); }},
+    {"atol", LC_NUMERIC, [] { gen_local_atol(nullptr); }},
+    {"atosqword", LC_NUMERIC, [] { gen_local_atosqword(nullptr); }},
+    {"strtod", LC_NUMERIC, [] { gen_local_strtod(nullptr, nullptr); }},
+    {"wcstod", LC_NUMERIC, [] { gen_local_wcstod(nullptr, nullptr); }},
+    {"strtol", LC_NUMERIC, [] { gen_local_strtol(nullptr, nullptr, 10); }},
+    {"wcstol", LC_NUMERIC, [] { gen_local_wcstol(nullptr, nullptr, 10); }},
+    {"strtoul", LC_NUMERIC, [] { gen_local_strtoul(nullptr, nullptr, 10); }},
+    {"wcstoul", LC_NUMERIC, [] { gen_local_wcstoul(nullptr, nullptr, 10); }},
+    {"strftime", LC_TIME, [] { gen_local_strftime(nullptr, 0, nullptr, nullptr); }},
+    {"tm_struct", LC_TIME, [] { gen_local_tm_struct(nullptr); }},
+    {"wcsftime", LC_TIME, [] { gen_local_wcsftime(nullptr, 0, L"\u20AC", nullptr); }},
+};
+
+TEST_F(LocalBase, HandlerOfAReportFindsTheMembersCategoryNeutral) {
+    std::setlocale(LC_ALL, TestLocale::name);
+    std::string const users = std::setlocale(LC_ALL, nullptr);
+    for (ReportingMember const& member : reporting_members)
+        for (int const category : {LC_CTYPE, LC_NUMERIC, LC_TIME, LC_COLLATE}) {
+            std::string const expected = category == member.category ? "C" : TestLocale::name;
+            auto const seen = categories_at_reports(category, member.call);
+            EXPECT_FALSE(seen.empty()) << member.name;
+            for (std::string const& found : seen)
+                EXPECT_EQ(found, expected) << member.name << ' ' << category;
+            EXPECT_EQ(std::setlocale(LC_ALL, nullptr), users) << member.name;
+        }
+}
+
+TEST_F(LocalBase, HandlerOfAReportFindsTheBaseThatTheHostNamed) {
+    LOCALIZATION_BASE_STRING = TestLocale::name;
+    EXPECT_EQ(categories_at_reports(LC_NUMERIC, [] { gen_local_wtoi(L"1"); }),
+              std::vector<std::string>{TestLocale::name});
+    EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C");
+    LOCALIZATION_BASE_STRING = nullptr;
+    EXPECT_EQ(categories_at_reports(LC_NUMERIC, [] { gen_local_wtoi(L"1"); }),
+              std::vector<std::string>{"C"});
+}
+
+// The one member without a category.
+TEST_F(LocalBase, HandlerOfADecimalsReportFindsTheUsersLocale) {
+    std::setlocale(LC_ALL, TestLocale::name);
+    for (int const category : {LC_CTYPE, LC_NUMERIC, LC_TIME})
+        EXPECT_EQ(categories_at_reports(category, [] { gen_local_itoa(1, nullptr); }),
+                  std::vector<std::string>{TestLocale::name});
 }
 
 TEST_F(LocalBase, ErrnoIsLeftAloneWhenTheNameIsNew) {

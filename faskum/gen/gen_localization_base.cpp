@@ -1,6 +1,7 @@
 #include "gen_localization_base.h"
 
 #include <cerrno>
+#include <clocale>
 #include <cstdlib>
 #include <cstring>
 #include <langinfo.h>
@@ -79,19 +80,13 @@ locale_t with_category(int category_mask, STR const& name, locale_t rest) {
     return locale;
 }
 
-/// Has the C library load what converts the characters of the locale, which it would otherwise do
-/// at the first conversion, and without memory take those of the "C" locale for good.
-void load_conversions(locale_t character) {
-    locale_t const previous = uselocale(character);
-    constexpr int first_beyond_ascii = 0x80;
-    static_cast<void>(btowc(first_beyond_ascii));
-    uselocale(previous);
-}
-
 void fill_in(BASE_LOCALE& base) {
     base.character = with_category(LC_CTYPE_MASK, base.name, nullptr);
-    if (base.character != nullptr)
-        load_conversions(base.character);
+    if (base.character != nullptr) {
+        locale_t const previous = uselocale(base.character);
+        load_conversions();
+        uselocale(previous);
+    }
     base.numeric = with_category(LC_NUMERIC_MASK, base.name, nullptr);
     if (base.numeric != nullptr) {
         char const* const point = nl_langinfo_l(RADIXCHAR, base.numeric);
@@ -148,6 +143,12 @@ locale_t make_time_locale(STR const& name) {
 
 } // namespace
 
+void load_conversions() {
+    GEN_MEMORY_WATCH const watch;
+    constexpr int first_beyond_ascii = 0x80;
+    static_cast<void>(btowc(first_beyond_ascii));
+}
+
 BASE_LOCALE const& switch_base_locale() {
     char const* const name = LOCALIZATION_BASE_STRING;
     if (name == nullptr)
@@ -174,4 +175,16 @@ locale_t base_time_locale() {
         time->locale = make_time_locale(base.name);
     }
     return time->locale;
+}
+
+static void set_process_locale(int category, char const* name) {
+    GEN_MEMORY_WATCH const watch;
+    std::setlocale(category, name);
+}
+
+void report_neutrally(int category, Report const& error) {
+    STR const users = std::setlocale(category, nullptr);
+    set_process_locale(category, LOCALIZATION_BASE_STRING);
+    report(error);
+    set_process_locale(category, users.c_str());
 }

@@ -71,6 +71,10 @@ inline BASE_LOCALE const& base_locale() {
 /// is for the user's character category to say.
 locale_t base_time_locale();
 
+/// Has the C library load what converts the characters of the locale in force, which it would
+/// otherwise do at the first conversion, and without memory take those of the "C" locale for good.
+void load_conversions();
+
 /// Puts this thread into the base locale's character category until the end of the scope: for the
 /// functions that exist in no form that takes a locale. They ask no other category.
 class BASE_CHARACTER_SCOPE {
@@ -90,12 +94,17 @@ class BASE_CHARACTER_SCOPE {
     locale_t m_previous = nullptr;
 };
 
-/// Reports a null text and answers for it: nothing was read.
+/// Reports an internal error of this family. Whoever handles the report finds the process's
+/// locale switched to LOCALIZATION_BASE_STRING in @p category, which is the member's own, as if the
+/// whole member ran under it.
+void report_neutrally(int category, Report const& error);
+
+/// Reports a null text of a number and answers for it: nothing was read.
 template <typename CHAR>
 bool is_missing(CHAR const* text, CHAR** end) {
     if (text != nullptr)
         return false;
-    report(reports::no_number_text);
+    report_neutrally(LC_NUMERIC, reports::no_number_text);
     if (end != nullptr)
         *end = nullptr;
     return true;

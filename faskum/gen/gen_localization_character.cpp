@@ -14,25 +14,24 @@ bool in_character_table(int c) {
 
 } // namespace
 
-// The platform's header looks the tables up in line for C; for C++ it calls.
-#define DEFINE_NARROW_CLASS(classify, bit)                                                         \
+#define DEFINE_NARROW_CLASS(classify)                                                              \
     int gen_local_##classify(int c) {                                                              \
         if (!in_character_table(c))                                                                \
             return 0;                                                                              \
         locale_t const base = base_locale().character;                                             \
-        return base != nullptr ? base->__ctype_b[c] & bit : classify(c);                           \
+        return base != nullptr ? classify##_l(c, base) : classify(c);                              \
     }
 
-DEFINE_NARROW_CLASS(isalnum, _ISalnum)
-DEFINE_NARROW_CLASS(isalpha, _ISalpha)
-DEFINE_NARROW_CLASS(iscntrl, _IScntrl)
-DEFINE_NARROW_CLASS(isgraph, _ISgraph)
-DEFINE_NARROW_CLASS(islower, _ISlower)
-DEFINE_NARROW_CLASS(isprint, _ISprint)
-DEFINE_NARROW_CLASS(ispunct, _ISpunct)
-DEFINE_NARROW_CLASS(isspace, _ISspace)
-DEFINE_NARROW_CLASS(isupper, _ISupper)
-DEFINE_NARROW_CLASS(isxdigit, _ISxdigit)
+DEFINE_NARROW_CLASS(isalnum)
+DEFINE_NARROW_CLASS(isalpha)
+DEFINE_NARROW_CLASS(iscntrl)
+DEFINE_NARROW_CLASS(isgraph)
+DEFINE_NARROW_CLASS(islower)
+DEFINE_NARROW_CLASS(isprint)
+DEFINE_NARROW_CLASS(ispunct)
+DEFINE_NARROW_CLASS(isspace)
+DEFINE_NARROW_CLASS(isupper)
+DEFINE_NARROW_CLASS(isxdigit)
 
 #undef DEFINE_NARROW_CLASS
 
@@ -41,12 +40,12 @@ int gen_local_isascii(int c) {
 }
 
 int gen_local_iscsym(int /*c*/) {
-    report(reports::no_iscsym);
+    report_neutrally(LC_CTYPE, reports::no_iscsym);
     return 0;
 }
 
 int gen_local_iscsymf(int /*c*/) {
-    report(reports::no_iscsymf);
+    report_neutrally(LC_CTYPE, reports::no_iscsymf);
     return 0;
 }
 

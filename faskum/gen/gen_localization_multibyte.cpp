@@ -25,7 +25,7 @@ int gen_local_wctomb(char* string, wchar_t wide) {
 
 unsigned gen_local_mbstowcs(wchar_t* wide, char const* string, unsigned count) {
     if (string == nullptr) {
-        report(reports::no_multibyte_string);
+        report_neutrally(LC_CTYPE, reports::no_multibyte_string);
         return conversion_failed;
     }
     BASE_CHARACTER_SCOPE const scope;
@@ -34,7 +34,7 @@ unsigned gen_local_mbstowcs(wchar_t* wide, char const* string, unsigned count) {
 
 unsigned gen_local_wcstombs(char* string, wchar_t const* wide, unsigned count) {
     if (wide == nullptr) {
-        report(reports::no_wide_string);
+        report_neutrally(LC_CTYPE, reports::no_wide_string);
         return conversion_failed;
     }
     BASE_CHARACTER_SCOPE const scope;
@@ -42,10 +42,10 @@ unsigned gen_local_wcstombs(char* string, wchar_t const* wide, unsigned count) {
 }
 
 void gen_local_mbccpy(unsigned char* /*to*/, unsigned char const* /*from*/) {
-    report(reports::no_mbccpy);
+    report_neutrally(LC_CTYPE, reports::no_mbccpy);
 }
 
 unsigned gen_local_mbclen(unsigned char const* /*character*/) {
-    report(reports::no_mbclen);
+    report_neutrally(LC_CTYPE, reports::no_mbclen);
     return 0;
 }

@@ -45,17 +45,18 @@ int gen_local_atoi(char const* text) {
 }
 
 int gen_local_wtoi(wchar_t const* /*text*/) {
-    report(reports::no_wtoi);
+    report_neutrally(LC_NUMERIC, reports::no_wtoi);
     return 0;
 }
 
 long gen_local_wtol(wchar_t const* /*text*/) {
-    report(reports::no_wtol);
+    report_neutrally(LC_NUMERIC, reports::no_wtol);
     return 0;
 }
 
 char* gen_local_itoa(int value, char* string) {
     if (string == nullptr) {
+        // The one member that has no category to switch.
         report(reports::no_itoa_buffer);
         return nullptr;
     }

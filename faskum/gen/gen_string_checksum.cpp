@@ -5,9 +5,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "gen_cpu.h"
 #include "gen_report.h"
-#include "gen_string_block.h"
 #include "gen_string_crc.h"
 
 namespace {
@@ -28,26 +26,6 @@ constexpr std::array<char, 256> safe_characters = [] {
 
 constexpr std::uint32_t crc_start = 0xFFFFFFFF;
 
-bool has_folding = false;
-
-__attribute__((constructor)) void choose_crc() {
-    has_folding = cpu_has_carryless_multiplication();
-}
-
-/// Measured and summed up in pieces, so that a long text comes from memory once.
-std::uint32_t crc_of_long(char const* text) {
-    constexpr std::size_t piece_size = 16 * 1024;
-    std::uint32_t crc = crc_start;
-    std::size_t size = 0;
-    do {
-        size = strnlen(text, piece_size);
-        crc = has_folding && size >= crc_least_folded ? crc_update_folded(crc, text, size)
-                                                      : crc_update_sliced(crc, text, size);
-        text += size;
-    } while (size == piece_size);
-    return crc;
-}
-
 } // namespace
 
 void gen_replace_invalid_chars(char* name) {
@@ -61,15 +39,9 @@ void gen_replace_invalid_chars(char* name) {
         name[i] = safe_characters[static_cast<unsigned char>(name[i])];
 }
 
-BLOCK_READS_PAGE int gen_crc_generator(char const* text) {
-    if (text == nullptr || *text == '\0')
-        return 0;
-    if (block_head_fits(text)) [[likely]] {
-        std::size_t const size = block_head_length(text);
-        if (size < block_head_size)
-            return static_cast<int>(crc_update_sliced(crc_start, text, size));
-    }
-    return static_cast<int>(crc_of_long(text));
+int gen_crc_generator(char const* text) {
+    std::size_t const size = text != nullptr ? std::strlen(text) : 0;
+    return size != 0 ? static_cast<int>(crc_update(crc_start, text, size)) : 0;
 }
 
 int gen_crc_string_to_dword(char* text) {

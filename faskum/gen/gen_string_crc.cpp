@@ -1,7 +1,15 @@
 #include "gen_string_crc.h"
 
+#include <array>
 #include <cstring>
 
+namespace {
+
+/// From here on folding takes less time than slicing.
+constexpr std::size_t least_folded = 32;
+bool const can_fold = crc_can_fold();
+
+/// Slicing: table[k][b] is what the byte b becomes in the register with k more bytes behind it.
 constexpr std::array<std::array<std::uint32_t, 256>, 16> crc_table = [] {
     std::array<std::array<std::uint32_t, 256>, 16> table{};
     for (std::uint32_t byte = 0; byte < 256; ++byte) {
@@ -18,8 +26,6 @@ constexpr std::array<std::array<std::uint32_t, 256>, 16> crc_table = [] {
     return table;
 }();
 
-namespace {
-
 std::uint32_t word_at(char const* data) {
     std::uint32_t word;
     std::memcpy(&word, data, sizeof word);
@@ -33,6 +39,11 @@ std::uint32_t sliced(std::uint32_t word, std::size_t slice) {
 }
 
 } // namespace
+
+std::uint32_t crc_update(std::uint32_t crc, char const* data, std::size_t size) {
+    return can_fold && size >= least_folded ? crc_update_folded(crc, data, size)
+                                            : crc_update_sliced(crc, data, size);
+}
 
 std::uint32_t crc_update_sliced(std::uint32_t crc, char const* data, std::size_t size) {
     for (; size >= 16; data += 16, size -= 16)

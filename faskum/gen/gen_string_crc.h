@@ -2,7 +2,6 @@
 
 /// The register of gen_crc_generator, taken over many bytes at a time.
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -13,21 +12,12 @@ constexpr std::uint32_t crc_shifted(std::uint32_t crc) {
     return (crc >> 1) ^ ((crc & 1) != 0 ? crc_polynomial : 0);
 }
 
-/// Known to be of this library, and with their arguments in registers on 32-bit as well: short
-/// texts are summed up in less time than a call otherwise takes there.
-#if defined(__i386__)
-#define CRC_INTERNAL __attribute__((visibility("hidden"), regparm(3)))
-#else
-#define CRC_INTERNAL __attribute__((visibility("hidden")))
-#endif
+/// The register after @p size more bytes, in the way that is the fastest here.
+std::uint32_t crc_update(std::uint32_t crc, char const* data, std::size_t size);
 
-/// Slicing: table[k][b] is what the byte b becomes in the register with k more bytes behind it.
-extern __attribute__((visibility("hidden")))
-std::array<std::array<std::uint32_t, 256>, 16> const crc_table;
+/// The same by tables, whatever the machine.
+std::uint32_t crc_update_sliced(std::uint32_t crc, char const* data, std::size_t size);
 
-/// The register after @p size more bytes, whatever the machine.
-CRC_INTERNAL std::uint32_t crc_update_sliced(std::uint32_t crc, char const* data, std::size_t size);
-
-/// The same with carry-less multiplication, which pays from 32 bytes on and needs at least 16.
-constexpr std::size_t crc_least_folded = 32;
-CRC_INTERNAL std::uint32_t crc_update_folded(std::uint32_t crc, char const* data, std::size_t size);
+/// The same by carry-less multiplication, where the machine has it, for 16 bytes and more.
+bool crc_can_fold();
+std::uint32_t crc_update_folded(std::uint32_t crc, char const* data, std::size_t size);

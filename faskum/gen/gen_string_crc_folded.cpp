@@ -9,6 +9,13 @@
 
 #include "gen_string_crc.h"
 
+#if defined(__clang__) // which lacks C's name in C++, where the C library's header uses it
+#define _Bool bool
+#endif
+#include <sys/platform/x86.h>
+#if defined(__clang__)
+#undef _Bool
+#endif
 #include <wmmintrin.h>
 
 namespace {
@@ -77,6 +84,11 @@ __m128i folded(__m128i block, __m128i by, char const* data) {
 }
 
 } // namespace
+
+// The C library has looked already; asking the processor itself is slow on a virtual one.
+bool crc_can_fold() {
+    return CPU_FEATURE_ACTIVE(PCLMULQDQ);
+}
 
 std::uint32_t crc_update_folded(std::uint32_t crc, char const* data, std::size_t size) {
     // Beginning with a register is beginning with none and the register added to the first bytes.

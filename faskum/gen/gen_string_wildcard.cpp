@@ -1,8 +1,5 @@
 #include "gen_string_wildcard.h"
 
-#include "gen_report.h"
-
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -10,29 +7,30 @@
 #include <ctype.h>
 #include <string_view>
 
+#include "gen_report.h"
+
 namespace {
 
 /// What one character becomes: up to four bytes, the first in the lowest place. The highest half
 /// byte is the length and one more. A letter makes that by itself, whose fourth byte is "]"; what
 /// is shorter has room for it.
-using EXPANSION = std::uint32_t;
+using Expansion = std::uint32_t;
 static_assert(']' >> 4 == 4 + 1);
 
-constexpr EXPANSION expansion_of(std::uint32_t bytes, std::uint32_t length) {
+constexpr Expansion expansion_of(std::uint32_t bytes, std::uint32_t length) {
     return bytes | (length + 1) << 28;
 }
 
-constexpr std::size_t expansion_length(EXPANSION expansion) {
+constexpr std::size_t expansion_length(Expansion expansion) {
     return (expansion >> 28) - 1;
 }
 
 /// All tables are indexed from -128, as the functions of the locale are.
 constexpr int lowest = -128;
-using EXPANSIONS = std::array<EXPANSION, 256>;
 
 /// What becomes of every character that is no letter.
-constexpr EXPANSIONS no_letters = [] {
-    EXPANSIONS table{};
+constexpr std::array<Expansion, 256> no_letters = [] {
+    std::array<Expansion, 256> table{};
     auto const put = [&table](int character, std::uint32_t before, std::uint32_t length) {
         std::uint32_t const byte = static_cast<unsigned char>(character);
         table[static_cast<std::size_t>(character - lowest)] =
@@ -47,17 +45,18 @@ constexpr EXPANSIONS no_letters = [] {
     return table;
 }();
 
-/// The locale's tables. They answer in one load each where its functions would be three calls for a
-/// letter.
-class LOCALE_LETTERS {
+/// The locale's tables, which answer in one load each. By its functions, three calls for a letter,
+/// a pattern of 1 KiB takes more than ten times as long on either width, and by these tables with a
+/// branch for letters four times (`scripts/bench gen_wildcard`).
+class LocaleLetters {
   public:
-    /// What @p character becomes. Both answers are made and one is masked out, because no branch
-    /// foresees whether a character is a letter.
-    EXPANSION expansion(signed char character) const {
-        EXPANSION const other = no_letters[static_cast<std::size_t>(character - lowest)];
+    /// What @p character becomes. Both answers are made and one is masked out, because no processor
+    /// predicts whether a character is a letter.
+    Expansion expansion(signed char character) const {
+        Expansion const other = no_letters[static_cast<std::size_t>(character - lowest)];
         std::uint32_t const lower = static_cast<std::uint32_t>(m_lower[character]) & 0xFF;
         std::uint32_t const upper = static_cast<std::uint32_t>(m_upper[character]) & 0xFF;
-        EXPANSION const letter = '[' | lower << 8 | upper << 16 | std::uint32_t{']'} << 24;
+        Expansion const letter = '[' | lower << 8 | upper << 16 | std::uint32_t{']'} << 24;
         std::uint32_t const is_letter = (m_classes[character] & _ISalpha) != 0 ? UINT32_MAX : 0;
         return other ^ ((other ^ letter) & is_letter);
     }
@@ -69,62 +68,26 @@ class LOCALE_LETTERS {
 };
 
 constexpr std::size_t piece_size = 256;
-constexpr std::size_t anchors_size = 2;
-using PIECE = char[sizeof(EXPANSION) * piece_size + anchors_size];
 
-/// Writes what a pattern of at most piece_size characters becomes and gives the end of it.
-template <typename EXPAND>
-char* write_piece(char* at, std::string_view pattern, EXPAND const& expand) {
+/// Appends what a pattern of at most piece_size characters becomes.
+void append_piece(STR& expression, std::string_view pattern, LocaleLetters const& letters) {
+    char piece[sizeof(Expansion) * piece_size];
+    char* at = piece;
     for (char const character : pattern) {
-        EXPANSION const expansion = expand(static_cast<signed char>(character));
+        Expansion const expansion = letters.expansion(static_cast<signed char>(character));
         std::memcpy(at, &expansion, sizeof expansion);
         at += expansion_length(expansion);
     }
-    return at;
+    expression.append(piece, static_cast<std::size_t>(at - piece));
 }
 
-STR short_expression(std::string_view pattern, bool anchor) {
-    LOCALE_LETTERS const letters;
-    PIECE piece;
-    char* at = piece;
-    if (anchor)
-        *at++ = '^';
-    at = write_piece(at, pattern,
-                     [&](signed char character) { return letters.expansion(character); });
-    if (anchor)
-        *at++ = '$';
-    return STR(piece, static_cast<std::size_t>(at - piece));
-}
-
-/// It pays to look first at every character that there is.
-EXPANSIONS all_expansions() {
-    LOCALE_LETTERS const letters;
-    EXPANSIONS table;
-    for (int character = lowest; character < -lowest; ++character)
-        table[static_cast<std::size_t>(character - lowest)] =
-            letters.expansion(static_cast<signed char>(character));
-    return table;
-}
-
-STR long_expression(std::string_view pattern, bool anchor) {
-    EXPANSIONS const table = all_expansions();
+STR expression_of(std::string_view pattern, bool anchor) {
+    LocaleLetters const letters;
     STR expression;
     if (anchor)
         expression += '^';
-    std::size_t const pieces = pattern.size() / piece_size + 1;
-    for (; !pattern.empty(); pattern.remove_prefix(std::min(piece_size, pattern.size()))) {
-        PIECE piece;
-        char const* const end =
-            write_piece(piece, pattern.substr(0, piece_size), [&](signed char character) {
-                return table[static_cast<std::size_t>(character - lowest)];
-            });
-        auto const size = static_cast<std::size_t>(end - piece);
-        // One piece of a pattern is much like the next, so the first tells the size of all. Where
-        // it does not, the string grows as strings do.
-        if (expression.size() < anchors_size)
-            expression.reserve((size + size / 8) * pieces + anchors_size);
-        expression.append(piece, size);
-    }
+    for (std::size_t at = 0; at < pattern.size(); at += piece_size)
+        append_piece(expression, pattern.substr(at, piece_size), letters);
     if (anchor)
         expression += '$';
     return expression;
@@ -137,8 +100,7 @@ STR gen_wildcard_to_reg_expr(STR* wildcard, bool anchor) {
         report(reports::no_wildcard);
         return STR();
     }
-    STR expression = wildcard->size() <= piece_size ? short_expression(*wildcard, anchor)
-                                                    : long_expression(*wildcard, anchor);
+    STR expression = expression_of(*wildcard, anchor);
     *wildcard = expression;
     return expression;
 }

@@ -37,6 +37,17 @@ def check_readme(readme, examples):
         sys.exit(f"{HOSTS.name} does not run what README shows: {command}")
 
 
+def check_names(headers, environment, compiler, flags):
+    """With our directory among those that are searched, the C library's headers are still the C library's."""
+    asked = "".join(f"#if __has_include(<{header.name}>)\n{header.name}\n#endif\n" for header in headers)
+    hidden = run(compiler, *flags, "-E", "-P", "-x", "c++", "-", input=asked)
+    if hidden.strip():
+        sys.exit(f"installed headers stand before the system's: {hidden}")
+    given = run("pkg-config", "--cflags", "korvane_gen", env=environment).split()
+    run(compiler, *flags, *given, "-fsyntax-only", "-x", "c++", "-",
+        input="#include <err.h>\n#include <time.h>\nint main() { errx(1, \"%ld\", static_cast<long>(time(nullptr))); }\n")
+
+
 def main(build, readme, examples, compiler, flags):
     check_readme(readme.read_text(encoding="utf-8"), examples)
     with tempfile.TemporaryDirectory() as directory:
@@ -48,6 +59,7 @@ def main(build, readme, examples, compiler, flags):
             **os.environ, "CXX": compiler, "CXXFLAGS": " ".join(flags),
             "PKG_CONFIG_PATH": str(libraries / "pkgconfig"), "CMAKE_PREFIX_PATH": str(tree),
             "LD_LIBRARY_PATH": str(libraries)}
+        check_names(list(tree.rglob("korvane/*.h")), environment, compiler, flags)
         run("sh", HOSTS, examples, scratch / "hosts", env=environment)
         answer = run(tree / "bin" / "gen_query", "where")
         if f"{tree}/bin/gen_query" not in answer:

@@ -1,15 +1,15 @@
 #!/usr/bin/env python3
-"""Draws what Google Benchmark measured: a row a work, on each width a dot where gen stands beside the best peer and a
-stroke where it has to stand at most. Left of the line is faster than the peer.
+"""Draws a table that table.py printed, wherever in a page it stands: a row a work, on each width a dot where gen stands
+beside the best peer and a stroke where it has to stand at most. Left of the line is faster than the peer.
 
-    picture.py TARGETS LABEL=RESULT.json... > PICTURE.svg
+    picture.py PAGE.md > PICTURE.svg
 """
 
 import math
+import pathlib
+import re
 import sys
 from xml.sax.saxutils import escape
-
-import table
 
 COLOURS = {"64": "#2a6fb0", "32": "#c8641e"}
 LOWEST, HIGHEST = 1 / 32, 8 # of the ratios that the axis shows
@@ -48,23 +48,16 @@ def legend():
     yield '<text x="12" y="22" font-weight="bold">gen over the best peer</text>'
 
 
-def ratio_of(contestants):
-    peers = [time for name, time in contestants.items() if name not in ("gen", "limit")]
-    return contestants["gen"] / min(peers) if "gen" in contestants and peers else None
-
-
-def rows_of(targets, results):
+def rows_of(lines):
     """[(work, [(width, ratio, ratio to reach or None)])], the works that have a peer."""
-    works = dict.fromkeys(work for _, medians in results for work in medians)
+    cells = [[cell.strip() for cell in line.strip().strip("|").split("|")] for line in lines]
+    head, *works = cells
+    columns = [(re.search(r"\d+", head[i - 2])[0], i) for i, name in enumerate(head) if name == "gen/peer"]
     for work in works:
-        marks = []
-        for label, medians in results:
-            ratio = ratio_of(medians.get(work, {}))
-            if ratio is not None:
-                wanted = targets.get(work, [None] * 3)[1 if label.startswith("32") else 0]
-                marks.append((label[:2], ratio, wanted))
+        found = [(width, re.match(r"([\d.]+)(?: of ([\d.]+))?", work[i])) for width, i in columns]
+        marks = [(width, float(ratio[1]), float(ratio[2]) if ratio[2] else None) for width, ratio in found if ratio]
         if marks:
-            yield work, marks
+            yield work[0], marks
 
 
 def drawn(y, work, marks):
@@ -76,12 +69,12 @@ def drawn(y, work, marks):
         yield f'<circle cx="{place(ratio):.1f}" cy="{at}" r="4" fill="{COLOURS[width]}"><title>{ratio:.2f}</title></circle>'
 
 
-def main(arguments):
-    if len(arguments) < 2:
-        sys.exit(__doc__)
-    results = [(label, table.read_medians(path))
-               for label, path in (argument.split("=", 1) for argument in arguments[1:])]
-    rows = list(rows_of(table.read_targets(arguments[0]), results))
+def main(page):
+    text = pathlib.Path(page).read_text(encoding="utf-8")
+    table = re.search(r"^\| work \(ns\) .*\n\|[-|]+\n((?:\|.*\n)+)", text, re.M)
+    if not table:
+        sys.exit(f"{page} has no table of scripts/bench")
+    rows = list(rows_of([table[0].split("\n")[0], *table[1].splitlines()]))
     height = TOP + ROW * len(rows) + 16
     lines = [*legend(), *axis(height)]
     for i, (work, marks) in enumerate(rows):
@@ -90,4 +83,4 @@ def main(arguments):
 
 
 if __name__ == "__main__":
-    main(sys.argv[1:])
+    main(sys.argv[1])

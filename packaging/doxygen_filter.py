@@ -10,7 +10,7 @@ import pathlib
 import re
 import sys
 
-from header import blocks, code_of, comment_of, is_comment, paragraphs
+from header import blocks, code_of, comment_of, is_comment, paragraphs, remark_of
 
 
 FAMILIES = {
@@ -80,10 +80,27 @@ def repeated(paragraph):
     return [line for part in declarations(code) for line in comment + part] if code else comment
 
 
+def grouped(sections):
+    """Paragraphs for Doxygen. What a remark is about, up to the next one or the end of the class, is a group of its name."""
+    is_open = False
+    for paragraph in sections:
+        remark = remark_of(paragraph)
+        end = next((i for i, line in enumerate(paragraph) if re.match(r"\s*private:|\};", line)), None)
+        if is_open and (remark or end is not None):
+            yield [*repeated(paragraph[:end or 0] or [""]), "/// @}", ""]
+            paragraph, is_open = paragraph[end or 0:], False
+        if remark:
+            name, _, rest = remark.partition(". ")
+            yield [f"/// @name {name}", f"/// {rest}".rstrip(), "/// @{", ""]
+            is_open = True
+        else:
+            yield repeated(paragraph)
+    if is_open:
+        yield ["/// @}"]
+
+
 def filtered(header):
-    result = []
-    for paragraph in paragraphs(header.read_text(encoding="utf-8").split("\n")):
-        result += repeated(paragraph)
+    result = [line for part in grouped(paragraphs(header.read_text(encoding="utf-8").split("\n"))) for line in part]
     if header.stem != "gen": # all families in one
         title = FAMILIES[family_of(header.stem)]
         group = re.sub(r"\W+", "_", title.lower())

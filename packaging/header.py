@@ -42,6 +42,13 @@ def paragraphs(lines):
         yield paragraph
 
 
+def remark_of(paragraph):
+    """The text of a comment between declarations, about those that follow it; empty where the paragraph is none."""
+    if all(re.match(r"\s*// ", line) for line in paragraph):
+        return " ".join(line.strip()[3:] for line in paragraph)
+    return ""
+
+
 def comment_of(paragraph):
     """The comment's text, without its marks."""
     return [re.sub(r"^\s*/// ?", "", line) for line in paragraph if is_comment(line)]

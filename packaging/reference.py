@@ -10,7 +10,7 @@ import re
 import sys
 
 from declarations import in_columns, public
-from header import about, blocks, code_of, comment_of, is_comment, paragraphs
+from header import about, blocks, code_of, comment_of, is_comment, paragraphs, remark_of
 from troff import WIDTH, plain, verbatim
 
 MARGIN = 7 # columns that man leaves free before what is not indented
@@ -96,10 +96,9 @@ def without_private(body):
 
 
 def remark(paragraph):
-    """A comment between declarations, about those that follow it."""
-    if all(line.lstrip().startswith("// ") for line in paragraph):
-        return [".PP", inline(" ".join(line.lstrip()[3:] for line in paragraph))]
-    return []
+    """A comment between declarations."""
+    text = remark_of(paragraph)
+    return [".PP", inline(text)] if text else []
 
 
 def entry(body):

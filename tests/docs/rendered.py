@@ -83,9 +83,13 @@ def broken_links(site, pages):
 def lost_lines(pages, headers):
     """Complaints about lines of examples and tables, and items of lists, that do not stand by themselves."""
     shown = {line.strip() for page in pages.values() for line in page.lines}
+    text = " ".join(words_of(page.text) for page in pages.values())
     items = [words_of(item) for page in pages.values() for item in page.items]
     for path in headers:
         for paragraph in header.paragraphs(path.read_text(encoding="utf-8").split("\n")):
+            for sentence in re.split(r"[.:`] ?", header.remark_of(paragraph)):
+                if words_of(sentence) not in text:
+                    yield f"{path.name}: nowhere: {sentence}"
             for block in header.blocks(header.comment_of(paragraph)):
                 for line in block.lines if block.kind == "verbatim" else []:
                     if line.strip() not in shown:

@@ -6,17 +6,14 @@
 #include "in_child.h"
 #include "plain/plain_time.h"
 #include "private_mounts.h"
-#include "probe.h"
 #include "temp_directory.h"
 #include "test_directories.h"
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
-#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -147,7 +144,7 @@ TEST(Zone, OthersMayMoveItToOtherRulesOfTheSameNames) {
     EXPECT_EQ(seen, "14, 14");
 }
 
-TEST(Zone, ChangedZoneFileIsSeenWithinASecond) {
+TEST(Zone, ChangedZoneFileIsSeenAtOnce) {
     TempDirectory const directory;
     std::string const file = directory.write("zone", zone_file(3, "AAA"));
     std::string const seen = in_child([&]() -> std::string {
@@ -156,29 +153,9 @@ TEST(Zone, ChangedZoneFileIsSeenWithinASecond) {
         if (access("/etc/localtime", F_OK) != 0 || !enter_private_mounts() ||
             !mount_over(file, "/etc/localtime"))
             return "refused";
-        std::this_thread::sleep_for(std::chrono::milliseconds(1100));
         return date(86400);
     });
     if (seen == "refused")
         GTEST_SKIP() << "the system gives no private view of the file system";
     EXPECT_EQ(seen, "Fri Jan  2 03:00:00 1970");
-}
-
-TEST(Zone, FileIsNotAskedForOnEveryCall) {
-    TempDirectory const directory;
-    if (run_program({.arguments = {"/usr/bin/strace", "-o/dev/null", "true"}}).status != 0)
-        GTEST_SKIP() << "the system lets no process be traced";
-    ProgramStart start;
-    start.arguments = {"/usr/bin/strace", "-fetrace=%file", "-o" + directory / "calls",
-                       TEST_BINARY_DIR "/system_probe", "many_dates"};
-    start.unset = {"TZ"};
-    ProgramResult const result = run_with_faked_answers(start, {});
-    EXPECT_EQ(result.status, 0) << result.errors;
-    EXPECT_EQ(result.output, "1000\n");
-    std::string const calls = read_file(directory / "calls");
-    std::size_t asked = 0;
-    for (std::size_t at = 0; (at = calls.find("/etc/localtime", at)) != std::string::npos; ++at)
-        ++asked;
-    EXPECT_GE(asked, 1U);
-    EXPECT_LT(asked, 30U); // one or two a second that the thousand dates take
 }

@@ -24,12 +24,6 @@ std::string seconds_text(double seconds) {
     return text;
 }
 
-std::string many_dates() {
-    for (int i = 0; i < 1000; ++i)
-        (void)gen_get_current_date_and_time(0);
-    return "1000";
-}
-
 std::string printed_time() {
     TempDirectory const directory;
     std::ofstream stream(directory / "now");
@@ -76,7 +70,6 @@ std::map<std::string, ANSWER> const answers{
     {"seconds", [] { return std::to_string(gen_get_current_time_seconds()); }},
     {"time", [] { return std::string(gen_get_current_time()); }},
     {"date", [] { return std::string(gen_get_current_date_and_time(0)); }},
-    {"many_dates", many_dates},
     {"format", formatted_time},
     {"print", printed_time},
     {"cpu", [] { return seconds_text(GEN_STOPWATCH::get_cpu_seconds_elapsed()); }},

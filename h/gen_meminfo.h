@@ -18,11 +18,12 @@
 ///     fit        end at Sun Nov 15 12:47:34 2026 memory usage(bytes): transient 9 WS 8 WS Peak 8
 ///
 /// Where no such file lies next to the executable, "No *.dll files found!" stands in place of the
-/// sums. With all switches off the call costs three looks through the environment, 60 ns where it
-/// holds 50 variables and 100 ns where it holds 90.
+/// sums; a directory of such a name is no module. Every call reads the three switches first, which
+/// is all that it costs with all of them off.
 ///
 /// @param tag   a label of the caller, cut or padded to 10 characters; null counts as ""
 /// @param phase a label of the point in the run; null counts as "start". The memory line expands it
-///              and the tag once more as a printf format without arguments: keep "%" out of them.
+///              and the tag once more as a printf format, to which there are no arguments: keep "%"
+///              out of them.
 /// The memory line is cut at 1023 bytes; the byte counts of modules are taken in 32 bits.
 KORVANE_API void gen_meminfo_report_dll_usage(char const* tag, char const* phase);

@@ -46,6 +46,17 @@ TEST(GenDebugBreak, DropsWhatIsRaisedOnlyWhenGuarded) {
     EXPECT_EQ(process_probe({"break", "bare"}, "dont_catch_all_exceptions"), "breaks 1, raised\n");
 }
 
+TEST(MeminfoSwitches, AreReadThreeTimesByEveryCall) {
+    std::string const reads = "profile_dll_usage 0\nlist_dll_details 0\nreport_modules_flow 0\n";
+    EXPECT_EQ(process_probe({"report"}), reads + reads);
+}
+
+TEST(MeminfoMessages, ComeWithArgumentsAsAllMessagesDo) {
+    std::string const reads = "profile_dll_usage 0\nlist_dll_details 0\nreport_modules_flow 0\n";
+    std::string const report = reads + "GEN message fitter    , arguments\n";
+    EXPECT_EQ(process_probe({"report"}, "report_modules_flow"), report + report);
+}
+
 TEST(GenDebugOutputString, DoesNothing) {
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();

@@ -230,7 +230,16 @@ TEST_F(MeminfoReport, PercentInALabelIsExpandedOnceMoreInTheMemoryLineOnly) {
     module("a.dll", 5);
     EXPECT_THAT(report({"profile_dll_usage", "report_modules_flow"}, "100%%", "<%s%d%n%%>"),
                 ElementsAre("GEN: 100%%      <%s%d%n%%> DLL usage(bytes): Loaded 0 Not Loaded 5",
-                            memory_line("100%      <%>")));
+                            memory_line("100%      <\\(null\\)0%>")));
+}
+
+TEST_F(MeminfoReport, DirectoryIsNoModule) {
+    m_directory.make_directory("linux/x.dll");
+    EXPECT_THAT(report({"profile_dll_usage"}), ElementsAre("GEN: No *.dll files found!"));
+    lines.clear();
+    module("y.dll", 5);
+    EXPECT_THAT(report({}),
+                ElementsAre("GEN: fitter     synthesis DLL usage(bytes): Loaded 0 Not Loaded 5"));
 }
 
 TEST_F(MeminfoReport, LabelsOfAnyLengthOverrunNothing) {

@@ -32,7 +32,8 @@ KORVANE_API bool gen_set_paths_for_64bit(STR const& exe_name, STR& old_path,
 
 /// Sets "PATH" and "LD_LIBRARY_PATH" to copies of the texts; a variable that was unset before the
 /// pair of calls is then set and empty. The environment keeps the copies for good, as it does those
-/// of gen_set_paths_for_64bit: two a call.
+/// of gen_set_paths_for_64bit: two blocks of malloc a call, which are no tracked memory. A system
+/// that refuses a variable is ignored.
 KORVANE_API void gen_restore_paths(STR const& path, STR const& ld_library_path);
 
 /// True: every web browser will do on this platform.

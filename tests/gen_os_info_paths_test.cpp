@@ -144,6 +144,21 @@ TEST_F(Installation, RestoredTextsAreTheEnvironmentsOwn) {
               "/first|/first");
 }
 
+TEST_F(Installation, EnvironmentIsNoTrackedMemory) {
+    std::string const seen =
+        run({{"KORVANE_PLATFORM", "linux"}, {"PATH", "/bin"}, {"LD_LIBRARY_PATH", "/lib"}}, [] {
+            STR path;
+            STR library_path;
+            path.reserve(1000);
+            library_path.reserve(1000);
+            std::size_t const before = MEM_MANAGER::s_system_memory_counter.current();
+            gen_set_paths_for_64bit("fitter", path, library_path);
+            gen_restore_paths(path, library_path);
+            return std::to_string(MEM_MANAGER::s_system_memory_counter.current() - before);
+        });
+    EXPECT_EQ(seen, "0");
+}
+
 TEST_F(Installation, UnsetPathsCountAsEmpty) {
     std::string const seen =
         run({{"KORVANE_PLATFORM", "linux"}, {"PATH", nullptr}, {"LD_LIBRARY_PATH", nullptr}},

@@ -1,33 +1,24 @@
 #include "gen_exe.h"
 
-#include "fio_file_system.h"
 #include "fio_path.h"
+#include "gen_environment.h"
+#include "gen_memory_watch.h"
 #include "gen_path_project.h"
 #include "mem.h"
 #include "thr.h"
 #include "ver.h"
 
+#include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ios>
-#include <string_view>
 #include <sys/stat.h>
 
 char* gen_module_fullpath = nullptr;
 
 namespace {
-
-constexpr std::string_view root_variable_start = "KORVANE_ROOTDIR=";
-
-/// putenv keeps the pointer, and the environment is read long after the library has been unloaded:
-/// the buffer is the process's, made once and never freed.
-constexpr std::size_t root_variable_size = 1024;
-char* root_variable = nullptr;
-
-char* allocate_for_good(std::size_t size) {
-    return MEM_STL_ALLOCATOR<char>().allocate(size);
-}
 
 STR locate(STR const& name) {
     std::size_t const slash = name.rfind('/');
@@ -38,23 +29,37 @@ STR locate(STR const& name) {
     return find_executable_in_path(name.substr(slash + 1));
 }
 
-// Whether a file is there, and not (or not the same) under the simplified text of its path: ".."
-// behind a symbolic link does not lead where the text alone says.
+/// Whether @p file is there but not under the simplified text of its path: ".." behind a symbolic
+/// link does not lead where the text alone says.
 bool simplifying_misleads(STR const& file, STR const& simplified) {
-    struct stat there;
-    struct stat here;
-    if (file.find("..") == STR::npos || stat(file.c_str(), &there) != 0)
+    struct stat found;
+    struct stat named;
+    if (stat(file.c_str(), &found) != 0)
         return false;
-    return stat(simplified.c_str(), &here) != 0 || here.st_dev != there.st_dev ||
-           here.st_ino != there.st_ino;
+    if (stat(simplified.c_str(), &named) != 0)
+        return errno == ENOENT || errno == ENOTDIR;
+    return named.st_dev != found.st_dev || named.st_ino != found.st_ino;
+}
+
+/// @p file, which has a directory, with the real path of that; as it is where the system does not
+/// tell, as without a current directory.
+STR with_real_directory(STR const& file) {
+    std::size_t const slash = file.rfind('/');
+    GEN_MEMORY_WATCH const watch;
+    char directory[PATH_MAX];
+    if (realpath(file.substr(0, slash + 1).c_str(), directory) == nullptr)
+        return file;
+    STR path(directory);
+    if (path != "/")
+        path += '/';
+    return path.append(file, slash + 1);
 }
 
 STR absolute_path(STR const& file) {
     FIO_PATH path(file);
     path.become_absolute("");
-    if (!simplifying_misleads(file, path.fullpath()))
-        return path.fullpath();
-    return FIO_PATH(file).absolute() ? file : FIO_FILE_SYSTEM::get_current_directory() + "/" + file;
+    return simplifying_misleads(file, path.fullpath()) ? with_real_directory(file)
+                                                       : path.fullpath();
 }
 
 void record_module(char const* name) {
@@ -66,21 +71,9 @@ void record_module(char const* name) {
     }
     STR const fullpath = absolute_path(candidate);
     std::size_t const size = fullpath.size() + 1;
-    char* const text = allocate_for_good(size);
+    char* const text = MEM_STL_ALLOCATOR<char>().allocate(size);
     std::memcpy(text, fullpath.c_str(), size);
     gen_module_fullpath = text;
-}
-
-void set_root_variable() {
-    STR const root = gen_get_korvane_path();
-    if (root_variable_start.size() + root.size() >= root_variable_size)
-        return;
-    if (root_variable == nullptr)
-        root_variable = allocate_for_good(root_variable_size);
-    std::memcpy(root_variable, root_variable_start.data(), root_variable_start.size());
-    std::memcpy(root_variable + root_variable_start.size(), root.c_str(), root.size() + 1);
-    if (putenv(root_variable) != 0)
-        MEM_MANAGER::fail(root_variable_size, nullptr, "GEN");
 }
 
 } // namespace
@@ -90,7 +83,7 @@ void gen_exe_init(int /*argc*/, char const** argv) {
     if (gen_module_fullpath == nullptr)
         record_module(argv != nullptr && argv[0] != nullptr ? argv[0] : "");
     if (std::getenv("KORVANE_ROOTDIR") == nullptr)
-        set_root_variable();
+        gen_set_variable("KORVANE_ROOTDIR", gen_get_korvane_path());
     thr_drl_init(gen_get_module_fullpath().c_str());
     ver_set_module_path(gen_get_module_path().c_str());
     mem_set_gen_get_korvane_path_callback(gen_get_korvane_path);

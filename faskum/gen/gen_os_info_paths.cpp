@@ -1,6 +1,7 @@
 #include "gen_os_info_paths.h"
 
 #include "fio_file_system.h"
+#include "gen_environment.h"
 #include "gen_exe.h"
 
 #include <cstdlib>
@@ -8,22 +9,11 @@
 
 namespace {
 
-/// The environment keeps the text, and whoever asked for it earlier may still read the one that it
-/// held before: neither is ever freed.
-void put_variable(char const* name, STR const& value) {
-    STR const entry = STR(name) + "=" + value;
-    std::size_t const size = entry.size() + 1;
-    char* const kept = MEM_STL_ALLOCATOR<char>().allocate(size);
-    std::memcpy(kept, entry.c_str(), size);
-    if (putenv(kept) != 0)
-        MEM_MANAGER::fail(size, nullptr, "GEN");
-}
-
 /// Returns what the variable was.
 STR put_in_front(char const* name, STR const& directory) {
     char const* const value = std::getenv(name);
     STR previous = value != nullptr ? value : "";
-    put_variable(name, directory + ":" + previous);
+    gen_set_variable(name, directory + ":" + previous);
     return previous;
 }
 
@@ -54,8 +44,8 @@ bool gen_set_paths_for_64bit(STR const& exe_name, STR& old_path, STR& old_ld_lib
 }
 
 void gen_restore_paths(STR const& path, STR const& ld_library_path) {
-    put_variable("PATH", path);
-    put_variable("LD_LIBRARY_PATH", ld_library_path);
+    gen_set_variable("PATH", path);
+    gen_set_variable("LD_LIBRARY_PATH", ld_library_path);
 }
 
 bool gen_is_valid_web_browser() {

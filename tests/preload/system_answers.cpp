@@ -8,6 +8,7 @@
 //     FAKED_HOST_NAME  gethostname(): the name, without an end when it fills the buffer; "" fails
 //     FAKED_ADDRESSES  gethostbyname(): addresses in hexadecimal, separated by ","
 //     FAKED_UNAME      uname(): fails
+//     FAKED_PUTENV     putenv(): fails for want of memory
 //     FAKED_CONFIGURED, FAKED_TICKS_PER_SECOND, FAKED_PAGES
 //                      sysconf(): the configured processors, the clock ticks a second, the pages of
 //                      memory; "-1" fails
@@ -156,6 +157,13 @@ EXPORTED int uname(utsname* out) noexcept {
     if (std::getenv("FAKED_UNAME") == nullptr)
         return real("uname", &uname)(out);
     errno = EFAULT;
+    return -1;
+}
+
+EXPORTED int putenv(char* text) noexcept {
+    if (std::getenv("FAKED_PUTENV") == nullptr)
+        return real("putenv", &putenv)(text);
+    errno = ENOMEM;
     return -1;
 }
 

@@ -36,29 +36,27 @@ TEST(GenLoad, UnloadingLeavesNothingAndASecondLoadStartsClean) {
 TEST(GenLoad, ObjectsAreBuiltInOrderAndDestroyedInReverse) {
     ProgramResult const result = load_with("load_order_probe");
     EXPECT_EQ(result.status, 0) << result.errors;
-    std::string const round = "owner GEN begins, no texts\n"
-                              "loaded\n"
+    std::string const round = "loaded\n"
                               "search object freed, texts held\n"
                               "owner GEN ends, no texts\n"
                               "unloaded\n";
-    EXPECT_EQ(result.output, round + round);
+    // Newer C++ libraries have their streams ready before anybody asks.
+    std::string const at_start = result.output.substr(0, result.output.find('\n'));
+    EXPECT_THAT(at_start, testing::AnyOf("streams", "no streams"));
+    EXPECT_EQ(result.output, at_start + "\nowner GEN begins, " + at_start + ", no texts\n" + round +
+                                 "owner GEN begins, streams, no texts\n" + round);
 }
 
 TEST(GenLoad, UnloadingGivesBackAllButTheExecutablesPath) {
     std::size_t const path_size = sizeof TEST_BINARY_DIR "/unload_probe";
-    constexpr std::size_t variable_size = 1024;
-    ProgramResult const result =
-        load_with("unload_probe", {"3", std::to_string(path_size), std::to_string(variable_size)});
+    ProgramResult const result = load_with("unload_probe", {"3", std::to_string(path_size)});
     EXPECT_EQ(result.status, 0) << result.errors;
     std::istringstream output(result.output);
     std::size_t path = 0;
-    std::size_t variable = 0;
     std::size_t kept[3] = {};
-    output >> path >> variable >> kept[0] >> kept[1] >> kept[2];
+    output >> path >> kept[0] >> kept[1] >> kept[2];
     ASSERT_TRUE(output) << result.output;
     EXPECT_GE(path, path_size);
-    EXPECT_GE(variable, variable_size);
-    // The path is constant from start-up on, also for those who read it later; the variable's
-    // buffer is in the environment, and the next load finds the variable there.
-    EXPECT_THAT(kept, testing::ElementsAre(path + variable, path, path));
+    // The path is constant from start-up on, also for those who read it later.
+    EXPECT_THAT(kept, testing::Each(path));
 }

@@ -7,8 +7,12 @@
 #include "gen_path_project.h"
 #include "mem.h"
 
+#include <ios>
+
 namespace {
 MEM_INITIALIZER const owner("GEN");
+/// A host whose sources only declare the standard streams can use them.
+std::ios_base::Init const standard_streams;
 } // namespace
 
 STR gen_project_dir_path;

@@ -1,5 +1,6 @@
 // A host that is linked with the sibling library and stands in for what gen's load-time objects
-// call there: tells in which order they are built and destroyed, twice over.
+// call there: tells in which order they are built and destroyed, twice over. It writes to
+// std::cout, which only gen can have made ready.
 //   load_order_probe LIBRARY
 
 #include "fio_find.h"
@@ -7,11 +8,25 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <dlfcn.h>
+#include <ostream>
+
+// Declared without <iostream>, which would have them ready from the beginning.
+namespace std {
+extern ostream cout;
+} // namespace std
 
 namespace {
 
 constexpr std::size_t long_text = 100'000;
+
+/// Whether the standard streams have been built: before that their storage is all zero.
+char const* streams() {
+    void* table = nullptr;
+    std::memcpy(&table, &std::cout, sizeof table);
+    return table != nullptr ? "streams" : "no streams";
+}
 
 /// Only texts of that size count; the siblings' small change does not.
 char const* texts() {
@@ -31,7 +46,7 @@ T* find(void* library, char const* name) {
 } // namespace
 
 MEM_INITIALIZER::MEM_INITIALIZER(char const* owner) : m_owner(owner), m_next(nullptr) {
-    std::printf("owner %s begins, %s\n", m_owner, texts());
+    std::printf("owner %s begins, %s, %s\n", m_owner, streams(), texts());
 }
 
 MEM_INITIALIZER::~MEM_INITIALIZER() {
@@ -48,7 +63,7 @@ static void load_and_unload(char const* path) {
         std::puts(dlerror());
         std::exit(1);
     }
-    std::puts("loaded");
+    std::cout << "loaded\n";
     for (char const* const name :
          {"_Z20gen_project_dir_pathB5cxx11", "_Z25gen_korvane_library_pathsB5cxx11",
           "_Z25gen_project_library_pathsB5cxx11", "_Z22gen_user_library_pathsB5cxx11",
@@ -65,6 +80,7 @@ static void load_and_unload(char const* path) {
 }
 
 int main(int, char** argv) {
+    std::puts(streams());
     load_and_unload(argv[1]);
     load_and_unload(argv[1]);
     return 0;

@@ -15,3 +15,4 @@
 #include "gen_string.h"
 #include "gen_time.h"
 #include "gen_undo_redo.h"
+#include "gen_version.h"

@@ -48,6 +48,31 @@ def check_names(headers, environment, compiler, flags):
         input="#include <err.h>\n#include <time.h>\nint main() { errx(1, \"%ld\", static_cast<long>(time(nullptr))); }\n")
 
 
+VERSION_HOST = """
+#include <gen.h>
+#include <cstdio>
+int main() {
+    std::printf("%d.%d.%d\\n%s\\n%s\\n", GEN_VERSION_MAJOR, GEN_VERSION_MINOR, GEN_VERSION_PATCH, GEN_VERSION,
+                gen_get_version());
+}
+"""
+
+
+def check_version(scratch, tree, compiler, flags, environment):
+    """Headers, library, pkg-config, the CMake package and gen_query name one version."""
+    version = run("pkg-config", "--modversion", "korvane_gen", env=environment).strip()
+    answers = [run(tree / "bin" / "gen_query", "--version").split()[1]]
+    package = next(tree.rglob("korvane_gen-config-version.cmake")).read_text(encoding="utf-8")
+    answers.append(re.search(r'set\(PACKAGE_VERSION "(.*)"\)', package)[1])
+    source = scratch / "version.cpp"
+    source.write_text(VERSION_HOST, encoding="utf-8")
+    options = run("pkg-config", "--cflags", "--libs", "korvane_gen", env=environment).split()
+    run(compiler, *flags, "-std=c++20", source, "-o", scratch / "version", *options)
+    answers += run(scratch / "version", env=environment).split()
+    if answers != 5 * [version]:
+        sys.exit(f"pkg-config has version {version}, the others have {answers}")
+
+
 def main(build, readme, examples, compiler, flags):
     check_readme(readme.read_text(encoding="utf-8"), examples)
     with tempfile.TemporaryDirectory() as directory:
@@ -64,10 +89,7 @@ def main(build, readme, examples, compiler, flags):
         answer = run(tree / "bin" / "gen_query", "where")
         if f"{tree}/bin/gen_query" not in answer:
             sys.exit(f"gen_query of the moved tree: {answer}")
-        version = run("pkg-config", "--modversion", "korvane_gen", env=environment)
-        answer = run(tree / "bin" / "gen_query", "--version")
-        if answer.split()[:2] != ["gen_query", version.strip()]:
-            sys.exit(f"version {version} has {answer}")
+        check_version(scratch, tree, compiler, flags, environment)
 
 
 if __name__ == "__main__":

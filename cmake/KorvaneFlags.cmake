@@ -61,6 +61,9 @@ function(korvane_shared_library target output map)
   target_compile_features(${target} PUBLIC cxx_std_20)
   # The types of the binary interface, which is compared with the one of before; presets have -g1.
   target_compile_options(${target} PRIVATE $<$<CONFIG:RelWithDebInfo>:-g2>)
+  # Doubles are rounded after every operation, also by a compiler that may fuse two into one: answers do
+  # not depend on the machine that the library was built for.
+  target_compile_options(${target} PRIVATE -ffp-contract=off)
   # Not for the programs: in the headers they include g++ sees null pointers that cannot be.
   target_compile_options(${target} PRIVATE -Wnull-dereference)
   target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)

@@ -3,18 +3,15 @@
 /// Histogram bins: counting real-valued items into bins of equal width over a closed range.
 
 #include <cstdint>
-#if defined(__SSE2_MATH__)
-#include <emmintrin.h>
-#endif
 
 #include "korvane_export.h"
 
 /// Counts items into a fixed number of equal-width bins from `low` to `high`.
 ///
-/// Every bin holds its lower edge and not its upper one, but for the last, which holds both. An
+/// Every bin contains its lower edge and not its upper one, but for the last, which has both. An
 /// item's bin is found by dividing by the same bin width that lowbound and highbound multiply by,
-/// so that the two agree as closely as doubles can: an edge that no double holds exactly may be
-/// counted below itself.
+/// so that the two agree as closely as doubles can: an edge that no double represents exactly may
+/// be counted below itself.
 ///
 ///     GEN_BINDATA(0, 10, 5)   item    bin     counted in
 ///                             0       0       0
@@ -40,7 +37,7 @@ class KORVANE_API GEN_BINDATA {
 
     /// Checks itself: reports "lowbound(i+1) == highbound(i)" for each bin whose upper edge is not
     /// the next one's lower edge (as with a low bound of minus infinity, whose edges are no
-    /// numbers), and "total == m_num_items" when the counts do not sum to size(), which tells of
+    /// numbers), and "total == m_num_items" when the counts do not sum to size(), as after
     /// items outside the range. Releases nothing.
     ~GEN_BINDATA();
 
@@ -49,7 +46,7 @@ class KORVANE_API GEN_BINDATA {
 
     /// Counts one item in bin(item), with the same report for one out of range, and in size(). An
     /// item whose bin does not exist counts in size() alone.
-    inline void add_item(double item);
+    void add_item(double item);
 
     /// The index of the bin that @p item falls in. Reports "item >= m_low && item <= m_high" for
     /// any other item, NaN included, and answers with the same computation: the distance from the
@@ -82,28 +79,24 @@ class KORVANE_API GEN_BINDATA {
 };
 
 inline void GEN_BINDATA::add_item(double item) {
-#if defined(__SSE2_MATH__)
+#if __FLT_EVAL_METHOD__ == 0
     // The usual item is counted in the caller, which is several times cheaper than a call. Only
-    // where doubles round as they do in the library, though: the wider arithmetic of the old
-    // floating-point unit would count some items in another bin than bin() tells.
-    //
-    // All members are read before anything is written: the compiler need not read them again. The
-    // item at the high bound, whose index needs its correction, is left to the call.
-    double const low = m_low;
-    double const high = m_high;
-    double const bin_width = m_bin_width;
-    std::uint32_t const num_bins = m_num_bins;
-    std::uint32_t* const counts = m_counts;
-    if (item >= low && item <= high) [[likely]] {
-        // The intrinsic is defined for every quotient; what fits no integer gives 2^31, which is
-        // not the index of a bin.
-        double const quotient = (item - low) / bin_width;
-        auto const index = static_cast<std::uint32_t>(_mm_cvttsd_si32(_mm_set_sd(quotient)));
-        if (index < num_bins) [[likely]] {
-            std::uint32_t const num_items = m_num_items;
-            ++counts[index];
-            m_num_items = num_items + 1;
-            return;
+    // where doubles round as they do in the library, though: wider arithmetic would count some
+    // items in another bin than bin() gives. The item at the high bound, whose index needs its
+    // correction, is left to the call.
+    if (item >= m_low && item <= m_high) [[likely]] {
+        double const quotient = (item - m_low) / m_bin_width;
+        constexpr double too_large = 2147483648.0; // for the conversion; nor is NaN less than it
+        if (quotient < too_large) [[likely]] {
+            auto const index = static_cast<std::uint32_t>(static_cast<std::int32_t>(quotient));
+            if (index < m_num_bins) [[likely]] {
+                // Read before the count is written, which might be this very number for all that
+                // the compiler knows.
+                std::uint32_t const num_items = m_num_items;
+                ++m_counts[index];
+                m_num_items = num_items + 1;
+                return;
+            }
         }
     }
 #endif

@@ -48,6 +48,11 @@ TEST(BinData, FieldsHaveTheirPlaces) {
     EXPECT_EQ(value_at<double>(behind + 24), 0.8);
 }
 
+TEST(BinData, EdgesAreReportedBeforeTheCountsAreAllocated) {
+    EXPECT_EXIT(GEN_BINDATA(1, 0, ~0U), testing::ExitedWithCode(255),
+                "m_high > m_low(.|\n)*out of memory");
+}
+
 TEST(BinData, StartsEmpty) {
     ErrorRecorder const recorder;
     Histogram histogram(0, 10, 5);

@@ -1,5 +1,6 @@
-/// A host compiled for the old floating-point unit, whose arithmetic is wider than a double. Its
-/// items must be counted in the bins that the library tells. Exit status 0 if they are.
+/// A host compiled for the old floating-point unit, alone or along with SSE2: its arithmetic is, at
+/// times, wider than a double. Its items must be counted in the bins that the library tells. Exit
+/// status 0 if they are.
 
 #include "gen_bindata.h"
 
@@ -7,8 +8,8 @@
 #include <cstdio>
 #include <vector>
 
-#if defined(__SSE2_MATH__)
-#error "this program is about arithmetic that is not SSE2's"
+#if __FLT_EVAL_METHOD__ == 0
+#error "this program is about arithmetic that is wider than a double"
 #endif
 
 // Never destroyed: the counts, which nobody releases, stay reachable for a leak detector.

@@ -22,14 +22,18 @@ std::uint32_t bin_index(double distance, double bin_width, std::uint32_t num_bin
     return index - static_cast<std::uint32_t>(index == num_bins);
 }
 
+/// Has the compiler make a function of add_item, for hosts that call it or look it up by its name.
+[[gnu::used]] constexpr auto exported_add_item = &GEN_BINDATA::add_item;
+
 } // namespace
 
 GEN_BINDATA::GEN_BINDATA(double low, double high, unsigned bins)
-    : m_counts(MEM_STL_ALLOCATOR<std::uint32_t>().allocate(bins)), m_num_bins(bins), m_num_items(0),
-      m_low(low), m_high(high), m_bin_width((high - low) / static_cast<double>(bins)) {
+    : m_counts(nullptr), m_num_bins(bins), m_num_items(0), m_low(low), m_high(high),
+      m_bin_width((high - low) / static_cast<double>(bins)) {
     if (!(m_high > m_low))
         report(reports::bin_edges_reversed);
-    std::fill_n(m_counts, m_num_bins, 0U);
+    m_counts = MEM_STL_ALLOCATOR<std::uint32_t>().allocate(bins);
+    std::fill_n(m_counts, bins, 0U);
 }
 
 GEN_BINDATA::~GEN_BINDATA() {

@@ -44,11 +44,12 @@ class KORVANE_API GEN_DYN_FLAG {
     friend constexpr GEN_DYN_FLAG operator~(GEN_DYN_FLAG a) { return GEN_DYN_FLAG(~a.m_mask); }
     constexpr bool operator==(GEN_DYN_FLAG const&) const = default;
 
-    /// Puts a manager, best a fresh one, through its paces and then writes what it answered to the
-    /// file "d:\fenno\comp\mls\flag_test.tst". The backslashes belong to the name: it lies in the
-    /// current directory. The flags f1, f3, f4 and f5 stay behind. Where the file cannot be opened,
-    /// as a FIFO that nobody reads, the manager is used all the same; one that cannot be written to
-    /// its end is left short, in silence. Null reports "mgr!=0" and does nothing.
+    /// Puts a manager, best a fresh one, through its paces and writes what it answers to the file
+    /// "d:\fenno\comp\mls\flag_test.tst", which it opens, and empties, first. The backslashes
+    /// belong to the name: it lies in the current directory. The flags f1, f3, f4 and f5 stay
+    /// behind. Where the file cannot be opened, as a FIFO that nobody reads, the manager is used
+    /// all the same; one that cannot be written to its end is left short, in silence. Null reports
+    /// "mgr!=0" and does nothing.
     static void test_myself_out(GEN_DYN_FLAG_MANAGER* mgr);
 
   private:
@@ -79,8 +80,8 @@ class KORVANE_API GEN_DYN_FLAG_MANAGER {
   public:
     /// 32 free-clean slots. Asks @p clearer at once to clear the whole word, so that no marks of an
     /// earlier manager survive. The clearer stays the host's and must outlive the manager's last
-    /// create_flag. A null one is reported as "m_clearer != 0"; the manager then goes on without,
-    /// and a dirty slot that is reused stays dirty under its new name.
+    /// create_flag. A null one is reported as "m_clearer != 0"; the manager then goes on without:
+    /// a dirty slot that is reused keeps its dirty byte under its new name.
     explicit GEN_DYN_FLAG_MANAGER(GEN_DYN_FLAG_CLEARER* clearer);
     /// Frees the names. Flags still in use stay set on the host's objects: the clearer is not
     /// called.

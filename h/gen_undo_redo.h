@@ -70,6 +70,7 @@ class KORVANE_API GEN_UNDO_REDO_MGR {
     /// again, and the last of them becomes the current section. A file that cannot be opened, as
     /// before the first start_new_file, or a FIFO that nobody reads, is passed over in silence and
     /// leaves all as it was; one that cannot be written to its end is left short, in silence too.
+    /// A file that another process has a lease on is waited for.
     void commit_file();
 
   private:

@@ -61,13 +61,6 @@ void new_flags() {
     flags->create_flag("a flag that was there before");
 }
 
-char const transcript[] = "written/d:\\fenno\\comp\\mls\\flag_test.tst";
-
-void new_flags_with_transcript() {
-    new_flags();
-    std::ofstream(at(transcript).c_str()) << "what an earlier test has told";
-}
-
 STR name_of(GEN_DYN_FLAG const& flag) {
     return flags->get_flag_name(flag);
 }
@@ -193,8 +186,7 @@ std::vector<Call> const calls = {
              GEN_DYN_FLAG::test_myself_out(flags);
              return name_of(GEN_DYN_FLAG(0xFFFF));
          },
-     .prepare = new_flags_with_transcript,
-     .left = written},
+     .prepare = new_flags},
 
     {.name = "histogram",
      .ask =

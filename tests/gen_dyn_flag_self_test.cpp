@@ -1,6 +1,7 @@
 #include "gen_dyn_flag.h"
 
 #include "environment.h"
+#include "err_report.h"
 #include "flag_recorder.h"
 #include "temp_directory.h"
 
@@ -58,6 +59,25 @@ TEST(DynFlagSelfTest, WritesItsTranscriptToAFileNamedWithBackslashes) {
     EXPECT_THAT(recorder.errors(), IsEmpty());
     EXPECT_THAT(clearer.sweeps, ElementsAre(0xFFFFFFFFU));
     EXPECT_EQ(manager.get_named_flag("f5").mask(), 0x10U);
+}
+
+static std::string seen_by_handler;
+
+TEST(DynFlagSelfTest, OpensItsFileBeforeItUsesTheManager) {
+    TempDirectory const directory;
+    ScopedCurrentDirectory const here(directory.path());
+    directory.write("d:\\fenno\\comp\\mls\\flag_test.tst", "of an earlier test");
+    RecordingClearer clearer;
+    GEN_DYN_FLAG_MANAGER manager(&clearer);
+    manager.create_flag("f1"); // which is what the self-test is told first
+    seen_by_handler = "nothing";
+    ERR_HANDLER const previous =
+        err_set_internal_error_handler([](char const*, char const*, char const*, int) {
+            seen_by_handler = read_file("d:\\fenno\\comp\\mls\\flag_test.tst");
+        });
+    GEN_DYN_FLAG::test_myself_out(&manager);
+    err_set_internal_error_handler(previous);
+    EXPECT_EQ(seen_by_handler, "");
 }
 
 TEST(DynFlagSelfTest, UsesTheManagerAlthoughTheFileCannotBeWritten) {

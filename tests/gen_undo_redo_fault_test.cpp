@@ -21,6 +21,7 @@
 #include <poll.h>
 #include <string>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
@@ -196,6 +197,65 @@ TEST_F(UndoRedoFaults, SignalsThatInterruptAWriteLoseNothing) {
     EXPECT_EQ(reader.read_all(), section(command));
     writer.join();
     sigaction(SIGUSR1, &previous, nullptr);
+}
+
+/// A process that holds a lease on the file, and lets go of it (by ending) once somebody else wants
+/// to open it.
+class LeaseHolder {
+  public:
+    explicit LeaseHolder(std::string const& file) {
+        int ready[2];
+        if (pipe(ready) != 0)
+            return;
+        m_process = fork();
+        if (m_process == 0) {
+            alarm(20);
+            int const held = open(file.c_str(), O_RDWR | O_CREAT, 0666);
+            char const answer = fcntl(held, F_SETLEASE, F_WRLCK) == 0 ? 'y' : 'n';
+            if (write(ready[1], &answer, 1) == 1)
+                pause();
+            _exit(0);
+        }
+        char answer = 'n';
+        m_holds = read(ready[0], &answer, 1) == 1 && answer == 'y';
+        close(ready[0]);
+        close(ready[1]);
+    }
+    ~LeaseHolder() {
+        kill(m_process, SIGKILL);
+        waitpid(m_process, nullptr, 0);
+    }
+    LeaseHolder(LeaseHolder const&) = delete;
+    LeaseHolder& operator=(LeaseHolder const&) = delete;
+
+    bool holds() const { return m_holds; }
+
+  private:
+    pid_t m_process = -1;
+    bool m_holds = false;
+};
+
+TEST_F(UndoRedoFaults, FileIsLeased) {
+    directory.write("undo_redo.txt", "content");
+    LeaseHolder const holder(file);
+    if (!holder.holds())
+        GTEST_SKIP() << "this file system gives no leases";
+    manager.start_new_file(STR(directory.path()));
+    add_section(manager, "c");
+    manager.commit_file();
+    EXPECT_EQ(read_file(file), section("c"));
+}
+
+TEST_F(UndoRedoFaults, FileGetsTheLowestDescriptor) {
+    EXPECT_EQ(in_child([this]() -> std::string {
+                  close(STDIN_FILENO);
+                  manager.start_new_file(STR(directory.path()));
+                  add_section(manager, "c");
+                  manager.commit_file();
+                  return open("/dev/null", O_RDONLY) == STDIN_FILENO ? read_file(file)
+                                                                     : "left open";
+              }),
+              section("c"));
 }
 
 TEST_F(UndoRedoFaults, DirectoryIsMissing) {

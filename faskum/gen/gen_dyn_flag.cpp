@@ -32,7 +32,7 @@ GEN_DYN_FLAG slot_flag(std::uint32_t slot) {
     return GEN_DYN_FLAG(1U << slot);
 }
 
-bool holds(GEN_DYN_FLAG mask, std::uint32_t slot) {
+bool contains(GEN_DYN_FLAG mask, std::uint32_t slot) {
     return (mask & slot_flag(slot)) != GEN_DYN_FLAG();
 }
 
@@ -122,7 +122,7 @@ void GEN_DYN_FLAG_MANAGER::sweep(GEN_DYN_FLAG mask) {
         return;
     m_clearer->clear_flags(mask);
     for (std::uint32_t i = 0; i < m_num_slots; ++i)
-        if (holds(mask, i))
+        if (contains(mask, i))
             m_dirty[i] = 0;
 }
 
@@ -177,7 +177,7 @@ STR GEN_DYN_FLAG_MANAGER::get_flag_name(GEN_DYN_FLAG const& flag) const {
     gen_sprintf(&text, "(0x%x) ", flag.mask());
     char const* separator = "";
     for (std::uint32_t i = 0; i < m_num_slots; ++i) {
-        if (!holds(flag, i))
+        if (!contains(flag, i))
             continue;
         text += separator;
         separator = " | ";

@@ -6,35 +6,34 @@
 
 namespace {
 
-/// What the self-test has to tell. It is collected first and written in one go: should there be no
-/// memory on the way, the file of an earlier test is still whole.
-class TRANSCRIPT {
+/// What the self-test writes.
+class Transcript {
   public:
-    explicit TRANSCRIPT(GEN_DYN_FLAG_MANAGER const& manager) : m_manager(manager) {}
+    Transcript(STR const& path, GEN_DYN_FLAG_MANAGER const& manager)
+        : m_file(path), m_manager(manager) {}
 
-    void flag(GEN_DYN_FLAG value) { m_text += m_manager.get_flag_name(value) + "\n"; }
+    void flag(GEN_DYN_FLAG value) { line(m_manager.get_flag_name(value)); }
 
-    void truth(bool value) { m_text += value ? "1\n" : "0\n"; }
+    void truth(bool value) { line(value ? "1" : "0"); }
 
     void statistics() {
         int used = 0;
         int dirty = 0;
         int clean = 0;
         m_manager.get_usage_stats(&used, &dirty, &clean);
-        STR line;
-        gen_sprintf(&line, "used=%d dirty= %d clean=%d\n", used, dirty, clean);
-        m_text += line;
-    }
-
-    void write(STR const& path) const {
-        GEN_TEXT_FILE file(path);
-        if (file.is_open())
-            file.put(m_text);
+        STR text;
+        gen_sprintf(&text, "used=%d dirty= %d clean=%d", used, dirty, clean);
+        line(text);
     }
 
   private:
+    void line(std::string_view text) {
+        if (m_file.is_open())
+            m_file.put_line(text);
+    }
+
+    GEN_TEXT_FILE m_file;
     GEN_DYN_FLAG_MANAGER const& m_manager;
-    STR m_text;
 };
 
 } // namespace
@@ -45,7 +44,7 @@ void GEN_DYN_FLAG::test_myself_out(GEN_DYN_FLAG_MANAGER* mgr) {
         return;
     }
     constexpr GEN_DYN_FLAG none;
-    TRANSCRIPT transcript(*mgr);
+    Transcript transcript("d:\\fenno\\comp\\mls\\flag_test.tst", *mgr);
     transcript.statistics();
 
     auto const created = [&](char const* name) {
@@ -82,5 +81,4 @@ void GEN_DYN_FLAG::test_myself_out(GEN_DYN_FLAG_MANAGER* mgr) {
 
     transcript.flag(mask);
     transcript.flag(mgr->get_named_flag("f4"));
-    transcript.write("d:\\fenno\\comp\\mls\\flag_test.tst");
 }

@@ -2,6 +2,7 @@
 
 /// Private to gen.
 
+#include <cerrno>
 #include <fcntl.h>
 #include <string_view>
 #include <unistd.h>
@@ -18,13 +19,12 @@ class GEN_TEXT_FILE {
         // Cut short at a NUL, the path would name, and empty, some other file.
         if (path.find('\0') != STR::npos)
             return;
-        // A FIFO that nobody reads must not hold up the host for ever: like any other file that
-        // cannot be opened it is passed over. One that is read is waited for as usual.
-        m_file = gen_retry([&path] {
-            constexpr mode_t permissions = 0666;
-            return open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NONBLOCK,
-                        permissions);
-        });
+        // A FIFO that nobody reads must not block the host for ever: like any other file that
+        // cannot be opened it is passed over. A file that another process has a lease on is
+        // waited for, for as long as the system lets it.
+        m_file = open_file(path.c_str(), O_NONBLOCK);
+        if (m_file < 0 && errno == EWOULDBLOCK)
+            m_file = open_file(path.c_str(), 0);
         if (is_open())
             fcntl(m_file, F_SETFL, 0);
     }
@@ -56,6 +56,12 @@ class GEN_TEXT_FILE {
     void put_line() { put("\n"); }
 
   private:
+    static int open_file(char const* path, int flag) {
+        constexpr mode_t permissions = 0666;
+        return gen_retry([=] {
+            return open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | flag, permissions);
+        });
+    }
     void flush() {
         write_all({m_buffer, m_buffered});
         m_buffered = 0;

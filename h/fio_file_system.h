@@ -2,14 +2,16 @@
 
 /// What gen asks of the file system. Every text with an embedded NUL names nothing.
 
+#include <cstdint>
+
 #include "fio_path.h"
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
 
 /// One match of a directory search.
 struct _finddata_t {
-    char name[260]; ///< bare file name
-    long size;      ///< bytes; sticks at the largest long
+    char name[260];    ///< bare file name
+    std::int64_t size; ///< bytes
 };
 
 /// The file system, as questions and requests; there are no objects of it.

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
-#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
@@ -48,11 +47,6 @@ MEM_LIST<SEARCH>::iterator find_search(long handle) {
                         [handle](SEARCH const& search) { return search.handle == handle; });
 }
 
-long size_of(struct stat const& status) {
-    return static_cast<long>(
-        std::min<std::int64_t>(status.st_size, std::numeric_limits<long>::max()));
-}
-
 /// Fills in the next name that is still there; false when there is none left.
 bool deliver(SEARCH& search, _finddata_t& data) {
     STR path;
@@ -66,7 +60,7 @@ bool deliver(SEARCH& search, _finddata_t& data) {
         if (!there || name.size() >= sizeof data.name)
             continue;
         std::memcpy(data.name, name.c_str(), name.size() + 1);
-        data.size = size_of(status);
+        data.size = status.st_size;
         return true;
     }
     return false;

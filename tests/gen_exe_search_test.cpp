@@ -1,6 +1,7 @@
 #include "gen_exe.h"
 
 #include "environment.h"
+#include "fio_file_system.h"
 #include "temp_directory.h"
 
 #include <filesystem>
@@ -79,6 +80,18 @@ TEST(GenFileExists, OnlyWhatCarriesTheRegularFileBit) {
     for (auto const& [path, exists] : cases)
         EXPECT_EQ(gen_file_exists(path.c_str()), exists) << path;
     close(listener);
+}
+
+TEST(GenFileExists, PathWithANulNamesNothing) {
+    TempDirectory const tree;
+    STR const file(tree.write("file"));
+    EXPECT_FALSE(gen_file_exists(file + STR("\0x", 2)));
+    EXPECT_FALSE(gen_file_exists(file + STR("\0", 1)));
+    EXPECT_FALSE(FIO_FILE_SYSTEM::exists(FIO_PATH(file + STR("\0", 1))));
+    ScopedVariable const directory("KORVANE_DIR", nullptr);
+    ScopedVariable const root("KORVANE_ROOTDIR", nullptr);
+    ScopedVariable const path("PATH", tree.path().c_str());
+    EXPECT_EQ(find_executable_in_path(STR("file\0x", 6)), "");
 }
 
 TEST(GenFileExists, HugeFilesExist) {

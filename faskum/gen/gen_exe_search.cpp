@@ -30,7 +30,8 @@ STR search_path(char const* entries, STR const& name, STR const& otherwise) {
 bool gen_file_exists(STR const& path) {
     struct stat status {};
     // The bit rather than S_ISREG: hosts rely on sockets, whose mode carries it too, being found.
-    return stat(path.c_str(), &status) == 0 && (status.st_mode & S_IFREG) != 0;
+    return path.find('\0') == STR::npos && stat(path.c_str(), &status) == 0 &&
+           (status.st_mode & S_IFREG) != 0;
 }
 
 STR find_executable_in_path(STR const& name) {

@@ -15,7 +15,9 @@
 ///     }
 ///
 /// The body sees `int argc` and `char const** argv` under the names given, and returns the exit
-/// status. A body that calls exit leaves out the shut-down.
+/// status. One that can come to its end without a return is a compile error, as from there on in
+/// the source every such function is: nobody would know the status. A body that calls exit leaves
+/// out the shut-down.
 #define GEN_DEFINE_MAIN(argc, argv)                                                                \
     static int gen_defined_main(int argc, char const** argv);                                      \
     int main(int gen_argc, char** gen_argv) {                                                      \
@@ -25,7 +27,8 @@
         gen_exe_fini();                                                                            \
         return gen_status;                                                                         \
     }                                                                                              \
-    static int gen_defined_main([[maybe_unused]] int argc, [[maybe_unused]] char const** argv)
+    _Pragma("GCC diagnostic error \"-Wreturn-type\"") static int gen_defined_main(                 \
+        [[maybe_unused]] int argc, [[maybe_unused]] char const** argv)
 
 /// The executable's absolute path; null until gen_exe_init has found it, constant and never freed
 /// afterwards.
@@ -47,7 +50,7 @@ KORVANE_API void gen_exe_init(int argc, char const** argv);
 KORVANE_API void gen_exe_fini();
 
 /// A regular file of that name exists, behind symbolic links too. Directories and devices are
-/// not files; a socket counts as one.
+/// not files; a socket counts as one. A path with an embedded NUL names nothing.
 KORVANE_API bool gen_file_exists(STR const& path);
 
 /// Looks the executable @p name up and gives its path, which may be relative:
@@ -57,7 +60,7 @@ KORVANE_API bool gen_file_exists(STR const& path);
 /// 3. "entry/name" for each entry of "PATH"; an empty entry stands for the root directory, one that
 ///    makes a path of more than 1023 bytes is passed over.
 ///
-/// Where no file is found it gives the last candidate of the first two steps, which does not exist,
+/// Where no file is found it gives the last candidate of the first two, which does not exist,
 /// or "" when neither variable was set.
 KORVANE_API STR find_executable_in_path(STR const& name);
 

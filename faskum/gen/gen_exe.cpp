@@ -30,7 +30,7 @@ STR locate(STR const& name) {
 }
 
 /// Whether @p file is there but not under the simplified text of its path: ".." behind a symbolic
-/// link does not lead where the text alone says.
+/// link does not lead where its text alone says.
 bool simplifying_misleads(STR const& file, STR const& simplified) {
     struct stat found;
     struct stat named;
@@ -41,8 +41,8 @@ bool simplifying_misleads(STR const& file, STR const& simplified) {
     return named.st_dev != found.st_dev || named.st_ino != found.st_ino;
 }
 
-/// @p file, which has a directory, with the real path of that; as it is where the system does not
-/// tell, as without a current directory.
+/// @p file, which has a directory, with the real path of that; as it is where the system knows
+/// none, as without a current directory.
 STR with_real_directory(STR const& file) {
     std::size_t const slash = file.rfind('/');
     GEN_MEMORY_WATCH const watch;
@@ -65,15 +65,15 @@ STR absolute_path(STR const& file) {
 void record_module(char const* name) {
     STR const candidate = locate(name);
     if (candidate.empty()) {
-        // The text is fixed, the missing closing quote included.
+        // The message is fixed, the missing closing quote included.
         std::fprintf(stderr, "Failed to find '%s\n", name);
         std::exit(-1);
     }
     STR const fullpath = absolute_path(candidate);
     std::size_t const size = fullpath.size() + 1;
-    char* const text = MEM_STL_ALLOCATOR<char>().allocate(size);
-    std::memcpy(text, fullpath.c_str(), size);
-    gen_module_fullpath = text;
+    char* const kept = MEM_STL_ALLOCATOR<char>().allocate(size);
+    std::memcpy(kept, fullpath.c_str(), size);
+    gen_module_fullpath = kept;
 }
 
 } // namespace

@@ -6,7 +6,7 @@
 
 /// Writes lines about the modules that lie next to the executable and about the process's memory,
 /// as debug messages of the owner "GEN". Configuration switches say which, all off by default, so
-/// that hosts may call it at every step of a run:
+/// that hosts may call it at every phase of a run:
 ///
 ///     "profile_dll_usage"    how many bytes of the "*.dll" files are loaded and how many are not;
 ///                            only after gen_exe_init, else the process ends with status 255

@@ -31,7 +31,7 @@ KORVANE_API STR gen_get_operating_system_string();
 /// The name of any code; "Unknown" for a value outside the enumeration.
 KORVANE_API STR gen_get_operating_system_string(GEN_OPERATING_SYSTEM system);
 
-/// The host's name as the system has it. Where the system does not tell, the internal error
+/// The host's name as the system has it. Where the system gives none, the internal error
 /// "gethostname(host_name_buf, buf_size) == 0", and "".
 KORVANE_API STR gen_get_host_name();
 

@@ -32,7 +32,7 @@ class GEN_MACHINE_INFO {
 
     /// Physical memory. Always true.
     KORVANE_API static bool get_physical_ram(unsigned long long* out);
-    /// Swap space. True with @p out as it was where the system tells of none.
+    /// Swap space. True with @p out as it was where the system reports none.
     KORVANE_API static bool get_virtual_ram(unsigned long long* out);
     /// Physical memory and swap space. Always true; swap space not known counts as 0.
     KORVANE_API static bool get_total_ram(unsigned long long* out);

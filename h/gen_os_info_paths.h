@@ -16,8 +16,8 @@
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
 
-/// Whether the environment variable "KORVANE_BIT_TYPE" begins with "64". The first answer holds for
-/// the life of the process.
+/// Whether the environment variable "KORVANE_BIT_TYPE" begins with "64". The first answer is
+/// kept for the life of the process.
 KORVANE_API bool gen_is_system_64bit();
 
 /// Puts the 64-bit directory, "<root>//<KORVANE_PLATFORM>64/", in front of "PATH" and

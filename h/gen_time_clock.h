@@ -15,9 +15,9 @@
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
 
-/// Milliseconds since an arbitrary point, in steps of a clock tick. Only the difference of nearby
-/// readings means something: the count restarts when the ticks times 1000 pass 32 bits, at 100
-/// ticks a second every 12 hours, between -21474836 and 21474836.
+/// Milliseconds since an arbitrary point, in multiples of a clock tick. Only the difference of
+/// nearby readings means something: the count restarts when the ticks times 1000 pass 32 bits, at
+/// 100 ticks a second every 12 hours, between -21474836 and 21474836.
 KORVANE_API std::int32_t gen_get_tick_count();
 
 /// The current instant, as its low 32 bits.
@@ -47,5 +47,5 @@ KORVANE_API bool gen_format_current_date_and_time(STR* out, char const* format);
 KORVANE_API STR gen_format_elapsed_time(long const& seconds);
 
 /// Writes now as gen_get_current_date_and_time gives it, with a line end, to @p stream, whose state
-/// tells a failure. Null is ignored.
+/// shows a failure. Null is ignored.
 KORVANE_API void gen_print_local_time(std::ofstream* stream);

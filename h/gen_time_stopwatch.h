@@ -22,7 +22,8 @@ class GEN_STOPWATCH {
     KORVANE_API double lap_time();
     /// As lap_time: its absolute value in whole seconds, truncated.
     KORVANE_API int lap_seconds();
-    /// As lap_time: "0.250000 seconds", and "1.000000 second" for exactly 1 or -1.
+    /// As lap_time: "0.250000 seconds", and "1.000000 second" for exactly 1 or -1. Printed as
+    /// gen_sprintf does, under the user's locale: its decimal point may be another.
     KORVANE_API STR lap();
 
     /// CPU seconds of the process so far.

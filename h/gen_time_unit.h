@@ -26,7 +26,7 @@ class GEN_TIME_UNIT {
     /// The units, by their row numbers.
     enum UNIT_ENUM : std::int32_t { UNIT_S, UNIT_MS, UNIT_US, UNIT_NS, UNIT_PS };
 
-    /// Appends every row of the table, in its order, to what @p out holds already; returns the
+    /// Appends every row of the table, in its order, to what is in @p out already; returns the
     /// number of rows, 5. A null list receives nothing.
     KORVANE_API static int get_entire_list(MEM_LIST<GEN_TIME_UNIT_DATA>* out);
     /// As get_entire_list with only the short names, or only the long ones.

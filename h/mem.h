@@ -9,7 +9,7 @@
 #include "mem_manager.h"
 
 /// Registers @p owner as an owner of tracked memory from construction to destruction. A library
-/// holds one such object for as long as it is loaded. The text is not copied: it must outlive the
+/// holds one such object for as long as it is loaded. The string is not copied: it must outlive the
 /// object. A null owner registers nothing.
 class KORVANE_API MEM_INITIALIZER {
   public:
@@ -56,7 +56,7 @@ KORVANE_API int mem_msg_local_vdebug(char* owner, char const* format, char* args
 /// itself returned as null.
 KORVANE_API MEM_MSG_SINK mem_msg_set_sink(MEM_MSG_SINK sink);
 
-/// Resident bytes of the process now, and at most so far; 0 where the kernel does not tell.
+/// Resident bytes of the process now, and at most so far; 0 where the kernel does not report them.
 KORVANE_API unsigned long mem_info_get_working_set_size();
 KORVANE_API unsigned long mem_info_get_working_set_peak_size();
 

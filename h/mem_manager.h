@@ -67,7 +67,7 @@ class MEM_MANAGER {
                                               char const* owner);
 
     /// To be asked when a function of the C library, which allocates by itself, has failed. Where
-    /// errno tells that there was no memory it may mean the heap or the kernel: this ends the
+    /// errno says that there was no memory it may mean the heap or the kernel: this ends the
     /// process like any failed allocation when it was the heap, and else does nothing, so that the
     /// caller answers for the failure. Leaves errno alone.
     static void check_heap(char const* owner) {

@@ -4,8 +4,8 @@
 
 #include "korvane_export.h"
 
-/// Starts module loading for the executable at that absolute path. The text is copied; null counts
-/// as empty.
+/// Starts module loading for the executable at that absolute path. The string is copied; null
+/// counts as empty.
 KORVANE_API void thr_drl_init(char const* module_fullpath);
 /// Ends module loading and forgets the path.
 KORVANE_API void thr_drl_fini();

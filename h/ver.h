@@ -4,7 +4,7 @@
 
 #include "korvane_export.h"
 
-/// Tells the version library the executable's directory, which ends in "/". The text is copied;
+/// Gives the version library the executable's directory, which ends in "/". The string is copied;
 /// null counts as empty.
 KORVANE_API void ver_set_module_path(char const* directory);
 /// Releases the version library's state.

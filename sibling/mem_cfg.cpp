@@ -7,17 +7,17 @@
 
 namespace {
 
-struct SWITCH {
+struct Switch {
     STR name;
     bool on;
 };
 
 // What mem_cfg_set said. A host sets a handful at most, so a list is searched from end to end.
-MEM_LIST<SWITCH> set_switches;
+MEM_LIST<Switch> set_switches;
 
-MEM_LIST<SWITCH>::iterator find_set_switch(std::string_view name) {
+MEM_LIST<Switch>::iterator find_set_switch(std::string_view name) {
     return std::find_if(set_switches.begin(), set_switches.end(),
-                        [name](SWITCH const& entry) { return entry.name == name; });
+                        [name](Switch const& entry) { return entry.name == name; });
 }
 
 bool is_blank(char character) {

@@ -12,7 +12,7 @@ void MEM_MANAGER::fail(std::size_t size, MEM_TRACKER_THUNK const* tracker, char 
         line, sizeof line, "korvane: out of memory: %zu bytes for %s (tracker %u)\n", size,
         owner != nullptr ? owner : "", tracker != nullptr ? tracker->identity : 0U);
     if (length > 0 && write(STDERR_FILENO, line, static_cast<std::size_t>(length)) < 0) {
-        // Nobody is left to tell.
+        // Nobody is left to report it to.
     }
     _exit(255);
 }

@@ -1,5 +1,5 @@
 #pragma once
 
-/// The number after "@p key:" in what the kernel tells of this process, "/proc/self/status"; 0
-/// where it does not tell.
+/// The number after "@p key:" in the kernel's "/proc/self/status" of this process; 0 where it
+/// does not say.
 unsigned long proc_status_value(char const* key);

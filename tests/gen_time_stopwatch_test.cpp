@@ -1,10 +1,12 @@
 #include "gen_time_stopwatch.h"
 
 #include "probe.h"
+#include "test_locale.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <clocale>
 #include <cstddef>
 #include <cstring>
 #include <ctime>
@@ -122,6 +124,15 @@ TEST(Stopwatch, BeginsStoppedAtZero) {
     EXPECT_EQ(fresh.start_seconds, 0.0);
     EXPECT_EQ(fresh.elapsed_seconds, 0.0);
     EXPECT_FALSE(fresh.running);
+}
+
+TEST(Stopwatch, LapIsPrintedInTheUsersLocale) {
+    TestLocale const locale;
+    if (!locale.trouble().empty())
+        GTEST_SKIP() << locale.trouble();
+    EXPECT_EQ(GEN_STOPWATCH().lap(), "0.000000 seconds");
+    ASSERT_NE(std::setlocale(LC_ALL, TestLocale::name), nullptr);
+    EXPECT_EQ(GEN_STOPWATCH().lap(), "0,000000 seconds");
 }
 
 TEST(Stopwatch, ResetKeepsTheStart) {

@@ -73,7 +73,7 @@ void report_memory(char const* tag, char const* phase) {
                   phase, gen_get_current_date_and_time(0).c_str(), transient.text, working_set.text,
                   peak.text);
     // The line is the format, as it has always been, and so a "%" in a label is expanded. The nulls
-    // are what conversions in a label find there instead of whatever the stack holds.
+    // are what conversions in a label find there instead of whatever is on the stack.
     char const* const none = nullptr;
     gen_mem_msg_debug(line, none, none, none, none, none, none, none, none);
 }

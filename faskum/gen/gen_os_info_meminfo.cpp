@@ -8,9 +8,9 @@
 namespace {
 
 /// The text piece by piece: a line of more than 49 bytes comes as several.
-class MEMINFO {
+class Meminfo {
   public:
-    explicit MEMINFO(std::string_view text) : m_rest(text) {}
+    explicit Meminfo(std::string_view text) : m_rest(text) {}
 
     bool next() {
         if (m_rest.empty())
@@ -37,9 +37,9 @@ class MEMINFO {
   private:
     /// Sticks at the limits of 32 bits, as strtol does where a long has no more.
     static std::int32_t number_of(char const* text) {
-        using LIMITS = std::numeric_limits<std::int32_t>;
+        using Limits = std::numeric_limits<std::int32_t>;
         return static_cast<std::int32_t>(
-            std::clamp<long>(std::strtol(text, nullptr, 10), LIMITS::min(), LIMITS::max()));
+            std::clamp<long>(std::strtol(text, nullptr, 10), Limits::min(), Limits::max()));
     }
 
     std::string_view m_rest;
@@ -49,7 +49,7 @@ class MEMINFO {
 } // namespace
 
 std::optional<std::int32_t> gen_meminfo_swap_total(std::string_view text) {
-    MEMINFO meminfo(text);
+    Meminfo meminfo(text);
     std::int32_t swap = 0;
     while (meminfo.next())
         if (meminfo.match("SwapTotal", swap))
@@ -60,7 +60,7 @@ std::optional<std::int32_t> gen_meminfo_swap_total(std::string_view text) {
 std::optional<std::int32_t> gen_meminfo_free(std::string_view text) {
     if (text.empty())
         return std::nullopt;
-    MEMINFO meminfo(text);
+    Meminfo meminfo(text);
     std::int32_t memory = 0;
     std::int32_t swap = 0;
     while (meminfo.next())

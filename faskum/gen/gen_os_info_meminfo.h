@@ -1,6 +1,6 @@
 #pragma once
 
-/// What the memory questions read in the text of "/proc/meminfo". Private to gen.
+/// Reading the text of "/proc/meminfo". Private to gen.
 
 #include <cstdint>
 #include <optional>

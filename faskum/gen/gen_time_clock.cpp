@@ -94,6 +94,6 @@ void gen_print_local_time(std::ofstream* stream) {
     try {
         stream->write(line.data(), static_cast<std::streamsize>(line.size()));
     } catch (...) {
-        // Only a stream that was told to raises one, and its state tells the failure as well.
+        // Only a stream that was asked to raises one, and its state has the failure as well.
     }
 }

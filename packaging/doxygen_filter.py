@@ -31,6 +31,7 @@ FAMILIES = {
     "gen_time": "Time",
     "gen_undo_redo": "Undo and redo",
     "gen_username": "Machine",
+    "gen_version": "Version",
     "korvane_export": "Export marks",
     "mem": "Memory",
     "stl": "Formatted text",

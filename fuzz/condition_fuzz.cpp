@@ -10,15 +10,15 @@
 
 namespace {
 
-GEN_BP_PARSER const* reporting = nullptr;
-std::vector<std::size_t> reports;
+GEN_BP_PARSER* reporting = nullptr;
+std::vector<PlainReport> reports;
 
 void note(char const* condition, char const*, char const*, int) {
     require(std::string_view(condition) == "paren_count >= 0", "no other report");
-    reports.push_back(reporting->error_text().size());
+    reports.push_back({reporting->working_string().size(), reporting->error_text().size()});
 }
 
-void watch(GEN_BP_PARSER const& parser) {
+void watch(GEN_BP_PARSER& parser) {
     reporting = &parser;
     reports.clear();
 }

@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
@@ -33,13 +32,23 @@ struct BP_TOKEN {
     STR text;           ///< as it stood in the condition
 };
 
-/// Rewrites one condition: an object serves for one parse_string. Its steps are public and may be
-/// taken singly, on any range of any token list. Wherever a range of tokens is walked, a null entry
-/// is passed over as if it were not there.
+/// Rewrites one condition: an object serves for one parse_string. Its parts are public and may be
+/// called singly, on any range of any token list. Wherever a range of tokens is walked, a null
+/// entry is passed over as if it were not there.
 ///
 /// User errors are collected as text, each ending in "\n", and never stop the rewriting. A closing
 /// parenthesis without an opening one, met while a range is walked, also reports the internal error
 /// "paren_count >= 0", each one and each time that it is met.
+///
+/// A handler of internal errors finds in the working string all that has been written before the
+/// report, and in the error text all that has been collected. While parse_string or
+/// parse_token_list is at work it may assign to the caller's expression, to the working string
+/// (what comes next is appended) and to the token list, even parse with the same object: tokens
+/// and words are copies by then. The list holds during parse_string what was entered beforehand
+/// and no token of the expression; a record that the handler enters is freed with the others and
+/// not rewritten. While expression_has_multiple_terms or get_first_subexpression walks a range,
+/// the entries of the range have to stay. The parser and the caller's expression have to outlive
+/// the call.
 class KORVANE_API GEN_BP_PARSER {
   public:
     /// A place in a token list.
@@ -56,7 +65,9 @@ class KORVANE_API GEN_BP_PARSER {
     /// Tokens that the list holds already stand before those of the expression and are rewritten
     /// with them. Afterwards all records are freed; of every token one null entry remains in the
     /// list, and the working string holds the prefix form too.
-    /// Takes time and memory in proportion to the expression and to what there is to report.
+    /// The expression may be the working string, the error text, or the text of a token of the
+    /// list; the error text is then the prefix form in the end, and the answer true unless that is
+    /// empty. Takes time and memory in proportion to the expression and to what there is to report.
     /// @return true when the error text is not empty: a second call with the same object also
     ///         answers for the first one's errors
     /// A null expression reports the internal error "expression != NULL" and changes nothing.
@@ -100,15 +111,30 @@ class KORVANE_API GEN_BP_PARSER {
     STR const& error_text() const { return m_error_text; }
 
   private:
-    std::size_t rewrite(std::string_view text);
-    void enter_nulled();
+    /// The token list. Of tokens that were never in it the null entries are made when somebody can
+    /// see them: a node for each costs more than rewriting it.
+    class TokenList {
+      public:
+        /// The whole list; from now on it is complete at the end of every call.
+        MEM_LIST<BP_TOKEN*>& show();
+        // Of the records. Null entries that are still to come stand behind them.
+        iterator begin() { return m_entries.begin(); }
+        iterator end() { return m_entries.end(); }
+        void append(BP_TOKEN* token);
+        /// Frees the records, with so many null entries to come for tokens without one.
+        void free_records(std::size_t late);
 
-    MEM_LIST<BP_TOKEN*> m_token_list;
+      private:
+        void enter_late();
+
+        MEM_LIST<BP_TOKEN*> m_entries;
+        std::size_t m_late = 0;
+        bool m_is_shown = false;
+    };
+
+    std::size_t rewrite_working_string();
+
+    TokenList m_tokens;
     STR m_working_string;
     STR m_error_text;
-    /// Null entries that the list is still to get. They are made when somebody can see them: a node
-    /// for every token costs more than rewriting it.
-    std::size_t m_nulled = 0;
-    /// Somebody holds the list, so that it has to be complete at the end of every call.
-    bool m_list_is_held = false;
 };

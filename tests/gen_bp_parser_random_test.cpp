@@ -11,13 +11,13 @@
 
 namespace {
 
-GEN_BP_PARSER const* reporting = nullptr;
-std::vector<std::size_t> reports;
+GEN_BP_PARSER* reporting = nullptr;
+std::vector<PlainReport> reports;
 
-/// Notes each report with how far the error text has got.
+/// Notes with each report how far the strings have got.
 class ReportRecorder {
   public:
-    explicit ReportRecorder(GEN_BP_PARSER const& parser)
+    explicit ReportRecorder(GEN_BP_PARSER& parser)
         : m_previous(err_set_internal_error_handler(note)) {
         reporting = &parser;
         reports.clear();
@@ -29,7 +29,7 @@ class ReportRecorder {
   private:
     static void note(char const* condition, char const*, char const*, int) {
         EXPECT_STREQ(condition, "paren_count >= 0");
-        reports.push_back(reporting->error_text().size());
+        reports.push_back({reporting->working_string().size(), reporting->error_text().size()});
     }
 
     ERR_HANDLER m_previous;

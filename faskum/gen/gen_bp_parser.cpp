@@ -1,22 +1,45 @@
 #include "gen_bp_parser.h"
 
-#include "gen_bp_parser_terms.h"
+#include "gen_bp_parser_diagnostics.h"
+#include "gen_bp_parser_rewrite.h"
+#include "gen_bp_parser_scan.h"
 #include "gen_report.h"
+#include "gen_string_compare.h"
 
+#include <algorithm>
 #include <new>
+
+MEM_LIST<BP_TOKEN*>& GEN_BP_PARSER::TokenList::show() {
+    m_is_shown = true;
+    enter_late();
+    return m_entries;
+}
+
+void GEN_BP_PARSER::TokenList::append(BP_TOKEN* token) {
+    enter_late();
+    m_entries.push_back(token);
+}
+
+void GEN_BP_PARSER::TokenList::free_records(std::size_t late) {
+    for (BP_TOKEN*& token : m_entries) {
+        delete token;
+        token = nullptr;
+    }
+    m_late += late;
+    if (m_is_shown)
+        enter_late();
+}
+
+void GEN_BP_PARSER::TokenList::enter_late() {
+    m_entries.insert(m_entries.end(), m_late, nullptr);
+    m_late = 0;
+}
 
 GEN_BP_PARSER::GEN_BP_PARSER() = default;
 GEN_BP_PARSER::~GEN_BP_PARSER() = default;
 
 MEM_LIST<BP_TOKEN*>& GEN_BP_PARSER::token_list() {
-    m_list_is_held = true;
-    enter_nulled();
-    return m_token_list;
-}
-
-void GEN_BP_PARSER::enter_nulled() {
-    m_token_list.insert(m_token_list.end(), m_nulled, nullptr);
-    m_nulled = 0;
+    return m_tokens.show();
 }
 
 void GEN_BP_PARSER::add_token_to_list(BP_TOKEN_TYPE type, STR const* text) {
@@ -28,14 +51,88 @@ void GEN_BP_PARSER::add_token_to_list(BP_TOKEN_TYPE type, STR const* text) {
     new_token->type = type;
     if (text != nullptr)
         new_token->text = *text;
-    enter_nulled();
-    m_token_list.push_back(new_token);
+    m_tokens.append(new_token);
+}
+
+void GEN_BP_PARSER::process_token_contents(STR* word) {
+    if (word == nullptr || word->empty())
+        return;
+    BP_TOKEN_TYPE const type =
+        gen_stricmp(word->c_str(), "time") == 0 ? BP_TOKEN_TIME : bp_word_type(*word);
+    add_token_to_list(type, bp_is_word(type) ? word : nullptr);
+    word->clear();
+}
+
+void GEN_BP_PARSER::tokenize_string() {
+    STR text = m_working_string;
+    BpScanner scanner(text.data(), text.data() + text.size());
+    while (scanner.next()) {
+        STR const word(scanner.word());
+        add_token_to_list(scanner.type(), &word);
+    }
+}
+
+bool GEN_BP_PARSER::expression_has_multiple_terms(iterator first, iterator last) {
+    std::ptrdiff_t depth = 0;
+    for (; first != last; ++first) {
+        if (*first == nullptr)
+            continue;
+        BP_TOKEN_TYPE const type = (*first)->type;
+        if (depth == 0 && bp_is_operator(type))
+            return true;
+        if (type == BP_TOKEN_LEFT_PAREN)
+            ++depth;
+        else if (type == BP_TOKEN_RIGHT_PAREN && --depth < 0)
+            report(reports::negative_depth);
+    }
+    return false;
+}
+
+/// The operator at which a range is split, @p last for none. The walk for it ends at a "||".
+/// @param depth receives the depth at its end
+static GEN_BP_PARSER::iterator loosest_operator(GEN_BP_PARSER::iterator first,
+                                                GEN_BP_PARSER::iterator last, std::ptrdiff_t& depth,
+                                                STR& errors) {
+    auto chosen = last;
+    for (; first != last && (chosen == last || (*chosen)->type != BP_TOKEN_OR); ++first) {
+        if (*first == nullptr)
+            continue;
+        BP_TOKEN_TYPE const type = (*first)->type;
+        if (type == BP_TOKEN_LEFT_PAREN) {
+            ++depth;
+        } else if (type == BP_TOKEN_RIGHT_PAREN && --depth < 0) {
+            report(reports::negative_depth);
+            errors += bp_too_many_closed;
+        } else if (depth == 0 && bp_is_operator(type) &&
+                   (chosen == last || bp_is_looser(type, (*chosen)->type))) {
+            chosen = first;
+        }
+    }
+    return chosen;
+}
+
+bool GEN_BP_PARSER::get_first_subexpression(iterator first, iterator last,
+                                            iterator* subexpression_start, iterator* op) {
+    if (subexpression_start != nullptr)
+        *subexpression_start = first;
+    std::ptrdiff_t depth = 0;
+    iterator chosen = loosest_operator(first, last, depth, m_error_text);
+    iterator const first_token =
+        std::find_if(first, last, [](BP_TOKEN const* token) { return token != nullptr; });
+    if (depth != 0) {
+        m_error_text += bp_unbalanced;
+        chosen = chosen != last ? chosen : first;
+    } else if (chosen == first_token) {
+        chosen = last;
+    }
+    if (op != nullptr)
+        *op = chosen;
+    return depth == 0;
 }
 
 bool GEN_BP_PARSER::parse_token_list(iterator first, iterator last) {
-    BP_TERMS terms;
-    terms.add_tokens(first, last);
-    terms.link();
+    BpTerms terms;
+    terms.add_list(first, last);
     bp_rewrite(terms, m_working_string, m_error_text);
     return true;
 }
@@ -45,33 +142,22 @@ bool GEN_BP_PARSER::parse_string(STR* expression) {
         report(reports::no_expression);
         return !m_error_text.empty();
     }
-    // The working string itself may be handed over, and is emptied before its tokens are used.
-    STR const own = expression == &m_working_string ? m_working_string : STR();
-    m_nulled += rewrite(expression == &m_working_string ? own : *expression);
-
-    for (BP_TOKEN*& token : m_token_list) {
-        delete token;
-        token = nullptr;
-    }
-    if (m_list_is_held)
-        enter_nulled();
+    m_working_string = *expression;
+    std::size_t const late = rewrite_working_string();
+    // Before the records are freed, of which one may have lent its text.
     *expression = m_working_string;
+    m_tokens.free_records(late);
     return !m_error_text.empty();
 }
 
-// Ends with the terms, whose memory the caller's copy of the prefix form can have then.
-std::size_t GEN_BP_PARSER::rewrite(std::string_view text) {
-    BP_TERMS terms(text);
-    terms.add_tokens(m_token_list.begin(), m_token_list.end());
+/// Together with the tokens of the list.
+/// @return how many tokens the working string had
+std::size_t GEN_BP_PARSER::rewrite_working_string() {
+    BpTerms terms;
+    terms.add_list(m_tokens.begin(), m_tokens.end());
     std::size_t const held = terms.size();
-    terms.add_text();
-    terms.link();
-
+    terms.add_text(m_working_string);
     m_working_string.clear();
     bp_rewrite(terms, m_working_string, m_error_text);
-    // A prefix form cut short by errors is not to keep the room of a whole one.
-    constexpr std::size_t unnoticed = 65536;
-    if (m_working_string.capacity() > unnoticed + 4 * m_working_string.size())
-        m_working_string.shrink_to_fit();
     return terms.size() - held;
 }

@@ -3,117 +3,92 @@
 #include "gen_bp_parser_scan.h"
 
 #include <algorithm>
-#include <array>
 
-namespace {
-
-constexpr std::array<BP_KIND, 12> kinds{
-    BP_KIND::literal,     BP_KIND::hpath, BP_KIND::bus,        BP_KIND::logical_and,
-    BP_KIND::logical_or,  BP_KIND::equal, BP_KIND::greater,    BP_KIND::less,
-    BP_KIND::logical_not, BP_KIND::time,  BP_KIND::left_paren, BP_KIND::right_paren};
-
-/// The nearest terms of one depth, seen from where the linking has got to.
-struct NEAREST {
-    std::uint32_t operator_here;
-    std::uint32_t closing; ///< the ")" that takes the depth from here to one less
-};
-
-} // namespace
-
-BP_KIND bp_kind(BP_TOKEN_TYPE type) {
-    auto const index = static_cast<std::uint32_t>(type);
-    return index < kinds.size() ? kinds[index] : BP_KIND::other;
+inline void BpTerms::add(BP_TOKEN_TYPE type) {
+    m_terms.emplace_back(type);
+    if (type < BP_TOKEN_LEFT_PAREN)
+        return;
+    ++m_parens;
+    if (type == BP_TOKEN_LEFT_PAREN)
+        m_highest = std::max(m_highest, ++m_depth);
+    else if (type == BP_TOKEN_RIGHT_PAREN)
+        m_lowest = std::min(m_lowest, --m_depth);
 }
 
-BP_TOKEN_TYPE bp_token_type(BP_KIND kind) {
-    auto const* const found = std::find(kinds.begin(), kinds.end(), kind);
-    return static_cast<BP_TOKEN_TYPE>(found - kinds.begin());
-}
-
-/// Adds the tokens of a text as they are found.
-struct BP_TERMS::ADD_TERMS {
-    BP_TERMS& terms;
-
-    void word(std::string_view word) {
-        auto const before = static_cast<std::size_t>(word.data() - terms.m_text.data());
-        if (terms.m_text.size() - before < read_ahead) [[unlikely]]
-            joined_word(word);
-        else
-            terms.add_word(bp_word_kind(word), before, word.size());
-    }
-    void joined_word(std::string_view word) { terms.add_joined_word(bp_word_kind(word), word); }
-    void symbol(BP_KIND kind) { terms.add_symbol(kind); }
-    void paren(BP_KIND kind) { terms.add_paren(kind); }
-
-    void expect(std::size_t behind, std::size_t ahead) {
-        std::size_t const needed = std::min(ahead, BP_SCANNER<ADD_TERMS>::piece) + 1;
-        if (terms.room() >= needed)
-            return;
-        // What is ahead will be as dense as what is behind, with something to spare; but a dense
-        // beginning may not ask for room that a sparse end never needs.
-        auto const taken = static_cast<double>(terms.size());
-        double const density = behind == 0 ? 0 : taken / static_cast<double>(behind);
-        auto const likely = 1.125 * density * static_cast<double>(ahead);
-        terms.make_room(std::max(needed, static_cast<std::size_t>(std::min(likely, 8 * taken))));
-    }
-};
-
-void BP_TERMS::add_tokens(GEN_BP_PARSER::iterator first, GEN_BP_PARSER::iterator last) {
+void BpTerms::add_list(GEN_BP_PARSER::iterator first, GEN_BP_PARSER::iterator last) {
     for (; first != last; ++first) {
         BP_TOKEN const* const token = *first;
         if (token == nullptr)
             continue;
-        BP_KIND const kind = bp_kind(token->type);
-        make_room(1);
-        if (bp_is_word(kind))
-            add_joined_word(kind, token->text);
-        else if (bp_is_paren(kind))
-            add_paren(kind);
-        else
-            add_symbol(kind);
+        if (!bp_is_word(token->type)) {
+            add(token->type);
+            continue;
+        }
+        m_terms.emplace_back(token->type, m_characters.size(), token->text.size());
+        m_characters += token->text;
     }
 }
 
-void BP_TERMS::add_text() {
-    ADD_TERMS terms{*this};
-    BP_SCANNER(m_text, terms).scan();
+void BpTerms::add_text(STR& text) {
+    std::size_t const before = m_characters.size();
+    if (before == 0)
+        m_characters.swap(text);
+    else
+        m_characters += text;
+    char* const characters = m_characters.data();
+    char* const last = characters + m_characters.size();
+    m_terms.reserve(m_terms.size() + BpScanner::most_tokens(characters + before, last));
+    BpScanner scanner(characters + before, last);
+    while (scanner.next()) {
+        std::string_view const word = scanner.word();
+        if (word.empty())
+            add(scanner.type());
+        else
+            m_terms.emplace_back(scanner.type(), static_cast<std::size_t>(word.data() - characters),
+                                 word.size());
+    }
 }
 
-void BP_TERMS::add_joined_word(BP_KIND kind, std::string_view word) {
-    constexpr int joined =
-        static_cast<int>(BP_KIND::joined_literal) - static_cast<int>(BP_KIND::literal);
-    BP_KIND const joined_kind = static_cast<BP_KIND>(static_cast<int>(kind) + joined);
-    add_word(kind == BP_KIND::time ? kind : joined_kind, m_joined.size(), word.size());
-    m_joined.append(word.data(), word.size());
-}
+namespace {
 
-void BP_TERMS::link() {
+/// What comes next at one depth, seen from where the linking has got to.
+struct Level {
+    std::uint32_t first_operator;
+    std::uint32_t left_by;
+    std::uint32_t entered_by;
+};
+
+} // namespace
+
+// Backwards, so that what comes next is known when a term is met.
+void BpTerms::link() {
     std::uint32_t const end = size();
-    make_room(1);
-    m_kinds[end] = BP_KIND::end;
-    m_joined.append(read_ahead, '\0');
-
-    // Backwards, so that what is nearest behind a term is known when the term is met.
-    BP_BUFFER<NEAREST, 32> nearest;
-    nearest.append(static_cast<std::size_t>(m_highest - m_lowest + 1), {end, end});
-    NEAREST* depth = nearest.data() + (m_balance - m_lowest);
+    MEM_VECTOR<Level> levels(static_cast<std::size_t>(m_highest - m_lowest) + 1, {end, end, end});
+    Level* level = &levels[static_cast<std::size_t>(m_depth - m_lowest)];
+    std::uint32_t next_right_paren = end;
     for (std::uint32_t position = end; position-- != 0;) {
-        BP_KIND const kind = m_kinds[position];
-        if (bp_is_operator(kind)) {
-            std::uint32_t looser = depth->operator_here;
-            m_terms[position].infix.next = looser;
-            while (m_kinds[looser] >= kind)
-                looser = m_terms[looser].infix.looser;
-            m_terms[position].infix.looser = looser;
-            depth->operator_here = position;
-        } else if (kind == BP_KIND::left_paren) {
-            m_terms[position].left_paren = {depth->operator_here, depth->closing};
-            --depth;
-        } else if (kind == BP_KIND::right_paren) {
-            ++depth;
-            depth->closing = position;
+        BpTerm& term = m_terms[position];
+        if (bp_is_operator(term.type)) {
+            term.infix = {level->first_operator, next_looser(level->first_operator, term.type)};
+            level->first_operator = position;
+        } else if (term.type == BP_TOKEN_LEFT_PAREN) {
+            term.left_paren = {level->first_operator, level->left_by};
+            level->entered_by = position;
+            --level;
+        } else if (term.type == BP_TOKEN_RIGHT_PAREN) {
+            ++level;
+            level->left_by = position;
+            term.right_paren = {level->entered_by, next_right_paren};
+            next_right_paren = position;
         }
     }
-    m_first_operator = depth->operator_here;
-    m_first_below = depth->closing;
+    m_first_operator = level->first_operator;
+    m_left_by = level->left_by;
+}
+
+/// The first from the operator at @p next on at its depth that is looser than one of @p type.
+std::uint32_t BpTerms::next_looser(std::uint32_t next, BP_TOKEN_TYPE type) const {
+    while (next != size() && !bp_is_looser(m_terms[next].type, type))
+        next = m_terms[next].infix.looser;
+    return next;
 }

@@ -15,13 +15,20 @@ struct PlainToken {
     std::string text;
 };
 
+/// How long the two strings were when an internal error was reported.
+struct PlainReport {
+    std::size_t working;
+    std::size_t errors;
+
+    bool operator==(PlainReport const&) const = default;
+};
+
 class PlainCondition {
   public:
     std::vector<PlainToken> tokens;
     std::string working;
     std::string errors;
-    /// For each internal error how long the error text was when it was reported.
-    std::vector<std::size_t> reports;
+    std::vector<PlainReport> reports;
 
     bool parse(std::string& expression) {
         working = expression;
@@ -59,7 +66,7 @@ class PlainCondition {
             if (type == BP_TOKEN_LEFT_PAREN)
                 ++depth;
             if (type == BP_TOKEN_RIGHT_PAREN && --depth < 0)
-                reports.push_back(errors.size());
+                reports.push_back({working.size(), errors.size()});
             if (depth == 0 && is_operator(type))
                 return true;
         }
@@ -78,7 +85,7 @@ class PlainCondition {
             if (type == BP_TOKEN_LEFT_PAREN)
                 ++depth;
             if (type == BP_TOKEN_RIGHT_PAREN && --depth < 0) {
-                reports.push_back(errors.size());
+                reports.push_back({working.size(), errors.size()});
                 errors += "Unbalanced number of right parenthesis\n";
             }
             if (depth != 0)

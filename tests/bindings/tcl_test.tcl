@@ -1,0 +1,255 @@
+# What korvane_gen does for Tcl: lists and dictionaries, named mistakes, nothing lost and nothing leaked.
+#
+#     tcl_test.tcl BUILD ROOT        ROOT is a copy of the example suite
+
+lassign $argv build root
+set argv {}
+lappend auto_path $build/tcl
+package require tcltest
+package require korvane_gen
+namespace import tcltest::test
+set project $root/project
+encoding system utf-8
+
+# The result and the error code of a script that fails.
+proc failure {script} {
+    if {![catch {uplevel 1 $script} message options]} {
+        return "no error: $message"
+    }
+    list $message [dict get $options -errorcode]
+}
+proc pick {rows args} {
+    lmap row $rows {lmap key $args {dict get $row $key}}
+}
+
+test start-1 "what needs the installation says so before the start" {
+    failure {gen find a}
+} {{this needs "gen start"} {KORVANE NOT_STARTED}}
+test start-2 "a missing root" {
+    failure {gen start -root /no/such}
+} {{there is no such installation} {KORVANE NOT_FOUND}}
+test start-3 "the environment has a root" -body {
+    set ::env(KORVANE_ROOTDIR) $root
+    gen start
+    dict get [gen where] installation_root
+} -result $root/
+test start-4 "another root is refused" {
+    failure {gen start -root /}
+} {{root is another one than the process has started with} {KORVANE ARGUMENT}}
+test start-5 "the installation" {
+    set told [gen installation]
+    list [dict get $told device_files] [llength [dict get $told libraries]] \
+        [string range [gen library 2] [string length $root] end]
+} {{allycore.ddb prismo2.ddb} 29 /libraries/vhdl/}
+test start-6 "an internal error has condition, source and line" -body {
+    failure {gen library 29}
+} -match glob -result {{type < GEN_LIB_SIZE} {KORVANE INTERNAL {{condition {type < GEN_LIB_SIZE} source gen_path line *}}}}
+
+cd $project
+gen project -project $project -db db -project-libs lib -user-libs "../home/ada/lib; /nowhere"
+
+test find-1 "files are paths, and nothing is empty" {
+    list [gen find adder.v] [gen find nothing.v] [gen find -eda cells.v]
+} [list $project/adder.v {} $root/eda/mentor/cells.v]
+test find-2 "what is shadowed" {
+    pick [gen find -all adder.v] standing group
+} {{wins project} {shadowed database} {shadowed {project libraries}} {shadowed {user libraries}} {shadowed parablocks} {shadowed {shipped libraries}}}
+test find-3 "every check in order" {
+    set asked [gen find -trace mux.sv]
+    list [dict get [lindex $asked end] there] [expr {1 in [lmap row [lrange $asked 0 end-1] {dict get $row there}]}]
+} {1 0}
+test find-4 "includes" {
+    list [gen include -from inc/display.vh -alias /copy/display.vh -beside beside segments.vh] $beside \
+        [gen include segments.vh]
+} {inc/segments.vh /copy/segments.vh {}}
+test find-5 "sources" {
+    list [pick [gen sources counter] type] [gen sources nothing]
+} {{kbd vhd v edf sv} {}}
+test find-6 "the cache keeps what was not there" -body {
+    set found [gen cached late.v]
+    close [open late.v w]
+    lappend found [gen cached late.v] [gen cache size] [gen find -cached late.v]
+    gen cache clear
+    lappend found [gen cached late.v]
+} -cleanup {file delete late.v} -result [list {} 1 {} $project/late.v]
+test find-7 "names in UTF-8 come back" -body {
+    close [open gr\u00f6\u00dfe.v w]
+    set found [gen find gr\u00f6\u00dfe.v]
+    list [file exists $found] [expr {[gen find $found] eq $found}]
+} -cleanup {file delete $found} -result {1 1}
+test find-8 "names of any bytes come back" -body {
+    exec sh -c {: >"$(printf 'caf\351.v')"}
+    set found [gen find caf\udce9.v]
+    list [string equal $found $project/caf\udce9.v] [string equal [gen find $found] $found] \
+        [string equal [gen cached [lindex [list $found x] 0]] $found]
+} -cleanup {exec sh -c {rm "$(printf 'caf\351.v')"}} -result {1 1 1}
+test find-9 "in a system encoding of single bytes every byte is a character" -body {
+    encoding system iso8859-1
+    close [open caf\u00e9.v w]
+    set found [gen find caf\u00e9.v]
+    list [file exists $found] [string equal $found $project/caf\u00e9.v]
+} -cleanup {file delete $found; encoding system utf-8} -result {1 1}
+test find-10 "a removed directory is nothing worse than empty" -body {
+    file mkdir gone
+    cd gone
+    exec rmdir $project/gone
+    gen reset
+    list [gen find no_such_file.v] [file tail [gen find mux.sv]]
+} -cleanup {
+    cd $project
+    gen project -project $project -db db -project-libs lib -user-libs ../home/ada/lib
+} -result {{} mux.sv}
+
+proc resident {} {
+    set file [open /proc/self/statm]
+    set pages [lindex [read $file] 1]
+    close $file
+    return $pages
+}
+test memory-1 "a hundred thousand lookups need no more of it" -body {
+    proc ask {count} {
+        for {set i 0} {$i < $count} {incr i} {
+            gen cached adder.v
+            gen lexcompare {data[10]} {data[9]}
+            gen find -trace adder.v
+            catch {gen find "a\0b"}
+        }
+        resident
+    }
+    set before [ask 2000]
+    expr {[ask 100000] - $before < 256}
+} -result 1
+
+test interpreters-1 "a second one shares the state of the process" -body {
+    interp create other
+    other eval [list lappend auto_path $build/tcl]
+    other eval {package require korvane_gen}
+    string equal [other eval {gen find adder.v}] [gen find adder.v]
+} -cleanup {interp delete other} -result 1
+
+test names-1 "files" -body {
+    gen project -db /p/db/
+    set made [gen temp -directory . -prefix report -number 42]
+    list [gen database-file chip] [llength [gen names]] $made \
+        [failure {gen temp -directory /nowhere}]
+} -cleanup {file delete $made; gen project -db db} -result {/p/db/chip.pdb 30 ./rep0000002a.tmp {{no file can be created in /nowhere: No such file or directory} {KORVANE FAILED}}}
+test names-2 "the 64-bit tools are in front in the script alone" -body {
+    set ::env(KORVANE_PLATFORM) linux
+    set before $::env(PATH)
+    list [gen env fitter {string range $::env(PATH) 0 [string length $root]+9}] \
+        [string equal $::env(PATH) $before] [gen env no_such_tool {string equal $::env(PATH) $before}] \
+        [catch {gen env fitter {error oops}}] [string equal $::env(PATH) $before]
+} -result [list $root//linux64/ 1 1 1 1]
+
+test condition-1 "prefix form" {
+    gen condition "(|top|a = 1) && (time > 10ns)"
+} {LOGICAL_AND(EQUAL_TO(HPATH(|top|a),BUS(1)),TIME_GT(10ns))}
+test condition-2 "diagnostics are an error" {
+    failure {gen condition "a == 1"}
+} {{Missing left hand side of equation} {KORVANE CONDITION {{Missing left hand side of equation}} EQUAL_TO(HPATH(a),)}}
+test condition-3 "or an answer" {
+    gen condition -diagnostics "a == 1"
+} {prefix EQUAL_TO(HPATH(a),) diagnostics {{Missing left hand side of equation}}}
+test condition-4 "tokens and tree" {
+    list [pick [gen condition -tokens "a = time"] name] [pick [gen condition -tree "a = 1"] depth text]
+} {{path = time} {{0 EQUAL_TO} {1 {HPATH a}} {1 {BUS 1}}}}
+
+test text-1 "natural order" {
+    list [gen lexsort {data[10] data[9] DATA[1] a01 a1}] [gen lexsort -nocase -decreasing {b10 B2 b1}] \
+        [lsort -command {gen lexcompare} {x10 x9}] [gen lexcompare -nocase A a]
+} {{{DATA[1]} a1 a01 {data[9]} {data[10]}} {b10 B2 b1} {x9 x10} 0}
+test text-2 "the rest" {
+    list [gen compare file10 file9] [gen compare -nocase A a] [gen fold gr\u00f6A] [gen fold -upper a] [gen trim " a "] \
+        [gen trim -white-space " a\t"] [gen number -radix 16 "-255 ns"] [gen number x] [gen real 1.5x] \
+        [gen wildcard a*.v] [gen wildcard a*.v alu.v top.v ADD.V] [gen sanitise "a b.v  "] \
+        [expr {[gen sanitise -checksum "a b.v  "] == [gen checksum a_bLv]}] [gen checksum ""] [gen hash-size 14]
+} [list [expr {49 - 57}] 0 gr\u00f6a A a a {value -255 digits ffffff01 used 4} {} {value 1.5 used 3} \
+       {^[aA].*\.[vV]$} {alu.v ADD.V} a_bLv 1 0 31]
+test text-3 "messages" {
+    list [gen message {%2!d! errors in %1, %3!.1f!%%} top.v 3 97.25] [gen message -inserts {%1!d!}]
+} {{3 errors in top.v, 97.2%} {{insert 1 conversion %d}}}
+
+test time-1 "units and clock" {
+    list [pick [gen units time] short_name] [dict get [lindex [gen units frequency] 3] magnitude] \
+        [gen time elapsed 90061] [gen time format 100%%] [gen time format ""] \
+        [expr {[dict get [gen time now] seconds] > 0}]
+} {{s ms us ns ps} 9 1:01:01:01 100% {} 1}
+test time-2 "a stopwatch" -body {
+    set watch [gen stopwatch]
+    $watch start
+    $watch stop
+    set seconds [$watch seconds]
+    $watch reset
+    list [string is double $seconds] [$watch lap]
+} -cleanup {$watch destroy} -result {1 {0.000000 seconds}}
+test machine-1 "machine, report and notices" {
+    set machine [gen machine 127.0.0.1]
+    list [dict get $machine os_name] [dict get $machine ip_address] [gen modules] \
+        [llength [gen modules -modules -memory]] [string match {-- Copyright*} [lindex [gen legal -prefix "-- " banner] 0]] \
+        [expr {[gen legal warning] ne ""}] [llength [gen do-not-edit "# "]]
+} {Linux 127.0.0.1 {} 2 1 1 3}
+
+test undo-1 "an undo file" -body {
+    set undo [gen undo db]
+    $undo section "Move node" "one node" {
+        $undo undo "undo_move a" "restores a"
+        $undo redo "redo_move a"
+    }
+    set file [open [$undo commit]]
+    set lines [split [read $file] \n]
+    close $file
+    list [lrange $lines 0 1] [failure {$undo section "Nothing in it" "" {}}] [failure {[gen undo /nowhere] commit}]
+} -cleanup {$undo destroy; file delete db/undo_redo.txt} -result {{{Move node} {one node}} {{a section needs a title and a command} {KORVANE ARGUMENT section}} {{/nowhere/undo_redo.txt: No such file or directory} {KORVANE FAILED}}}
+test flags-1 "flags" -body {
+    set flags [gen flags]
+    set told [list [$flags add alpha] [$flags add beta] [$flags describe 3] [$flags find beta]]
+    $flags remove 1
+    lappend told {*}[lrange [failure {$flags find gamma}] 0 0] [$flags statistics] [$flags swept] \
+        [dict get [lindex [$flags slots] 0] state]
+} -cleanup {$flags destroy} -result {1 2 {(0x3) alpha | beta} 2 {couldn't find flag 'gamma'} {used 1 dirty 0 clean 31} {} dirty}
+test histogram-1 "a histogram" -body {
+    set bins [gen histogram 0 10 5]
+    $bins add 0 1.999 2 10 -1 13
+    list [$bins size] [pick [$bins bins] count] [$bins outside] [$bins bin 10] [$bins bin 11]
+} -cleanup {$bins destroy} -result {4 {2 1 0 0 1} {below 1 above 1 not_a_number 0} 4 {}}
+
+# Every subcommand says how it is called.
+foreach {name usage} $::korvane_gen::usage {
+    if {$name ni {message wildcard}} {
+        test wrong-$name "too many arguments for gen $name" -body {
+            failure [list gen $name {*}[lrepeat 12 {a b}]]
+        } -match glob -result {{*gen *} {* *}}
+    }
+}
+test wrong-1 "which argument, and why" {
+    list [failure {gen find "a\0b"}] [failure {gen time elapsed soon}] [failure {gen time elapsed 99999999999}] \
+        [failure {gen number -radix 37 1}] [failure {gen message %2 a}] [failure {gen message %1!d! x}] \
+        [failure {gen histogram 1 0}] [failure {gen wildcard a\{ a}] [failure {gen find -x a}] \
+        [failure {gen lexcompare a}] [failure {gen nothing}]
+} [list {{argument "name" holds a null character} {KORVANE ARGUMENT name}} \
+       {{argument "seconds" is no integer} {KORVANE ARGUMENT seconds}} \
+       {{argument "seconds" does not fit 32 bits} {KORVANE ARGUMENT seconds}} \
+       {{radix is not from 2 to 36} {KORVANE ARGUMENT}} \
+       {{argument 2 is missing} {KORVANE ARGUMENT}} \
+       {{argument 1 is nothing that %d can print} {KORVANE ARGUMENT}} \
+       {{low is not below high} {KORVANE ARGUMENT}} \
+       {{pattern: + ^ $ { } are passed on as they are, which makes no valid expression} {KORVANE ARGUMENT}} \
+       {{unknown option "-x": should be "gen find ?-eda? ?-cached|-all|-trace? name"} {KORVANE OPTION -x}} \
+       {{wrong # args: should be "gen lexcompare ?-nocase? first second"} {TCL WRONGARGS}} \
+       [list "unknown subcommand \"nothing\": must be [join [dict keys $::korvane_gen::usage] {, }]" \
+            {KORVANE SUBCOMMAND nothing}]]
+test wrong-2 "every function of the interface wants its arguments" -body {
+    set complaints {}
+    foreach command [info commands ::korvane_gen::c::*] {
+        lassign [failure [list $command {*}[lrepeat 9 x]]] message
+        if {![string match "wrong # args*" $message] && ![string match "argument*" $message]} {
+            lappend complaints $command
+        }
+    }
+    return $complaints
+} -result ::korvane_gen::c::message
+
+tcltest::configure -verbose {error}
+set failed $tcltest::numTests(Failed)
+puts "$tcltest::numTests(Passed) passed, $failed failed"
+exit [expr {$failed != 0 || $tcltest::numTests(Passed) == 0}]

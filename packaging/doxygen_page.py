@@ -11,12 +11,14 @@ import re
 import sys
 
 ELSEWHERE = re.compile(r"\[([^]]+)\]\((?:examples/README\.md|LICENSE)\)")
-CODE = re.compile(r"(`+)(.+?)\1(?!`)")
+CODE = re.compile(r"(`+)(.+?)\1(?!`)|%")
 
 
 def code_element(found):
     """A code span of a table's row as an element, its "|" no longer escaped from the table. Doxygen reads no marks within
-    double quotes."""
+    double quotes. Outside of code it takes "%" for a mark."""
+    if found[2] is None:
+        return r"\%"
     parts = re.split(r'("[^"]*")', found[2].strip().replace(r"\|", "|"))
     parts[0::2] = [re.sub(r"--|[\\|@%#*]|(?<!\w)_", r"\\\g<0>", part) for part in parts[0::2]]
     parts[1::2] = [re.sub(r"[\\|]", r"\\\g<0>", part) for part in parts[1::2]]

@@ -34,10 +34,6 @@ if(KORVANE_COVERAGE)
   add_link_options(--coverage)
 endif()
 
-if(KORVANE_PACKAGE) # nobody shall see where it was built
-  add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
-endif()
-
 add_library(korvane_flags INTERFACE)
 target_compile_options(korvane_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast
@@ -69,7 +65,7 @@ function(korvane_shared_library target output map)
   target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
   # Two mappings instead of four, which is a sixth of the time it takes to load the library.
   target_link_options(${target} PRIVATE -Wl,-z,noseparate-code)
-  if(NOT KORVANE_PACKAGE)
+  if(NOT CMAKE_SKIP_INSTALL_RPATH)
     # The libraries lie side by side, here and installed. Left to itself cmake puts an empty directory
     # into what the loader searches while they are not installed, and that is the current one.
     set_target_properties(${target} PROPERTIES

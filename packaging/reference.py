@@ -150,7 +150,8 @@ def names(header):
     text = header.read_text(encoding="utf-8")
     found = re.findall(r"^(?:KORVANE_API|inline|constexpr)\b[^;{}()=]*?\b(\w+)(?=\(| =|;)", text, re.M)
     found += re.findall(r"^(?:typedef )?(?:class|struct|enum|enum class) (?:KORVANE_API )?(\w+)\b[^;]*?\{", text, re.M)
-    found += re.findall(r"^(?:#define|using) (\w+)(?=\(| =)", text, re.M)
+    found += re.findall(r"^#define (\w+)", text, re.M)
+    found += re.findall(r"^using (\w+) =", text, re.M)
     return sorted(set(found))
 
 

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""Asks `python3 -m korvane_gen` what tests/parity asks gen_query, and wants its JSON and exit status.
+"""Asks the modules for scripts what tests/parity asks gen_query, and wants its JSON and exit status: Python by
+`python3 -m korvane_gen`, Tcl by parity.tcl.
 
-    parity_python.py GEN_QUERY SUITE        with the package in PYTHONPATH
+    parity_scripts.py python|tcl BUILD GEN_QUERY SUITE
 
 Left out are questions that only gen_query has: help, and what is in NOT_ASKED.
 """
@@ -19,20 +20,38 @@ import parity  # noqa: E402
 import staging  # noqa: E402
 
 # Subcommands and options of gen_query that are about gen_query or shells.
-NOT_ASKED = {"env", "temp", "stopwatch", "--help", "--stdin", "--print", "--as-is", "--locale"}
+NOT_ASKED = {
+    "python": {"env", "temp", "stopwatch", "--help", "--stdin", "--print", "--as-is", "--locale"},
+    "tcl": {"env", "temp", "stopwatch", "--help", "--stdin", "--print", "--as-is", "--locale",
+            "undo", "histogram", "--exists", "--cached"},
+}
 # What the package raises an exception for.
 RAISES = {"flags", "undo"}
 # Of the records of two subcommands the package has the end alone.
-PARTLY = {"flags": ("statistics", "slots"), "undo": ("written", "undo_commands", "redo_commands")}
+PARTLY = {
+    "python": {"flags": ("statistics", "slots"), "undo": ("written", "undo_commands", "redo_commands")},
+    "tcl": {"flags": ("statistics",), "where": ("executable", "installation_root", "file_name")},
+}
 # What is said of a question besides its answer: the package has exceptions for that.
 LEFT_OUT = {"internal_errors", "error", "errors"}
+# Parts of records that Tcl has other subcommands for.
+LEFT_OUT_OF_TCL = {"in_project", "beside_alias"}
+
+
+def as_tcl_has_it(value):
+    """The record with strings for all scalars, none of which is known by its type."""
+    if isinstance(value, dict):
+        return {key: as_tcl_has_it(item) for key, item in value.items() if key not in LEFT_OUT_OF_TCL}
+    if isinstance(value, list):
+        return [as_tcl_has_it(item) for item in value]
+    return "" if value is None else str(int(value)) if isinstance(value, bool) else str(value)
 
 
 def answer(command, root, question):
     done = subprocess.run([*command, *question.json_arguments()], input=question.text.encode(),
                           capture_output=True, cwd=root / "project", timeout=60, check=False,
                           env={**staging.environment(root), "LC_ALL": "C.UTF-8",
-                               "PYTHONPATH": os.environ["PYTHONPATH"]})
+                               "PYTHONPATH": f"{BUILD}/python"})
     return done.returncode, json.loads(done.stdout) if done.stdout else {}
 
 
@@ -49,33 +68,42 @@ def shown(question, record):
     return text
 
 
-def agree(question, ours, theirs):
+def agree(language, question, ours, theirs):
     (status, record), (expected_status, expected) = ours, theirs
     family = question.arguments[1]
     if expected_status == 2:
         return status == 2
     if expected.get("internal_errors") or (family in RAISES and expected_status != 0):
         return status != 0
-    if family in PARTLY:
-        record, expected = ({key: each[key] for key in PARTLY[family]} for each in (record, expected))
+    if family in PARTLY[language]:
+        keys = PARTLY[language][family]
+        record, expected = ({key: each.get(key) for key in keys} for each in (record, expected))
+    if language == "tcl":
+        expected = as_tcl_has_it(expected)
+        if question.arguments[1:3] == ["text", "number"] and not expected["value"]:
+            del expected["unread"] # Tcl is told that there is none
     return status == expected_status and shown(question, record) == shown(question, expected)
 
 
-def main(binary, suite):
+def main(language, build, binary, suite):
     cases = pathlib.Path(parity.__file__).parent / "cases"
     asked = failed = 0
     with tempfile.TemporaryDirectory() as directory:
         root = pathlib.Path(os.path.realpath(directory)) / "korvane"
-        ours = [sys.executable, "-m", "korvane_gen", "--executable", root / "linux" / "gen_query"]
+        tool = root / "linux" / "gen_query"
+        ours = {
+            "python": [sys.executable, "-m", "korvane_gen", "--executable", tool],
+            "tcl": ["tclsh8.6", pathlib.Path(__file__).with_name("parity.tcl"), build, tool],
+        }[language]
         for path in sorted(cases.glob("*.txt")):
             staging.stage(root, binary, suite)
             for question in parity.read_questions(path):
-                if NOT_ASKED & set(question.arguments) or len(question.arguments) < 2:
+                if NOT_ASKED[language] & set(question.arguments) or len(question.arguments) < 2:
                     continue
                 asked += 1
                 here = answer(ours, root, question)
-                there = answer([root / "linux" / "gen_query"], root, question)
-                if not agree(question, here, there):
+                there = answer([tool], root, question)
+                if not agree(language, question, here, there):
                     failed += 1
                     print(f"{question.place}: {question.arguments[1:]}\n  {here}\n  {there}")
     print(f"{asked} questions asked, {failed} answered otherwise")
@@ -83,4 +111,5 @@ def main(binary, suite):
 
 
 if __name__ == "__main__":
-    sys.exit(main(*(pathlib.Path(argument) for argument in sys.argv[1:])))
+    BUILD = sys.argv[2]
+    sys.exit(main(sys.argv[1], BUILD, *(pathlib.Path(argument) for argument in sys.argv[3:])))

@@ -52,7 +52,7 @@ def declarations(code):
     parts = [[]]
     for line in code:
         parts[-1].append(line)
-        if re.search(r"; *(//.*)?$|\}$", line):
+        if re.search(r"; *(//.*)?$|\}$|^#define .*[^\\]$", line):
             parts.append([])
     return [part for part in parts if part]
 

@@ -6,7 +6,9 @@
 #include <climits>
 #include <cstdarg>
 #include <cstring>
+#include <memory>
 #include <string>
+#include <string_view>
 
 #include "effort.h"
 #include "gen_string.h"
@@ -25,6 +27,9 @@ struct Strings {
     /// With the letters in the other case.
     char const* swapped;
     unsigned length;
+    /// What the text becomes when it is folded.
+    std::string const& lower;
+    std::string const& upper;
 };
 
 struct Row {
@@ -54,48 +59,62 @@ std::string some_text(std::size_t length, bool digits) {
     return text;
 }
 
-std::string with_cases_swapped(std::string text) {
+std::string with_bits(std::string text, bool (*changed)(char letter)) {
     for (char& letter : text)
-        letter = static_cast<char>(letter >= 'A' ? letter ^ 0x20 : letter);
+        letter = static_cast<char>(changed(letter) ? letter ^ 0x20 : letter);
     return text;
 }
 
+/// Places strings of one text.
 class Pages {
   public:
+    explicit Pages(std::string const& text)
+        : m_string(text), m_other(with_bits(text, [](char letter) { return letter >= 'A'; })),
+          m_lower(with_bits(text, [](char letter) { return letter == 'K'; })),
+          m_upper(with_bits(text, [](char letter) { return letter == 'k'; })) {}
+
     /// @p gap bytes lie between the strings and the page behind.
-    Strings before_end(std::string const& text, std::size_t gap, End end) {
+    Strings before_end(std::size_t gap, End end) const {
         std::size_t const other_gap = gap * 29 % alignments;
-        std::string const swapped = with_cases_swapped(text);
-        auto const length = static_cast<unsigned>(text.size());
         if (end == End::unterminated)
-            return {m_text.unterminated(text, gap), m_same.unterminated(text, other_gap),
-                    m_swapped.unterminated(swapped, other_gap), length};
-        return {m_text.before_end(text, gap), m_same.before_end(text, other_gap),
-                m_swapped.before_end(swapped, other_gap), length};
+            return strings(text_page.unterminated(m_string, gap),
+                           same_page.unterminated(m_string, other_gap),
+                           swapped_page.unterminated(m_other, other_gap));
+        return strings(text_page.before_end(m_string, gap),
+                       same_page.before_end(m_string, other_gap),
+                       swapped_page.before_end(m_other, other_gap));
     }
 
-    Strings at_start(std::string const& text) {
-        return {m_text.at_start(text), m_same.at_start(text),
-                m_swapped.at_start(with_cases_swapped(text)), static_cast<unsigned>(text.size())};
+    Strings at_start() const {
+        return strings(text_page.at_start(m_string), same_page.at_start(m_string),
+                       swapped_page.at_start(m_other));
     }
 
   private:
-    GuardedText m_text{1};
-    GuardedText m_same{1};
-    GuardedText m_swapped{1};
+    Strings strings(char* text, char const* same, char const* swapped) const {
+        return {text, same, swapped, static_cast<unsigned>(m_string.size()), m_lower, m_upper};
+    }
+
+    inline static GuardedText text_page{1};
+    inline static GuardedText same_page{1};
+    inline static GuardedText swapped_page{1};
+
+    std::string m_string;
+    std::string m_other;
+    std::string m_lower;
+    std::string m_upper;
 };
 
 /// All lengths and alignments, or some of each where the tests have to be quick.
 void try_everywhere(Row const& row, End end) {
     bool const quick = effort(longest) < longest;
-    Pages pages;
     for (std::size_t length = 0; length <= longest; length += quick ? 97 : 1)
         for (bool const digits : {false, true}) {
-            std::string const text = some_text(length, digits);
+            Pages const pages(some_text(length, digits));
             for (std::size_t gap = 0; gap < alignments; gap += quick ? 21 : 1)
-                ASSERT_TRUE(row.answers(pages.before_end(text, gap, end))) << length << ' ' << gap;
+                ASSERT_TRUE(row.answers(pages.before_end(gap, end))) << length << ' ' << gap;
             if (end == End::terminated) {
-                ASSERT_TRUE(row.answers(pages.at_start(text))) << length;
+                ASSERT_TRUE(row.answers(pages.at_start())) << length;
             }
         }
 }
@@ -103,7 +122,8 @@ void try_everywhere(Row const& row, End end) {
 /// Memory for results that may be written up to the page behind.
 char* room_for(std::size_t size) {
     static GuardedText pages(1);
-    return pages.unterminated(std::string(size, '#'));
+    static std::string const filling(2 * longest + 1, '#');
+    return pages.unterminated(std::string_view(filling).substr(0, size));
 }
 
 STR expanded(char const* format, ...) {
@@ -133,19 +153,16 @@ bool integers_equal(Strings const& strings) {
            at == strings.text + strings.length && other_at == strings.same + strings.length;
 }
 
-/// Whether @p text is the other text of @p strings after a function that folds to @p first's case.
-bool is_folded(Strings const& strings, char first) {
-    for (unsigned i = 0; i < strings.length; ++i)
-        if (strings.text[i] != (strings.same[i] == '7' ? '7' : first))
-            return false;
-    return true;
+template <auto fold>
+bool lowers(Strings const& strings) {
+    fold(strings.text);
+    return strings.text == strings.lower;
 }
 
-/// What is folded in place is compared with what it was before.
 template <auto fold>
-bool folds_to(Strings const& strings, char first) {
+bool raises(Strings const& strings) {
     fold(strings.text);
-    return is_folded(strings, first);
+    return strings.text == strings.upper;
 }
 
 void to_lower(char* text) {
@@ -186,12 +203,12 @@ Row const terminated_rows[] = {
     {"CompareIntegerStrings", integers_equal},
     {"Lexcmp", [](Strings const& s) { return gen_lexcmp(s.text, s.same) == 0; }},
     {"Ilexcmp", [](Strings const& s) { return gen_ilexcmp(s.text, s.swapped) == 0; }},
-    {"Tolower", [](Strings const& s) { return folds_to<to_lower>(s, 'k'); }},
-    {"Toupper", [](Strings const& s) { return folds_to<to_upper>(s, 'K'); }},
-    {"AsciiTolower", [](Strings const& s) { return folds_to<ascii_to_lower>(s, 'k'); }},
-    {"AsciiToupper", [](Strings const& s) { return folds_to<ascii_to_upper>(s, 'K'); }},
-    {"Strlwr", [](Strings const& s) { return folds_to<gen_strlwr>(s, 'k'); }},
-    {"Strupr", [](Strings const& s) { return folds_to<gen_strupr>(s, 'K'); }},
+    {"Tolower", lowers<to_lower>},
+    {"Toupper", raises<to_upper>},
+    {"AsciiTolower", lowers<ascii_to_lower>},
+    {"AsciiToupper", raises<ascii_to_upper>},
+    {"Strlwr", lowers<gen_strlwr>},
+    {"Strupr", raises<gen_strupr>},
     {"Strcpy",
      [](Strings const& s) {
          return std::strcmp(gen_strcpy(room_for(s.length + 1), s.text), s.same) == 0;

@@ -67,29 +67,22 @@ class LocaleLetters {
     std::int32_t const* m_upper = *__ctype_toupper_loc();
 };
 
-constexpr std::size_t piece_size = 256;
-
-/// Appends what a pattern of at most piece_size characters becomes.
-void append_piece(STR& expression, std::string_view pattern, LocaleLetters const& letters) {
-    char piece[sizeof(Expansion) * piece_size];
-    char* at = piece;
+STR expression_of(std::string_view pattern, bool anchor) {
+    constexpr std::size_t anchors_size = 2;
+    LocaleLetters const letters;
+    // Room for letters alone, written to the end of the last one whatever it is.
+    STR expression(sizeof(Expansion) * pattern.size() + anchors_size, '\0');
+    char* at = expression.data();
+    if (anchor)
+        *at++ = '^';
     for (char const character : pattern) {
         Expansion const expansion = letters.expansion(static_cast<signed char>(character));
         std::memcpy(at, &expansion, sizeof expansion);
         at += expansion_length(expansion);
     }
-    expression.append(piece, static_cast<std::size_t>(at - piece));
-}
-
-STR expression_of(std::string_view pattern, bool anchor) {
-    LocaleLetters const letters;
-    STR expression;
     if (anchor)
-        expression += '^';
-    for (std::size_t at = 0; at < pattern.size(); at += piece_size)
-        append_piece(expression, pattern.substr(at, piece_size), letters);
-    if (anchor)
-        expression += '$';
+        *at++ = '$';
+    expression.resize(static_cast<std::size_t>(at - expression.data()));
     return expression;
 }
 

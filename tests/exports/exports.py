@@ -121,21 +121,22 @@ def exported_names(library):
 
     demangled = {line.split(maxsplit=2)[2] for line in listing("-C")
                  if line.split(maxsplit=2)[1] != "A"} # version names
-    names = collections.Counter()
-    for whole in demangled:
-        name = re.sub(r"@@?.*$", "", whole).replace("[abi:cxx11]", "")
-        special = re.match(r"(vtable|typeinfo name|typeinfo) for ", name)
-        if not special:
-            name = re.sub(r"operator\(\)", "operator<>call", name)
-            conversion = re.match(r"(\w+::)*operator [\w]", name)
-            if conversion:
-                name = name[:name.index("operator")] + "operator conversion"
-            elif not re.search(r"operator<", name):
-                name = without_brackets(name, "<", ">")
-            name = name.split("(")[0].replace("operator<>call", "operator()")
-            name = name.split(" ")[-1] if "operator" not in name else name
-        names[name] += 1
-    return names
+    return collections.Counter(map(plain_name, demangled))
+
+
+def plain_name(whole):
+    """A demangled symbol without its version, parameters and template arguments."""
+    name = re.sub(r"@@?.*$", "", whole).replace("[abi:cxx11]", "")
+    if re.match(r"(vtable|typeinfo name|typeinfo) for ", name):
+        return name
+    name = re.sub(r"operator\(\)", "operator<>call", name)
+    conversion = re.match(r"(\w+::)*operator [\w]", name)
+    if conversion:
+        name = name[:name.index("operator")] + "operator conversion"
+    elif not re.search(r"operator<", name):
+        name = without_brackets(name, "<", ">")
+    name = name.split("(")[0].replace("operator<>call", "operator()")
+    return name.split(" ")[-1] if "operator" not in name else name
 
 
 def owner_of(header):

@@ -281,7 +281,7 @@ void enter_cache(std::string const& work, std::size_t count) {
     Known const known = std::make_shared<KnownNames const>(count);
     auto const cache = std::make_shared<GEN_FIND_FILE_CACHE>();
     for (std::size_t i = 0; i < count; ++i)
-        cache->insert(known->gen_names[i], FIO_PATH(known->paths[i].c_str()));
+        cache->emplace(known->gen_names[i], FIO_PATH(known->paths[i].c_str()));
     enter(work, "gen", [known, cache](std::size_t turn) {
         gen_find_file_cache = cache.get();
         FIO_PATH path = gen_find_file_cache_assisted(known->gen_names[known->pick(turn)]);

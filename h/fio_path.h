@@ -49,7 +49,9 @@ class KORVANE_API FIO_PATH {
     FIO_PATH& operator=(STR const& text);
     FIO_PATH& operator=(char const* text);
 
-    /// The whole text, with "/" between its steps.
+    /// True for the empty path, asked without a copy of the text.
+    bool empty() const { return m_text.empty(); }
+    /// The whole text, with "/" between its components.
     STR fullpath() const { return m_text; }
     operator STR const() const { return m_text; }
     /// The whole text with the separator that path_separator chose; valid until the path is changed
@@ -86,7 +88,7 @@ class KORVANE_API FIO_PATH {
     /// Makes the path all directory: @p directory itself when that is absolute, else the directory
     /// part followed by it. "" only drops the file name.
     void cd(STR directory);
-    /// Removes "." and ".." steps and doubled separators by their text alone.
+    /// Removes "." and ".." components and doubled separators by their text alone.
     ///
     ///     "a/./b//c.v"   => "a/b/c.v"
     ///     "a/b/../c.v"   => "a/c.v"
@@ -100,7 +102,7 @@ class KORVANE_API FIO_PATH {
     /// Puts @p base in front of a relative path and simplifies the result, which is absolute: a
     /// relative base is itself taken from the current directory, "" means that directory. The empty
     /// path becomes the base, as a directory. An absolute path is only simplified. Where the
-    /// current directory is needed and cannot be told, the path is left relative.
+    /// current directory is needed and has no path, this one is left relative.
     void become_absolute(STR const& base);
 
     /// Sets the separator for rendering as `char const*`; '/' at first.
@@ -109,11 +111,6 @@ class KORVANE_API FIO_PATH {
   private:
     friend class FIO_FILE_SYSTEM;
     friend class FIO_FIND;
-    friend class GEN_FIND_FILE_CACHE;
-
-    /// A path whose parts are known.
-    FIO_PATH(STR&& text, std::size_t name, std::size_t extension, char separator)
-        : m_text(std::move(text)), m_name(name), m_extension(extension), m_separator(separator) {}
 
     void parse();
     void forget_rendering();

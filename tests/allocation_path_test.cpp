@@ -139,8 +139,8 @@ std::vector<Call> const calls = {
     {.name = "cache_insert",
      .ask =
          [] {
-             gen_find_file_cache->insert("a_name_in_the_library.v", at("library/a_name"));
-             return told(gen_find_file_cache->find("a_name_in_the_library.v").value());
+             gen_find_file_cache->emplace("a_name_in_the_library.v", at("library/a_name"));
+             return told(gen_find_file_cache->at("a_name_in_the_library.v"));
          },
      .prepare =
          [] {

@@ -7,12 +7,13 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <optional>
 #include <random>
 #include <string>
 #include <utility>
 
+using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Pair;
 
 namespace {
 
@@ -80,7 +81,7 @@ TEST_F(GenFindFileCache, IsMadeAndFreedOnRequest) {
     gen_create_find_file_cache();
     ASSERT_NE(gen_find_file_cache, nullptr);
     EXPECT_THAT(*gen_find_file_cache, IsEmpty());
-    gen_find_file_cache->insert("a rather long name, kept on the heap", FIO_PATH("/x"));
+    gen_find_file_cache->emplace("a rather long name, kept on the heap", FIO_PATH("/x"));
     gen_create_find_file_cache();
     EXPECT_THAT(*gen_find_file_cache, IsEmpty());
     gen_destroy_find_file_cache();
@@ -164,92 +165,47 @@ TEST(FindFileCacheKey, LetterCaseMakesAnotherKey) {
     EXPECT_TRUE(equal("a.v", "a.v"));
 }
 
-TEST(FindFileCacheMap, KnowsNothingAtFirst) {
-    GEN_FIND_FILE_CACHE const cache;
-    EXPECT_TRUE(cache.empty());
-    EXPECT_FALSE(cache.find("top.v").has_value());
-    EXPECT_FALSE(cache.find("").has_value());
+TEST_F(GenFindFileCache, IsAMapToLookAtAndToFill) {
+    write("project/A.v");
+    gen_find_file_cache_assisted("A.v");
+    gen_find_file_cache_assisted("missing.v");
+    std::map<std::string, std::string> kept;
+    for (auto const& [name, path] : *gen_find_file_cache)
+        kept.emplace(name, found(path));
+    EXPECT_THAT(kept, ElementsAre(Pair("A.v", at("project/A.v")), Pair("missing.v", "")));
+
+    gen_find_file_cache->emplace("given.v", FIO_PATH("/by/the/host.v"));
+    EXPECT_EQ(found_cached("given.v"), "/by/the/host.v");
+    gen_find_file_cache->erase("missing.v");
+    std::string const path = write("project/missing.v");
+    EXPECT_EQ(found_cached("missing.v"), path);
+    EXPECT_TRUE(gen_find_file_cache->contains("missing.v"));
+    EXPECT_EQ(gen_find_file_cache->size(), 3U);
 }
 
-TEST(FindFileCacheMap, TheFirstAnswerStays) {
-    GEN_FIND_FILE_CACHE cache;
-    cache.insert("top.v", FIO_PATH("/a/top.v"));
-    cache.insert("top.v", FIO_PATH("/b/top.v"));
-    ASSERT_EQ(cache.size(), 1U);
-    EXPECT_EQ(cache.find("top.v").value().fullpath(), "/a/top.v");
-}
-
-TEST(FindFileCacheMap, NamesOfOneHashAreToldApart) {
+TEST_F(GenFindFileCache, TellsNamesOfOneHashApart) {
     // 'b' is one less in front and 17 more behind.
-    char const* const names[] = {"bA", "aR", "cA", "bR", "aA"};
+    char const* const names[] = {"bA", "aR", "cA", "bR", "aA", "", "\x01\xEF"};
     ASSERT_EQ(hash("bA"), hash("aR"));
     ASSERT_EQ(hash("cA"), hash("bR"));
-    GEN_FIND_FILE_CACHE cache;
+    ASSERT_EQ(hash(""), hash("\x01\xEF"));
+    gen_create_find_file_cache();
     for (char const* name : names)
-        cache.insert(name, FIO_PATH(STR("/") + name));
-    EXPECT_EQ(cache.size(), std::size(names));
+        gen_find_file_cache->emplace(name, FIO_PATH(STR("/") + name));
     for (char const* name : names)
-        EXPECT_EQ(cache.find(name).value().fullpath(), STR("/") + name);
-    EXPECT_FALSE(cache.find("bb").has_value());
+        EXPECT_EQ(found_cached(name), std::string("/") + name);
+    EXPECT_EQ(gen_find_file_cache->size(), std::size(names));
 }
 
-TEST(FindFileCacheMap, ANameIsNotTheBeginningOfAnother) {
-    STR const of_hash_0 = "\x01\xEF"; // 17 and its negative
-    ASSERT_EQ(hash(of_hash_0), hash(""));
-    GEN_FIND_FILE_CACHE cache;
-    cache.insert(of_hash_0, FIO_PATH("/x"));
-    EXPECT_FALSE(cache.find("").has_value());
-}
-
-TEST(FindFileCacheMap, ANameEndsAtItsTerminator) {
-    STR const name = "a name of more than a block of sixteen bytes";
-    GEN_FIND_FILE_CACHE cache;
-    cache.insert(name + STR("\0kept", 5), FIO_PATH("/kept"));
-    cache.insert(name, FIO_PATH("/not kept"));
-    EXPECT_EQ(cache.size(), 1U);
-    EXPECT_EQ(cache.find(name).value().fullpath(), "/kept");
-    EXPECT_EQ(cache.find(name + STR("\0asked", 6)).value().fullpath(), "/kept");
-}
-
-TEST(FindFileCacheMap, AKeptPathIsWholeAgain) {
+TEST_F(GenFindFileCache, GivesTheKeptPathBackWhole) {
     FIO_PATH path("/p/src/a.tar.gz");
     path.path_separator('\\');
     path.extension("", "");
     path.base("b.c"); // taken whole, where a parsed text would have an extension
-    GEN_FIND_FILE_CACHE cache;
-    cache.insert("name", path);
-    cache.insert("none", FIO_PATH());
-    FIO_PATH const kept = cache.find("name").value();
-    EXPECT_EQ(kept.fullpath(), path.fullpath());
-    EXPECT_EQ(kept.full_directory(), "/p/src/");
+    gen_create_find_file_cache();
+    gen_find_file_cache->emplace("name", path);
+    FIO_PATH const kept = gen_find_file_cache_assisted("name");
+    EXPECT_EQ(kept.fullpath(), "/p/src/b.c");
     EXPECT_EQ(kept.base(), "b.c");
-    EXPECT_EQ(kept.extension(), "");
     EXPECT_STREQ(kept, "\\p\\src\\b.c");
-    EXPECT_EQ(cache.find("none").value().fullpath(), "");
-}
-
-TEST(FindFileCacheMap, AgreesWithAStandardMap) {
-    std::mt19937 random(11);
-    GEN_FIND_FILE_CACHE cache;
-    std::map<std::string, std::string> plain;
-    for (int round = 0; round < 20'000; ++round) {
-        // Short names of three letters come again and again, long ones of numbers hardly ever.
-        std::string name(random() % 8, ' ');
-        for (char& c : name)
-            c = "abc"[random() % 3];
-        if (random() % 2 == 0)
-            name += std::to_string(random());
-        std::optional<FIO_PATH> const known = cache.find(library_string(name));
-        auto const expected = plain.find(name);
-        ASSERT_EQ(known.has_value(), expected != plain.end()) << name;
-        if (known.has_value()) {
-            ASSERT_EQ(found(*known), expected->second) << name;
-        }
-        std::string const path = random() % 4 == 0 ? "" : "/p/" + std::to_string(round);
-        cache.insert(library_string(name), FIO_PATH(library_string(path)));
-        plain.emplace(name, path);
-        ASSERT_EQ(cache.size(), plain.size());
-    }
-    for (auto const& [name, path] : plain)
-        ASSERT_EQ(found(cache.find(library_string(name)).value()), path);
 }

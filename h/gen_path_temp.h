@@ -13,7 +13,8 @@
 /// "".
 KORVANE_API STR gen_get_temp_path();
 
-/// Creates an empty file that was not there before and gives its path: @p directory, "/" where that
+/// Creates an empty file that was not there before, for its owner alone to read and write (0600),
+/// and gives its path: @p directory, "/" where that
 /// does not end in one, the first three characters of @p prefix, the number in eight hexadecimal
 /// digits, and ".tmp".
 ///
@@ -24,16 +25,16 @@ KORVANE_API STR gen_get_temp_path();
 ///
 /// A name that is taken, be it by a file, a directory or a link to nowhere, is stepped over: the
 /// next number is tried, 0 after 65535. The file is always this caller's own, whoever else asks at
-/// the same time. Where no name can be created the function goes on trying, and tells the debug
-/// channel so after each round of all numbers.
+/// the same time. Where no name can be created the function goes on trying, and writes
+/// that to the debug channel after each round of all numbers.
 /// @param directory where to create it; "" is the current directory
 /// @param number    the first number to try; 0 takes one from the clock
 KORVANE_API STR gen_get_temp_filename(STR const& directory, STR const& prefix,
                                       unsigned short number);
 
 /// The directory of the user's settings, ".dravik.korvane" in the directory that "HOME" names,
-/// without a "/" at its end. It is created if it is missing. "" where "HOME" is not set, or the
-/// directory cannot be had.
+/// without a "/" at its end. It is created if it is missing, for the user alone (0700); the
+/// directory that "HOME" names is not. "" where "HOME" is not set, or the directory cannot be had.
 KORVANE_API STR gen_get_user_profile_directory();
 
 /// The file name of the graphical shell's profile, "korvane_gui.profile".
@@ -44,8 +45,10 @@ KORVANE_API extern std::ofstream* gui_profile_stream;
 
 /// gui_profile_stream.
 KORVANE_API std::ofstream* gen_get_gui_profile_stream();
-/// Closes the profile and opens it anew and empty, in the directory of the project's database path.
-/// The stream is null afterwards where no database directory is set or the file cannot be opened.
+/// Closes the profile and opens it anew and empty, in the directory of the project's database path,
+/// with the permissions of the umask. The stream is null afterwards where no database directory is
+/// set or the file cannot be opened; a FIFO that nobody reads is no file to be opened. Programs
+/// that the host starts do not inherit it.
 ///
 /// What was written to the stream reaches the file when the host flushes the stream or the next
 /// call closes it. Neither the end of the process nor unloading the library writes it out.

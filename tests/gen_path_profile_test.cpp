@@ -5,6 +5,7 @@
 #include "error_recorder.h"
 #include "temp_directory.h"
 
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -118,6 +119,63 @@ TEST_F(GuiProfile, IsNullWhereTheFileCannotBeOpened) {
     gen_set_gui_profile_stream();
     EXPECT_EQ(gui_profile_stream, nullptr);
     EXPECT_THAT(recorder.errors(), testing::IsEmpty());
+}
+
+TEST_F(GuiProfile, DatabasePathWithANulEmptiesNoOtherFile) {
+    std::string const other = m_database.write("db", "precious");
+    gen_set_db_dir_path(STR(m_database / "db") + STR("\0/x/", 4));
+    gen_set_gui_profile_stream();
+    EXPECT_EQ(gui_profile_stream, nullptr);
+    EXPECT_EQ(read_file(other), "precious");
+}
+
+TEST_F(GuiProfile, FifoThatNobodyReadsIsPassedOver) {
+    std::string const fifo = m_database / "korvane_gui.profile";
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    gen_set_db_dir_path(STR(m_database.path() + "/"));
+    alarm(20); // what blocks would do so for ever
+    gen_set_gui_profile_stream();
+    EXPECT_EQ(gui_profile_stream, nullptr);
+
+    int const reader = open(fifo.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    gen_set_gui_profile_stream();
+    alarm(0);
+    ASSERT_NE(gui_profile_stream, nullptr);
+    *gui_profile_stream << "read" << std::flush;
+    char text[8] = {};
+    EXPECT_EQ(read(reader, text, sizeof text), 4);
+    EXPECT_STREQ(text, "read");
+    close(reader);
+}
+
+TEST_F(GuiProfile, IsClosedInProgramsThatTheHostStarts) {
+    gen_set_db_dir_path(STR(m_database.path() + "/"));
+    gen_set_gui_profile_stream();
+    ASSERT_NE(gui_profile_stream, nullptr);
+    std::string const profile = fs::canonical(m_database / "korvane_gui.profile");
+    int found = 0;
+    for (fs::directory_entry const& entry : fs::directory_iterator("/proc/self/fd")) {
+        std::error_code ignored;
+        if (fs::read_symlink(entry.path(), ignored) != profile)
+            continue;
+        ++found;
+        int const file = std::stoi(entry.path().filename());
+        EXPECT_NE(fcntl(file, F_GETFD) & FD_CLOEXEC, 0);
+        EXPECT_EQ(fcntl(file, F_GETFL) & O_NONBLOCK, 0);
+    }
+    EXPECT_EQ(found, 1);
+}
+
+TEST_F(GuiProfile, CanBeClosedByItsHost) {
+    gen_set_db_dir_path(STR(m_database.path() + "/"));
+    gen_set_gui_profile_stream();
+    ASSERT_NE(gui_profile_stream, nullptr);
+    *gui_profile_stream << "all of it";
+    gui_profile_stream->close();
+    EXPECT_TRUE(gui_profile_stream->good());
+    EXPECT_EQ(read_file(m_database / "korvane_gui.profile"), "all of it");
+    gen_set_gui_profile_stream();
+    EXPECT_NE(gui_profile_stream, nullptr);
 }
 
 } // namespace

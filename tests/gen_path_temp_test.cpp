@@ -15,6 +15,7 @@
 #include <set>
 #include <sstream>
 #include <sys/mount.h>
+#include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
 
@@ -230,6 +231,33 @@ TEST(TempFilename, FullDeviceIsToldAfterEachRoundUntilThereIsRoom) {
     EXPECT_EQ(answer, message + message + "/ful0000002a.tmp");
 }
 
+TEST(TempFilename, IsForItsOwnerAlone) {
+    TempDirectory const directory;
+    mode_t const previous = umask(0);
+    STR const path = gen_get_temp_filename(STR(directory.path()), "own", 42);
+    umask(previous);
+    EXPECT_EQ(fs::status(std::string(path)).permissions(), fs::perms(0600));
+}
+
+TEST(TempFilename, NeitherFollowsNorReusesWhatWasPlanted) {
+    TempDirectory const directory;
+    std::string const victim = directory.write("victim", "precious");
+    auto const name = [&](int number) {
+        return directory / ("own0000000" + std::to_string(number) + ".tmp");
+    };
+    fs::create_symlink(victim, name(1));
+    fs::create_symlink(directory / "nowhere", name(2));
+    fs::create_hard_link(victim, name(3));
+    ASSERT_EQ(mkfifo(name(4).c_str(), 0666), 0);
+    fs::create_directory(name(5));
+    fs::create_directory(directory / "target");
+    fs::create_directory_symlink(directory / "target", name(6));
+    EXPECT_EQ(gen_get_temp_filename(STR(directory.path()), "own", 1), STR(name(7)));
+    EXPECT_EQ(read_file(victim), "precious");
+    EXPECT_FALSE(fs::exists(directory / "nowhere"));
+    EXPECT_TRUE(fs::is_empty(directory / "target"));
+}
+
 namespace {
 
 /// gen_get_temp_path in a root directory that holds nothing but @p directories, and the internal
@@ -274,11 +302,34 @@ TEST(UserProfileDirectory, IsCreatedUnderHome) {
     }
 }
 
-TEST(UserProfileDirectory, MissingHomeIsCreatedAlong) {
+TEST(UserProfileDirectory, MissingHomeIsNotCreated) {
     TempDirectory const place;
-    ScopedVariable const variable("HOME", (place / "new/home").c_str());
-    EXPECT_EQ(gen_get_user_profile_directory(), STR(place / "new/home/.dravik.korvane"));
-    EXPECT_TRUE(fs::is_directory(place / "new/home/.dravik.korvane"));
+    for (char const* const home : {"home", "new/home"}) {
+        ScopedVariable const variable("HOME", (place / home).c_str());
+        EXPECT_EQ(gen_get_user_profile_directory(), "");
+        EXPECT_TRUE(fs::is_empty(place.path()));
+    }
+}
+
+TEST(UserProfileDirectory, IsForTheUserAlone) {
+    TempDirectory const home;
+    ScopedVariable const variable("HOME", home.path().c_str());
+    mode_t const previous = umask(0);
+    EXPECT_EQ(gen_get_user_profile_directory(), STR(home / ".dravik.korvane"));
+    umask(previous);
+    EXPECT_EQ(fs::status(home / ".dravik.korvane").permissions(), fs::perms::owner_all);
+    // One that exists keeps what the user gave it.
+    fs::permissions(home / ".dravik.korvane", fs::perms(0755));
+    EXPECT_EQ(gen_get_user_profile_directory(), STR(home / ".dravik.korvane"));
+    EXPECT_EQ(fs::status(home / ".dravik.korvane").permissions(), fs::perms(0755));
+}
+
+TEST(UserProfileDirectory, FifoInItsPlaceIsNoDirectory) {
+    TempDirectory const home;
+    ScopedVariable const variable("HOME", home.path().c_str());
+    ASSERT_EQ(mkfifo((home / ".dravik.korvane").c_str(), 0666), 0);
+    EXPECT_EQ(gen_get_user_profile_directory(), "");
+    EXPECT_TRUE(fs::is_fifo(home / ".dravik.korvane"));
 }
 
 TEST(UserProfileDirectory, IsEmptyWhenItCannotBeHad) {

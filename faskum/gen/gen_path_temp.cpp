@@ -4,13 +4,17 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <ext/stdio_filebuf.h>
 #include <fstream>
 #include <new>
+#include <sys/stat.h>
+#include <unistd.h>
 
-#include "fio.h"
+#include "fio_file_system.h"
 #include "gen_exe.h"
+#include "gen_load.h"
+#include "gen_open.h"
 #include "gen_owned.h"
-#include "gen_path_project.h"
 #include "gen_report.h"
 
 char const* const GUI_PROFILE_NAME = "korvane_gui.profile";
@@ -24,13 +28,30 @@ constexpr std::size_t digit_count = 8;
 constexpr char temp_extension[] = ".tmp";
 constexpr std::uint32_t numbers_in_a_round = 65536;
 
-/// A stream on the file, emptied; not good where it cannot be opened.
+/// A stream on the file, emptied; null where it cannot be opened. A stream that opened the file by
+/// itself would wait for the reader of a FIFO and pass the file on to programs that the host
+/// starts.
 std::ofstream* open_stream(STR const& path) {
+    int const file = gen_open_for_writing(path);
+    if (file < 0)
+        return nullptr;
+    auto* stream = gen_make_owned<std::ofstream>();
     try {
-        return gen_make_owned<std::ofstream>(path.c_str(), std::ios::trunc);
+        *stream->rdbuf() = __gnu_cxx::stdio_filebuf<char>(file, std::ios::out);
     } catch (std::bad_alloc const&) { // for its buffer
         MEM_MANAGER::fail(BUFSIZ, nullptr, "GEN");
     }
+    if (!stream->is_open()) { // only for want of memory
+        MEM_MANAGER::check_heap("GEN");
+        close(file);
+        gen_release_owned(stream);
+    }
+    return stream;
+}
+
+bool is_directory(STR const& path) {
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 /// Writes eight hexadecimal digits.
@@ -83,7 +104,11 @@ STR gen_get_user_profile_directory() {
     if (!directory.ends_with('/'))
         directory += '/';
     directory += ".dravik.korvane";
-    return FIO_FILE_SYSTEM::create(directory) ? directory : STR();
+    // Looked for first: where nothing may be created, one that exists serves all the same. What is
+    // in it is the user's alone, and its parents are not ours to make.
+    bool const is_there = is_directory(directory) || mkdir(directory.c_str(), S_IRWXU) == 0 ||
+                          is_directory(directory); // made by another process just now
+    return is_there ? directory : STR();
 }
 
 std::ofstream* gen_get_gui_profile_stream() {
@@ -97,6 +122,4 @@ void gen_set_gui_profile_stream() {
     FIO_PATH path = *db_dir_path;
     path.filename(GUI_PROFILE_NAME);
     gui_profile_stream = open_stream(path.fullpath());
-    if (!gui_profile_stream->good())
-        gen_release_owned(gui_profile_stream);
 }

@@ -12,7 +12,7 @@ using ERR_HANDLER = void (*)(char const* condition, char const* owner, char cons
 /// Hands one internal error to the handler in force and returns.
 /// @param condition   the broken condition as spelled in the code, or a whole message
 /// @param owner       the library that reports, "GEN" for gen
-/// @param source_file the name under which the check is known, that of its topic ("gen_path")
+/// @param source_file the name under which the check is known, that of its topic
 /// @param line        the number of the check under that name
 /// The last two look like a place in the code and were one once. Since hosts filter by them, gen
 /// keeps both frozen: they name the same check in every version, whatever file it stands in now.

@@ -38,8 +38,6 @@ class KORVANE_API FIO_FIND {
 
     /// Rebuilds the list in place from a path-list text; the base for results is kept.
     void init(STR const& path_list);
-    /// The same from one directory, whatever its name is made of; "" gives an empty list.
-    void init_one(STR const& directory);
 
     /// The directories as given, in order. Valid until the next init.
     MEM_LIST<FIO_PATH> const& directories() const { return m_directories; }
@@ -50,38 +48,38 @@ class KORVANE_API FIO_FIND {
     void set_directory_for_results_to_become_absolute_to(char const* directory);
 
     /// @p relative_path under the first directory where it exists, be it file or directory; the
-    /// empty path when there is none. Asks the file system once a directory.
+    /// empty path when there is none. One existence check a directory.
     FIO_PATH find_first_relative_path(FIO_PATH const& relative_path);
 
     /// Appends every existing file @p base_name + extension, directory by directory and inside one
     /// in the order of @p extensions (with or without their dots; an empty one stands for the base
-    /// name alone). Null results are ignored.
+    /// name alone). A directory is no file. Null results are ignored.
     /// @param all_directories all of them, not only the first that has a match
     /// @param absolute        results made absolute against the current directory, if that can be
-    ///                        told, where the list and its base give relative ones
+    ///                        had, where the list and its base give relative ones
     void find_all(STR const& base_name, MEM_VECTOR<STR> const& extensions,
                   MEM_LIST<FIO_PATH>* results, bool all_directories, bool absolute);
 
     /// Takes the text this object was made of as a wildcard pattern ("dir/*.ddb") and gives the
-    /// bare names that match its last step, sorted by byte value, one a call; "" when there is none
-    /// left. "*" stands for any run of bytes, "?" for one byte; "." and ".." are never among the
-    /// names. A relative pattern starts at the current directory.
+    /// bare names that match its last component, sorted by byte value, one a call; "" when there is
+    /// none left. "*" stands for any run of bytes, "?" for one byte; "." and ".." are never among
+    /// the names. A relative pattern starts at the current directory.
     STR find_first();
     STR find_next();
 
   private:
     void begin(STR const& text);
     void make_prefixes();
-    char* room_for_question(std::size_t longest_name);
+    char* room_for_candidate(std::size_t longest_name);
 
     STR m_text;                       ///< what the object was made of
     MEM_LIST<FIO_PATH> m_directories; ///< the entries as given
     MEM_VECTOR<STR> m_prefixes;       ///< the same, ready for a name to be appended
     std::size_t m_longest_prefix = 0;
     bool m_has_relative_entries = false;
-    STR m_base;                  ///< what relative entries start at, as it was set
-    STR m_base_prefix;           ///< the same, absolute and ready for an entry
-    MEM_VECTOR<char> m_question; ///< the path being asked for; kept for its storage
-    MEM_VECTOR<STR> m_names;     ///< what find_first found
+    STR m_base;                   ///< what relative entries start at, as it was set
+    STR m_base_prefix;            ///< the same, absolute and ready for an entry
+    MEM_VECTOR<char> m_candidate; ///< the path being checked; kept for its storage
+    MEM_VECTOR<STR> m_names;      ///< what find_first found
     std::size_t m_next_name = 0;
 };

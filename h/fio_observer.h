@@ -6,9 +6,10 @@
 
 class FIO_FIND;
 
-/// Is told of each question whether a path exists.
+/// Receives each existence check. A source search checks for files, and takes a directory for
+/// something that does not exist.
 /// @param asker  the search object that asks; null when it is FIO_FILE_SYSTEM::exists
-/// @param path   the path asked for; valid for the span of the call
+/// @param path   the path checked; valid for the span of the call
 /// @param exists what the file system answered
 /// @return the answer that the asker is to believe. An observer that returns false for a hit makes
 ///         a search go on to the next directory, so that it walks past everything it could find.

@@ -1,7 +1,7 @@
 #include "fio_file_system.h"
 
 #include "fio_directory.h"
-#include "fio_question.h"
+#include "fio_existence.h"
 #include "fio_wildcard.h"
 
 #include <algorithm>
@@ -16,9 +16,8 @@
 
 namespace {
 
-/// What the system would read of the text is all of it, and something.
-bool is_system_text(std::string_view text) {
-    return !text.empty() && text.find('\0') == std::string_view::npos;
+bool is_name(std::string_view text) {
+    return !text.empty() && fio_is_system_name(text);
 }
 
 bool is_directory(char const* path) {
@@ -32,23 +31,23 @@ bool create_one(char const* directory) {
 }
 
 /// An enumeration between findfirst and findclose.
-struct SEARCH {
+struct Search {
     long handle = 0;
     STR directory;
     MEM_VECTOR<STR> names;
     std::size_t next = 0;
 };
 
-MEM_LIST<SEARCH> open_searches;
+MEM_LIST<Search> open_searches;
 long last_handle = 0;
 
-MEM_LIST<SEARCH>::iterator find_search(long handle) {
+MEM_LIST<Search>::iterator find_search(long handle) {
     return std::find_if(open_searches.begin(), open_searches.end(),
-                        [handle](SEARCH const& search) { return search.handle == handle; });
+                        [handle](Search const& search) { return search.handle == handle; });
 }
 
 /// Fills in the next name that is still there; false when there is none left.
-bool deliver(SEARCH& search, _finddata_t& data) {
+bool deliver(Search& search, _finddata_t& data) {
     STR path;
     while (search.next < search.names.size()) {
         STR const& name = search.names[search.next++];
@@ -73,11 +72,11 @@ bool FIO_FILE_SYSTEM::exists(char const* path) {
 }
 
 bool FIO_FILE_SYSTEM::exists(FIO_PATH const& path) {
-    return is_system_text(path.text()) && fio_path_exists(nullptr, path.m_text.c_str());
+    return is_name(path.text()) && fio_path_exists(nullptr, path.m_text.c_str());
 }
 
 bool FIO_FILE_SYSTEM::create(STR const& directory) {
-    if (!is_system_text(directory))
+    if (!is_name(directory))
         return false;
     if (create_one(directory.c_str()))
         return true;
@@ -93,9 +92,9 @@ bool FIO_FILE_SYSTEM::create(STR const& directory) {
 }
 
 bool FIO_FILE_SYSTEM::touch(STR const& path) {
-    if (!is_system_text(path))
+    if (!is_name(path))
         return false;
-    int const file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    int const file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
     if (file < 0)
         return false;
     close(file);
@@ -119,7 +118,7 @@ STR FIO_FILE_SYSTEM::get_current_directory() {
 long FIO_FILE_SYSTEM::findfirst(char const* pattern, _finddata_t* data) {
     if (pattern == nullptr || data == nullptr)
         return -1;
-    SEARCH search;
+    Search search;
     STR const text(pattern);
     search.names = fio_matching_names(text);
     search.directory = text.substr(0, text.rfind('/') + 1); // npos + 1 is 0

@@ -1,8 +1,8 @@
 #include "fio_find.h"
 
 #include "fio_directory.h"
+#include "fio_existence.h"
 #include "fio_path_list.h"
-#include "fio_question.h"
 #include "fio_wildcard.h"
 
 #include <algorithm>
@@ -10,14 +10,9 @@
 
 namespace {
 
-/// The system would read no further than an embedded NUL, and answer for another name.
-bool is_system_text(std::string_view text) {
-    return text.find('\0') == std::string_view::npos;
-}
-
 /// A name that can be looked for in a directory.
 bool is_relative_name(std::string_view name) {
-    return !name.empty() && name.front() != '/' && is_system_text(name);
+    return !name.empty() && name.front() != '/' && fio_is_system_name(name);
 }
 
 bool is_absolute(std::string_view text) {
@@ -40,7 +35,8 @@ STR directory_for(MEM_VECTOR<STR> const& directories) {
 MEM_VECTOR<std::string_view> endings_of(MEM_VECTOR<STR> const& extensions) {
     MEM_VECTOR<std::string_view> endings;
     endings.reserve(extensions.size());
-    std::copy_if(extensions.begin(), extensions.end(), std::back_inserter(endings), is_system_text);
+    std::copy_if(extensions.begin(), extensions.end(), std::back_inserter(endings),
+                 fio_is_system_name);
     return endings;
 }
 
@@ -59,7 +55,7 @@ FIO_FIND::FIO_FIND(STR path_list) {
 
 FIO_FIND::FIO_FIND(MEM_LIST<FIO_PATH> const& directories) {
     for (FIO_PATH const& directory : directories)
-        if (!directory.text().empty())
+        if (!directory.empty())
             m_directories.push_back(directory);
     make_prefixes();
 }
@@ -88,20 +84,13 @@ void FIO_FIND::init(STR const& path_list) {
     make_prefixes();
 }
 
-void FIO_FIND::init_one(STR const& directory) {
-    begin(directory);
-    if (!m_text.empty())
-        m_directories.emplace_back(m_text);
-    make_prefixes();
-}
-
 void FIO_FIND::make_prefixes() {
     m_prefixes.clear();
     m_prefixes.reserve(m_directories.size());
     m_longest_prefix = 0;
     m_has_relative_entries = false;
     for (FIO_PATH const& directory : m_directories) {
-        if (!is_system_text(directory.text()))
+        if (!fio_is_system_name(directory.text()))
             continue;
         bool const absolute = directory.absolute();
         STR& prefix = m_prefixes.emplace_back(absolute ? STR() : m_base_prefix);
@@ -125,18 +114,18 @@ void FIO_FIND::set_directory_for_results_to_become_absolute_to(char const* direc
         make_prefixes();
 }
 
-char* FIO_FIND::room_for_question(std::size_t longest_name) {
+char* FIO_FIND::room_for_candidate(std::size_t longest_name) {
     std::size_t const size = m_longest_prefix + longest_name + 1;
-    if (m_question.size() < size)
-        m_question.resize(size);
-    return m_question.data();
+    if (m_candidate.size() < size)
+        m_candidate.resize(size);
+    return m_candidate.data();
 }
 
 FIO_PATH FIO_FIND::find_first_relative_path(FIO_PATH const& relative_path) {
     std::string_view const name = relative_path.text();
     if (!is_relative_name(name))
         return {};
-    char* const path = room_for_question(name.size());
+    char* const path = room_for_candidate(name.size());
     for (STR const& prefix : m_prefixes) {
         *put(put(path, prefix), name) = '\0';
         if (fio_path_exists(this, path))
@@ -151,7 +140,7 @@ void FIO_FIND::find_all(STR const& base_name, MEM_VECTOR<STR> const& extensions,
         return;
     STR const current = absolute ? directory_for(m_prefixes) : STR();
     MEM_VECTOR<std::string_view> const endings = endings_of(extensions);
-    char* const path = room_for_question(current.size() + base_name.size() + longest(endings) + 1);
+    char* const path = room_for_candidate(current.size() + base_name.size() + longest(endings) + 1);
     for (STR const& prefix : m_prefixes) {
         char* const directory = is_absolute(prefix) ? path : put(path, current);
         char* const stem = put(put(directory, prefix), base_name);
@@ -161,7 +150,7 @@ void FIO_FIND::find_all(STR const& base_name, MEM_VECTOR<STR> const& extensions,
             if (!ending.starts_with('.') && !ending.empty())
                 *at++ = '.';
             *put(at, ending) = '\0';
-            if (fio_path_exists(this, path))
+            if (fio_file_exists(this, path))
                 results->emplace_back(path);
         }
         if (!all_directories && results->size() > found_before)

@@ -19,16 +19,16 @@ void append_extension(STR& text, std::string_view extension) {
     }
 }
 
-/// The directory steps of a path while it is simplified: kept in place at the front of the text
-/// that is read, so that simplifying needs no memory of its own.
-class STEP_WRITER {
+/// The directory components of a path while it is simplified: kept in place at the front of the
+/// text that is read, so that simplifying needs no memory of its own.
+class ComponentWriter {
   public:
     /// @p root is the length of the leading "/" or "//", which no ".." can remove.
-    STEP_WRITER(char* text, std::size_t root)
+    ComponentWriter(char* text, std::size_t root)
         : m_text(text), m_end(root), m_kept(root), m_absolute(root > 0) {}
 
-    void enter(std::string_view step) {
-        append(step);
+    void enter(std::string_view component) {
+        append(component);
         m_text[m_end++] = '/';
     }
     void leave() {
@@ -52,7 +52,7 @@ class STEP_WRITER {
   private:
     char* m_text;
     std::size_t m_end;
-    std::size_t m_kept; ///< up to here nothing can be removed: the root, or ".." steps
+    std::size_t m_kept; ///< up to here nothing can be removed: the root, or ".." components
     bool m_absolute;
 };
 
@@ -190,27 +190,27 @@ void FIO_PATH::become_simplified() {
     if (m_text.empty())
         return;
     std::string_view const name = text().substr(m_name);
-    bool const name_is_step = name == "." || name == "..";
-    std::size_t const base_length = name_is_step ? 0 : m_extension - m_name;
+    bool const name_is_directory = name == "." || name == "..";
+    std::size_t const base_length = name_is_directory ? 0 : m_extension - m_name;
     // A relative path can only grow where a last ".." gets its "/".
-    if (name_is_step)
+    if (name_is_directory)
         m_text += '/';
-    std::size_t const directory_end = name_is_step ? m_text.size() : m_name;
+    std::size_t const directory_end = name_is_directory ? m_text.size() : m_name;
 
     std::size_t position = root_length(m_text);
-    STEP_WRITER steps(m_text.data(), position);
+    ComponentWriter written(m_text.data(), position);
     while (position < directory_end) {
         std::size_t const end = m_text.find('/', position);
-        std::string_view const step = text().substr(position, end - position);
-        if (step == "..")
-            steps.leave();
-        else if (!step.empty() && step != ".")
-            steps.enter(step);
+        std::string_view const component = text().substr(position, end - position);
+        if (component == "..")
+            written.leave();
+        else if (!component.empty() && component != ".")
+            written.enter(component);
         position = end + 1;
     }
-    m_name = steps.size();
-    steps.append(text().substr(directory_end));
-    m_text.resize(steps.size());
+    m_name = written.size();
+    written.append(text().substr(directory_end));
+    m_text.resize(written.size());
     if (m_text.empty()) {
         m_text = "./";
         m_name = m_text.size();

@@ -1,18 +1,12 @@
 #include "fio_path_list.h"
 
+#include "blanks.h"
+#include "fio_existence.h"
+
 #include <algorithm>
 #include <sys/stat.h>
 
 namespace {
-
-constexpr std::string_view blanks = " \t";
-
-std::string_view trim(std::string_view text) {
-    std::size_t const first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 /// Where the quote stands that closes the entry whose opening quote is before @p from: the first
 /// one that only blanks part from a ";" or the end. npos when there is none.
@@ -27,13 +21,11 @@ std::size_t find_closing_quote(std::string_view text, std::size_t from) {
 }
 
 bool is_one_directory(STR const& text) {
-    // Only a text that would be taken apart needs the question.
-    if (text.find_first_of(";\"") == STR::npos && trim(text).size() == text.size())
-        return false;
-    if (text.find('\0') != STR::npos)
+    // Only a text that would be taken apart needs the check.
+    if (text.find_first_of(";\"") == STR::npos && without_blanks(text).size() == text.size())
         return false;
     struct stat status;
-    return stat(text.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    return fio_is_system_name(text) && stat(text.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 } // namespace
@@ -56,7 +48,7 @@ MEM_VECTOR<std::string_view> fio_split_path_list(STR const& text) {
         bool const quoted = close != std::string_view::npos;
         std::size_t const end = std::min(list.find(';', quoted ? close : start), list.size());
         std::string_view const entry = quoted ? list.substr(start + 1, close - start - 1)
-                                              : trim(list.substr(start, end - start));
+                                              : without_blanks(list.substr(start, end - start));
         if (!entry.empty())
             entries.push_back(entry);
         position = end + 1;

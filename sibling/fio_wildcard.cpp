@@ -1,5 +1,7 @@
 #include "fio_wildcard.h"
 
+#include "fio_existence.h"
+
 #include <algorithm>
 #include <dirent.h>
 
@@ -31,7 +33,7 @@ MEM_VECTOR<STR> fio_matching_names(STR const& pattern) {
     std::size_t const name_start = pattern.rfind('/') + 1; // npos + 1 is 0
     std::string_view const name_pattern = std::string_view(pattern).substr(name_start);
     STR const directory = name_start > 0 ? pattern.substr(0, name_start) : STR(".");
-    if (name_pattern.empty() || pattern.find('\0') != STR::npos)
+    if (name_pattern.empty() || !fio_is_system_name(pattern))
         return names;
     DIR* const stream = opendir(directory.c_str());
     if (stream == nullptr) {

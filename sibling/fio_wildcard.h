@@ -10,6 +10,6 @@
 bool fio_matches_wildcard(std::string_view name, std::string_view pattern);
 
 /// The bare names in the directory of @p pattern (the current one when it has none) that match its
-/// last step, sorted by byte value. "." and ".." are never among them. The directory is taken
+/// last component, sorted by byte value. "." and ".." are never among them. The directory is taken
 /// literally; one that cannot be read has no names.
 MEM_VECTOR<STR> fio_matching_names(STR const& pattern);

@@ -1,5 +1,7 @@
 #include "mem.h"
 
+#include "blanks.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -18,18 +20,6 @@ MEM_LIST<Switch> set_switches;
 MEM_LIST<Switch>::iterator find_set_switch(std::string_view name) {
     return std::find_if(set_switches.begin(), set_switches.end(),
                         [name](Switch const& entry) { return entry.name == name; });
-}
-
-bool is_blank(char character) {
-    return character == ' ' || character == '\t';
-}
-
-std::string_view without_blanks(std::string_view text) {
-    while (!text.empty() && is_blank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && is_blank(text.back()))
-        text.remove_suffix(1);
-    return text;
 }
 
 bool switch_in_list(char const* list, std::string_view name, bool by_default) {

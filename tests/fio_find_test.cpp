@@ -39,16 +39,6 @@ TEST(FioFind, IsRebuiltInPlace) {
     EXPECT_EQ(find(list, "top.v"), "");
 }
 
-TEST(FioFind, OneDirectoryIsTakenWhateverItsName) {
-    FIO_FIND list("/a;/b");
-    for (std::string const name : {"/a;/b", " /a ", "\"/a\"", "/a\";b"}) {
-        list.init_one(library_string(name));
-        EXPECT_THAT(texts(list.directories()), ElementsAre(name));
-    }
-    list.init_one("");
-    EXPECT_THAT(texts(list.directories()), IsEmpty());
-}
-
 TEST(FioFind, RebuildingEndsAnEnumeration) {
     TempDirectory const directory;
     directory.write("a.v");

@@ -61,7 +61,8 @@ class Reference {
         for (Place const& place : places)
             for (char const* extension : source_extensions) {
                 std::string const path = place.directory + base_name + extension;
-                if (std::count(taken.begin(), taken.end(), extension) == 0 && exists(path)) {
+                if (std::count(taken.begin(), taken.end(), extension) == 0 && exists(path) &&
+                    !fs::is_directory(path)) {
                     found.emplace_back(place.tag, path);
                     taken.emplace_back(extension);
                 }

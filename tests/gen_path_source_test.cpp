@@ -73,6 +73,18 @@ class GenIncludeFile : public GenPathTest {
 
 // Source files
 
+TEST_F(GenSourceFiles, DirectoryIsNoSourceFile) {
+    m_directory.make_directory("project/top.kbd");
+    m_directory.make_directory("target");
+    std::filesystem::create_directory_symlink(at("target"), at("project/top.ksd"));
+    write("elsewhere/file");
+    std::filesystem::create_symlink(at("elsewhere/file"), at("project/top.v"));
+    write("team/top.kbd");
+    EXPECT_THAT(sources("top"), ElementsAre(in(1, "project/top.v"), in(3, "team/top.kbd")));
+    m_directory.make_directory("korvane/libraries/unit.v");
+    EXPECT_THAT(shipped_sources("unit"), IsEmpty());
+}
+
 TEST_F(GenSourceFiles, GroupsAreVisitedWithTheUsersBeforeTheShippedOnes) {
     write("korvane/libraries/others/top.edf");
     write("project/parablocks/top.sv");

@@ -1,0 +1,20 @@
+#pragma once
+
+/// The one place that asks the file system what is there. Private to the file-I/O library.
+
+#include <string_view>
+
+#include "fio_observer.h"
+
+/// The system would read all of the name. It reads no further than an embedded NUL, and would
+/// answer for another file.
+inline bool fio_is_system_name(std::string_view name) {
+    return name.find('\0') == std::string_view::npos;
+}
+
+/// A file or directory of that name exists: checked once, reported to the observer, whose answer is
+/// the one to believe.
+bool fio_path_exists(FIO_FIND const* asker, char const* path);
+
+/// The same for what is not a directory.
+bool fio_file_exists(FIO_FIND const* asker, char const* path);

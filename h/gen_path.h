@@ -9,4 +9,5 @@
 #include "gen_path_project.h"
 #include "gen_path_source.h"
 #include "gen_path_temp.h"
+#include "gen_path_text.h"
 #include "gen_path_tools.h"

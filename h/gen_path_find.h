@@ -12,7 +12,7 @@
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
 
-/// The file that @p name means, or the empty path. The file system is asked once a directory tried.
+/// The file that @p name means, or the empty path. One existence check a directory tried.
 KORVANE_API FIO_PATH gen_find_file(STR const& name);
 /// The same in the libraries for outside tools alone; it sets no project directory.
 KORVANE_API FIO_PATH gen_find_eda_file(STR const& name);

@@ -9,8 +9,7 @@
 ///
 /// All state is process-wide and for one thread.
 
-#include "fio.h"
-#include "gen_path_install.h"
+#include "gen_load.h"
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
 
@@ -23,22 +22,6 @@ enum GEN_LIBRARY_PATHS_ENUM : int {
     GEN_LIBRARY_PATHS_USER_LIBRARIES = 5,    ///< the user library paths
     GEN_LIBRARY_PATHS_KORVANE_LIBRARIES = 4, ///< the project's parablocks, the shipped libraries
 };
-
-/// The library path lists as they were given last.
-KORVANE_API extern STR gen_project_library_paths;
-KORVANE_API extern STR gen_user_library_paths;
-/// For callers; gen neither writes nor reads it.
-KORVANE_API extern STR gen_korvane_library_paths;
-
-/// The search objects of the groups; null while there is none. Owned by gen.
-KORVANE_API extern FIO_FIND* gen_project_libraries;
-KORVANE_API extern FIO_FIND* gen_ini_user_libraries;
-KORVANE_API extern FIO_FIND* gen_korvane_libraries;
-KORVANE_API extern FIO_FIND* gen_korvane_eda_libraries;
-
-/// The file-type order: extensions with their dots, most preferred first. Null until it is first
-/// asked for. Owned by gen.
-KORVANE_API extern MEM_VECTOR<STR>* gen_file_type_order;
 
 /// Points a search object at a path list: re-initialises it in place, or creates it where @p slot
 /// holds null, to be released with delete. A null @p slot is ignored.
@@ -71,18 +54,3 @@ KORVANE_API MEM_VECTOR<STR>* gen_get_file_type_order_helper();
 /// Removes from @p order every entry that is @p ext but for letter case and one leading dot of the
 /// entry. @p ext itself is given without its dot: ".v" matches no ".v". A null order is ignored.
 KORVANE_API void gen_remove_file_type_order_helper(MEM_VECTOR<STR>* order, STR const& ext);
-
-/// Frees the search objects, the file-type order and the project's directory paths, and makes them
-/// null. The path texts and the find-file cache stay. The next lookup builds the shipped libraries
-/// again and makes the current directory the project directory; the project's and the user's
-/// libraries are absent until they are set again.
-KORVANE_API void gen_clear_all_library_paths();
-
-/// Clears the path state when the library is unloaded.
-class KORVANE_API GEN_PATH_INITIALIZER {
-  public:
-    GEN_PATH_INITIALIZER() {}
-    ~GEN_PATH_INITIALIZER() { gen_clear_all_library_paths(); }
-    GEN_PATH_INITIALIZER(GEN_PATH_INITIALIZER const&) = delete;
-    GEN_PATH_INITIALIZER& operator=(GEN_PATH_INITIALIZER const&) = delete;
-};

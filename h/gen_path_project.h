@@ -1,10 +1,10 @@
 #pragma once
 
-/// The project: its directory, its database, parablocks and output directories, and two services on
-/// path texts. Hosts set them when they start and when the user opens another project; nothing is
-/// stored. All state is process-wide and for one thread.
+/// The project: its directory, its database, parablocks and output directories. Hosts set them when
+/// they start and when the user opens another project; nothing is stored. All state is process-wide
+/// and for one thread.
 
-#include "fio.h"
+#include "gen_load.h"
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
 
@@ -13,21 +13,9 @@ KORVANE_API extern char const GEN_DB_DIR_NAME[3];
 /// "parablocks", the name of the parablocks directory below the project directory.
 KORVANE_API extern char const GEN_PROJECT_PARABLOCKS_DIR_NAME[11];
 
-/// The project directory, ending in "/"; "" until it is set.
-KORVANE_API extern STR gen_project_dir_path;
-/// The output directory, ending in "/"; "" for none.
-KORVANE_API extern STR gen_project_output_directory;
-
-/// What lies behind the functions below; null while unset. Owned by gen.
-KORVANE_API extern FIO_FIND* gen_project_directory_fio_find;
-KORVANE_API extern FIO_FIND* gen_project_db_directory_fio_find;
-KORVANE_API extern FIO_FIND* gen_project_parablocks_fio_find;
-KORVANE_API extern FIO_PATH* gen_project_parablocks_dir_path;
-KORVANE_API extern FIO_PATH* db_dir_path;
-KORVANE_API extern FIO_PATH* db_dir_full_name;
-
 /// Makes @p dir the project directory, and the one below it the parablocks directory. A relative
-/// one stays relative: lookups take it from the current directory of their time.
+/// one stays relative: lookups take it from the current directory of their time. Lookups split its
+/// string as a path list, unless the whole of it names a directory that exists by now.
 KORVANE_API void gen_set_project_dir_path(STR dir);
 /// The project directory, "" when none was ever set.
 KORVANE_API STR gen_get_project_dir_path();
@@ -39,7 +27,8 @@ KORVANE_API FIO_PATH gen_get_project_parablocks_dir_path();
 /// Its search object, null while unset.
 KORVANE_API FIO_FIND* gen_get_project_parablocks_fio_find();
 
-/// Sets the database directory. It is not joined to the project directory.
+/// Sets the database directory. It is not joined to the project directory. Lookups split its string
+/// as they do the project directory's.
 KORVANE_API void gen_set_db_dir_path(STR dir);
 /// The database directory as given, the empty path or "" while unset.
 KORVANE_API FIO_PATH gen_get_db_dir_path();
@@ -59,11 +48,3 @@ KORVANE_API void gen_set_project_output_directory(char const* dir);
 /// cannot be had. Makes the current directory the project directory when it needs one and there is
 /// none. Never null; valid until the project or output directory is set again.
 KORVANE_API char const* gen_get_project_output_directory();
-
-/// @p path without the project directory in front. A name that is not absolute is looked up first,
-/// with gen_find_file. A file that is not found or not below the project directory, letter case
-/// included, gives @p path unchanged; null reports "path != NULL" and gives "".
-KORVANE_API STR gen_get_relative_path_if_starts_with_project_dir(char const* path);
-
-/// @p s with every "\" replaced by "/".
-KORVANE_API STR gen_sync_path_separators(STR const& s);

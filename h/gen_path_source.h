@@ -20,15 +20,18 @@ using GEN_SOURCE_CANDIDATE = std::pair<GEN_LIBRARY_PATHS_ENUM, FIO_PATH>;
 /// @param including_file_alias    another path of that same file; null for none
 /// @param found_path              receives the file, "" when not found; may be null
 /// @param found_path_beside_alias receives where the same include would lie next to the alias, when
-///                                it was found beside the including file, else ""; may be null
+///                                it was found beside the including file and there is an alias;
+///                                else ""; may be null
 /// @return whether it was found
+/// The strings may be those of the outputs. One string for both outputs keeps what is written last:
+/// the path beside the alias where there is one, else the file.
 KORVANE_API bool gen_find_include_file(char const* name, char const* including_file,
                                        char const* including_file_alias, STR* found_path,
                                        STR* found_path_beside_alias);
 
-/// Appends the source files of a design unit, at most one of each type of the file-type order,
-/// group by group as GEN_LIBRARY_PATHS_ENUM lists them. Within a group they stand as
-/// FIO_FIND::find_all gives them, not by preference.
+/// Appends the source files of a design unit, at most one of each type of the file-type order and
+/// no directories, group by group as GEN_LIBRARY_PATHS_ENUM lists them. Within a group they stand
+/// as FIO_FIND::find_all gives them, not by preference.
 /// @return whether @p candidates has any entry afterwards, earlier ones included; false for null
 KORVANE_API bool gen_get_source_files(STR const& base_name,
                                       MEM_VECTOR<GEN_SOURCE_CANDIDATE>* candidates);

@@ -60,9 +60,8 @@ KORVANE_API MEM_MSG_SINK mem_msg_set_sink(MEM_MSG_SINK sink);
 KORVANE_API unsigned long mem_info_get_working_set_size();
 KORVANE_API unsigned long mem_info_get_working_set_peak_size();
 
-/// gen is above this library, so it leaves its answers here as functions to call, for as long as
-/// the process lives. Null forgets one: a host that unloads gen and keeps this library does that
-/// first.
+/// gen is above this library, so it leaves its answers here as functions to call, from its start-up
+/// until it is unloaded. Null forgets one.
 KORVANE_API void mem_set_gen_get_korvane_path_callback(STR (*callback)());
 KORVANE_API void mem_set_gen_get_module_filename_callback(STR (*callback)());
 KORVANE_API void mem_set_gen_get_db_dir_path_string_callback(STR (*callback)());

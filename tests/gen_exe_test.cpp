@@ -328,7 +328,12 @@ TEST(GenExeInit, HandsOverInOrderBeforeTheBodyAndCleansUpAfterIt) {
                                  "project_output_directory registered\n"
                                  "body 2 argument\n"
                                  "ver_cleanup\n"
-                                 "thr_drl_fini\n");
+                                 "thr_drl_fini\n"
+                                 "korvane_path withdrawn\n"
+                                 "db_dir_path_string withdrawn\n"
+                                 "is_in_ui_process withdrawn\n"
+                                 "module_filename withdrawn\n"
+                                 "project_output_directory withdrawn\n");
 }
 
 TEST(GenDefineMain, GivesTheExitStatusOfItsBody) {

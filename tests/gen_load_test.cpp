@@ -47,6 +47,16 @@ TEST(GenLoad, ObjectsAreBuiltInOrderAndDestroyedInReverse) {
                                  "owner GEN begins, streams, no texts\n" + round);
 }
 
+TEST(GenLoad, HostsStaticObjectsMayStillAskWhenTheyAreDestroyed) {
+    std::string const directory =
+        "/a directory whose name is too long to be kept without the heap/";
+    ProgramStart start;
+    start.arguments = {TEST_BINARY_DIR "/exit_probe"};
+    ProgramResult const result = run_program(start);
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_EQ(result.output, directory + "\n/\n" + directory + "top.pdb\n");
+}
+
 TEST(GenLoad, UnloadingGivesBackAllButTheExecutablesPath) {
     std::size_t const path_size = sizeof TEST_BINARY_DIR "/unload_probe";
     ProgramResult const result = load_with("unload_probe", {"3", std::to_string(path_size)});

@@ -2,19 +2,8 @@
 
 /// The groups of directories and the order in which every search walks them.
 
+#include "gen_load.h"
 #include "gen_path_library.h"
-#include "gen_path_project.h"
-
-/// Makes the current directory the project directory when none is set.
-inline void gen_default_project_directory() {
-    if (gen_project_directory_fio_find == nullptr)
-        gen_set_project_dir_path(FIO_FILE_SYSTEM::get_current_directory());
-}
-
-/// The path names nothing; asked without copying its text.
-inline bool gen_is_empty(FIO_PATH const& path) {
-    return *static_cast<char const*>(path) == '\0';
-}
 
 /// The search object of library paths, its relative entries starting at the project directory of
 /// this moment.

@@ -1,8 +1,7 @@
 #include "gen_path_install.h"
 
-#include "fio.h"
+#include "fio_find.h"
 #include "gen_exe.h"
-#include "gen_path_library.h"
 #include "gen_report.h"
 
 namespace {

@@ -1,15 +1,10 @@
 #include "gen_path_library.h"
 
+#include "fio_type.h"
 #include "gen_iterator_sys.h"
 #include "gen_owned.h"
-#include "gen_path_project.h"
+#include "gen_path_install.h"
 #include "gen_string_compare.h"
-
-FIO_FIND* gen_project_libraries = nullptr;
-FIO_FIND* gen_ini_user_libraries = nullptr;
-FIO_FIND* gen_korvane_libraries = nullptr;
-FIO_FIND* gen_korvane_eda_libraries = nullptr;
-MEM_VECTOR<STR>* gen_file_type_order = nullptr;
 
 namespace {
 
@@ -102,18 +97,4 @@ void gen_remove_file_type_order_helper(MEM_VECTOR<STR>* order, STR const& ext) {
         return;
     STR const removed = ext; // ext may be an entry of the order
     std::erase_if(*order, [&removed](STR const& entry) { return is_extension(entry, removed); });
-}
-
-void gen_clear_all_library_paths() {
-    gen_release_owned(gen_korvane_libraries);
-    gen_release_owned(gen_project_parablocks_fio_find);
-    gen_release_owned(gen_project_parablocks_dir_path);
-    gen_release_owned(gen_korvane_eda_libraries);
-    gen_release_owned(gen_ini_user_libraries);
-    gen_release_owned(gen_project_libraries);
-    gen_release_owned(gen_project_directory_fio_find);
-    gen_release_owned(gen_project_db_directory_fio_find);
-    gen_release_owned(gen_file_type_order);
-    gen_release_owned(db_dir_path);
-    gen_release_owned(db_dir_full_name);
 }

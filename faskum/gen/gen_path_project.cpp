@@ -1,39 +1,19 @@
 #include "gen_path_project.h"
 
+#include "fio_file_system.h"
 #include "gen_owned.h"
-#include "gen_path_find.h"
-#include "gen_path_groups.h"
-#include "gen_report.h"
+#include "gen_path_default.h"
+#include "gen_path_library.h"
 
-#include <algorithm>
 #include <sys/stat.h>
 
 char const GEN_DB_DIR_NAME[3] = "db";
 char const GEN_PROJECT_PARABLOCKS_DIR_NAME[11] = "parablocks";
 
-FIO_FIND* gen_project_directory_fio_find = nullptr;
-FIO_FIND* gen_project_db_directory_fio_find = nullptr;
-FIO_FIND* gen_project_parablocks_fio_find = nullptr;
-FIO_PATH* gen_project_parablocks_dir_path = nullptr;
-FIO_PATH* db_dir_path = nullptr;
-FIO_PATH* db_dir_full_name = nullptr;
-
 namespace {
-
-/// Points a search object at one directory. A name may hold what would part a path list in two.
-void search_in(STR const& directory, FIO_FIND*& slot) {
-    if (slot == nullptr)
-        slot = gen_make_owned<FIO_FIND>(STR());
-    slot->init_one(directory);
-}
 
 FIO_PATH path_or_empty(FIO_PATH const* path) {
     return path != nullptr ? *path : FIO_PATH();
-}
-
-void ensure_ends_with_slash(STR& directory) {
-    if (directory.empty() || directory.back() != '/')
-        directory += '/';
 }
 
 /// Whether the file system calls the text without its last character a directory. The bit is tested
@@ -67,7 +47,7 @@ void gen_set_project_dir_path(STR dir) {
     path.cd(std::move(dir));
     gen_project_dir_path = path.fullpath();
     gen_init_project_parablocks_path(path);
-    search_in(gen_project_dir_path, gen_project_directory_fio_find);
+    gen_set_fio_find_library_paths_helper(gen_project_dir_path, &gen_project_directory_fio_find);
 }
 
 STR gen_get_project_dir_path() {
@@ -76,11 +56,12 @@ STR gen_get_project_dir_path() {
 
 void gen_init_project_parablocks_path(FIO_PATH const& project_dir) {
     STR directory = project_dir.fullpath();
-    ensure_ends_with_slash(directory);
+    if (!directory.ends_with('/'))
+        directory += '/';
     directory += GEN_PROJECT_PARABLOCKS_DIR_NAME;
     directory += '/';
     gen_replace_owned(gen_project_parablocks_dir_path, directory);
-    search_in(directory, gen_project_parablocks_fio_find);
+    gen_set_fio_find_library_paths_helper(directory, &gen_project_parablocks_fio_find);
 }
 
 FIO_PATH gen_get_project_parablocks_dir_path() {
@@ -93,7 +74,8 @@ FIO_FIND* gen_get_project_parablocks_fio_find() {
 
 void gen_set_db_dir_path(STR dir) {
     gen_replace_owned(db_dir_path, dir);
-    search_in(dir, gen_project_db_directory_fio_find);
+    gen_set_fio_find_library_paths_helper(db_dir_path->fullpath(),
+                                          &gen_project_db_directory_fio_find);
 }
 
 FIO_PATH gen_get_db_dir_path() {
@@ -135,26 +117,4 @@ char const* gen_get_project_output_directory() {
         return gen_project_output_directory.c_str();
     gen_default_project_directory();
     return gen_project_dir_path.c_str();
-}
-
-STR gen_get_relative_path_if_starts_with_project_dir(char const* path) {
-    if (path == nullptr) {
-        report(reports::no_relative_path);
-        return {};
-    }
-    FIO_PATH file(path);
-    if (*path != '\0' && !file.absolute())
-        file = gen_find_file(path);
-    STR directory = gen_get_project_dir_path();
-    if (!file.absolute() || directory.empty())
-        return path;
-    ensure_ends_with_slash(directory);
-    STR text = file.fullpath();
-    return text.starts_with(directory) ? text.erase(0, directory.size()) : STR(path);
-}
-
-STR gen_sync_path_separators(STR const& s) {
-    STR result = s;
-    std::replace(result.begin(), result.end(), '\\', '/');
-    return result;
 }

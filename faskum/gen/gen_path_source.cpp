@@ -1,16 +1,25 @@
 #include "gen_path_source.h"
 
+#include "fio_file_system.h"
+#include "gen_path_default.h"
 #include "gen_path_find.h"
 #include "gen_path_groups.h"
 #include "gen_report.h"
 #include "gen_string_compare.h"
 
-#include <algorithm>
+#include <optional>
 
 namespace {
 
+/// A string that may be missing.
+using Text = std::optional<STR>;
+
+Text copy_of(char const* text) {
+    return text != nullptr ? Text(text) : std::nullopt;
+}
+
 /// @p name as it lies beside @p file.
-FIO_PATH beside(char const* file, STR const& name) {
+FIO_PATH beside(STR const& file, STR const& name) {
     FIO_PATH path(FIO_PATH(file).full_directory() + name);
     path.become_simplified();
     return path;
@@ -44,37 +53,39 @@ bool has_entries(MEM_VECTOR<GEN_SOURCE_CANDIDATE> const* candidates) {
 bool gen_find_include_file(char const* name, char const* including_file,
                            char const* including_file_alias, STR* found_path,
                            STR* found_path_beside_alias) {
-    // The outputs are written last: a name may be the text of the output of the search before.
-    STR path_text;
-    STR beside_alias_text;
-    if (name != nullptr) {
-        STR const wanted = name;
-        FIO_PATH path = gen_find_file(wanted);
-        if (gen_is_empty(path) && including_file != nullptr && !FIO_PATH(wanted).absolute()) {
-            FIO_PATH neighbour = beside(including_file, wanted);
-            if (FIO_FILE_SYSTEM::exists(neighbour)) {
-                path = std::move(neighbour);
-                if (including_file_alias != nullptr)
-                    beside_alias_text = beside(including_file_alias, wanted).fullpath();
-            }
-        }
-        path_text = path.fullpath();
+    // Copies: the strings may be gen's own, which a lookup changes, or those of the outputs.
+    Text const wanted = copy_of(name);
+    Text const file = copy_of(including_file);
+    Text const alias = copy_of(including_file_alias);
+    for (STR* const output : {found_path, found_path_beside_alias})
+        if (output != nullptr)
+            output->clear();
+    if (!wanted)
+        return false;
+
+    FIO_PATH path = gen_find_file(*wanted);
+    bool found_beside = false;
+    if (path.empty() && file && !FIO_PATH(*wanted).absolute()) {
+        FIO_PATH const neighbour = beside(*file, *wanted);
+        found_beside = FIO_FILE_SYSTEM::exists(neighbour);
+        if (found_beside)
+            path = neighbour;
     }
-    bool const found = !path_text.empty();
     if (found_path != nullptr)
-        *found_path = std::move(path_text);
-    if (found_path_beside_alias != nullptr)
-        *found_path_beside_alias = std::move(beside_alias_text);
-    return found;
+        *found_path = path.fullpath();
+    if (found_beside && alias && found_path_beside_alias != nullptr)
+        *found_path_beside_alias = beside(*alias, *wanted).fullpath();
+    return !path.empty();
 }
 
 bool gen_get_source_files(STR const& base_name, MEM_VECTOR<GEN_SOURCE_CANDIDATE>* candidates) {
+    STR const wanted = base_name; // may be the project directory's string, which is about to change
     gen_init_korvane_lib_paths();
     gen_default_project_directory();
     MEM_VECTOR<STR> order =
         copy_file_type_order(reports::no_libraries_for_sources, reports::no_order_for_sources);
     gen_visit_groups([&](GEN_LIBRARY_PATHS_ENUM tag, FIO_FIND& find) {
-        append_from_group(tag, find, base_name, candidates, &order);
+        append_from_group(tag, find, wanted, candidates, &order);
         return order.empty();
     });
     return has_entries(candidates);
@@ -82,11 +93,12 @@ bool gen_get_source_files(STR const& base_name, MEM_VECTOR<GEN_SOURCE_CANDIDATE>
 
 bool gen_get_source_files_from_korvane_lib(STR const& base_name,
                                            MEM_VECTOR<GEN_SOURCE_CANDIDATE>* candidates) {
+    STR const wanted = base_name; // whoever is told of an error may change it
     gen_init_korvane_lib_paths();
     MEM_VECTOR<STR> order =
         copy_file_type_order(reports::no_libraries_for_shipped, reports::no_order_for_shipped);
     if (gen_korvane_libraries != nullptr)
-        append_from_group(GEN_LIBRARY_PATHS_KORVANE_LIBRARIES, *gen_korvane_libraries, base_name,
+        append_from_group(GEN_LIBRARY_PATHS_KORVANE_LIBRARIES, *gen_korvane_libraries, wanted,
                           candidates, &order);
     return has_entries(candidates);
 }

@@ -3,6 +3,7 @@
 #include "gen_exe.h"
 #include "gen_path_install.h"
 #include "gen_path_project.h"
+#include "gen_state.h"
 #include "gen_string_message.h"
 
 namespace {
@@ -94,12 +95,11 @@ FOR_EACH_ADVISOR(DEFINE_ADVISOR)
 #undef FOR_EACH_ADVISOR
 
 STR gen_generate_pdb_filename(STR const& name, STR const& extension, STR const* directory) {
-    static STR kept_directory;
     if (directory != nullptr)
-        kept_directory = *directory;
-    FIO_PATH const base = kept_directory.empty() ? gen_get_db_dir_path() : FIO_PATH(kept_directory);
-    STR path = base.fullpath();
-    if (!kept_directory.empty())
+        gen_pdb_directory = *directory;
+    bool const is_kept = !gen_pdb_directory.empty();
+    STR path = is_kept ? gen_pdb_directory : gen_get_db_dir_path_string();
+    if (is_kept)
         gen_mem_msg_debug("DRV path is %s", path.c_str());
     path += name;
     if (!extension.empty()) {

@@ -11,6 +11,17 @@
 #include <cstdlib>
 #include <ios>
 
+namespace {
+
+/// When gen is unloaded it withdraws what it registered.
+bool is_withdrawn(char const* name, bool is_null) {
+    if (is_null)
+        std::printf("%s withdrawn\n", name);
+    return is_null;
+}
+
+} // namespace
+
 bool std::ios_base::sync_with_stdio(bool synchronized) {
     std::printf("sync_with_stdio %d\n", synchronized);
     return true;
@@ -34,22 +45,28 @@ void ver_cleanup() {
 }
 
 void mem_set_gen_get_korvane_path_callback(STR (*callback)()) {
-    std::printf("korvane_path %s\n", callback().c_str());
+    if (!is_withdrawn("korvane_path", callback == nullptr))
+        std::printf("korvane_path %s\n", callback().c_str());
 }
 
 void mem_set_gen_get_module_filename_callback(STR (*callback)()) {
-    std::printf("module_filename %s\n", callback().c_str());
+    if (!is_withdrawn("module_filename", callback == nullptr))
+        std::printf("module_filename %s\n", callback().c_str());
 }
 
 void mem_set_gen_get_db_dir_path_string_callback(STR (*callback)()) {
-    std::printf("db_dir_path_string '%s'\n", callback().c_str());
+    if (!is_withdrawn("db_dir_path_string", callback == nullptr))
+        std::printf("db_dir_path_string '%s'\n", callback().c_str());
 }
 
 void mem_set_gen_is_in_ui_process_callback(bool (*callback)()) {
-    std::printf("is_in_ui_process %s\n", callback() ? "yes" : "no");
+    if (!is_withdrawn("is_in_ui_process", callback == nullptr))
+        std::printf("is_in_ui_process %s\n", callback() ? "yes" : "no");
 }
 
 void mem_set_gen_get_project_output_directory_callback(char const* (*callback)()) {
+    if (is_withdrawn("project_output_directory", callback == nullptr))
+        return;
     bool const expected = callback == gen_get_project_output_directory;
     std::printf("project_output_directory %s\n", expected ? "registered" : "?");
 }

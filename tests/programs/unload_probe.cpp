@@ -3,7 +3,7 @@
 //   unload_probe LIBRARY ROUNDS [SIZE...]
 
 #include "fio_path.h"
-#include "mem_manager.h"
+#include "mem.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -61,6 +61,11 @@ int main(int argc, char** argv) {
         library = dlopen(argv[1], RTLD_NOW | RTLD_LOCAL);
         use(argv[0]);
         dlclose(library);
+        // The memory library would call code that is gone.
+        if (!mem_gen_get_korvane_path().empty() || !mem_gen_get_module_filename().empty() ||
+            !mem_gen_get_db_dir_path_string().empty() || mem_gen_is_in_ui_process() ||
+            mem_gen_get_project_output_directory() != nullptr)
+            return 1;
         std::size_t const after = MEM_MANAGER::s_system_memory_counter.current();
         std::printf("%zu\n", after - before);
     }

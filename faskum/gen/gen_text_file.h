@@ -2,11 +2,10 @@
 
 /// Private to gen.
 
-#include <cerrno>
-#include <fcntl.h>
 #include <string_view>
 #include <unistd.h>
 
+#include "gen_open.h"
 #include "gen_retry.h"
 #include "mem_alloc_sys.h"
 
@@ -15,19 +14,7 @@
 /// failure, which it would be to a stream of the C library.
 class GEN_TEXT_FILE {
   public:
-    explicit GEN_TEXT_FILE(STR const& path) {
-        // Cut short at a NUL, the path would name, and empty, some other file.
-        if (path.find('\0') != STR::npos)
-            return;
-        // A FIFO that nobody reads must not block the host for ever: like any other file that
-        // cannot be opened it is passed over. A file that another process has a lease on is
-        // waited for, for as long as the system lets it.
-        m_file = open_file(path.c_str(), O_NONBLOCK);
-        if (m_file < 0 && errno == EWOULDBLOCK)
-            m_file = open_file(path.c_str(), 0);
-        if (is_open())
-            fcntl(m_file, F_SETFL, 0);
-    }
+    explicit GEN_TEXT_FILE(STR const& path) : m_file(gen_open_for_writing(path)) {}
     ~GEN_TEXT_FILE() {
         if (!is_open())
             return;
@@ -56,12 +43,6 @@ class GEN_TEXT_FILE {
     void put_line() { put("\n"); }
 
   private:
-    static int open_file(char const* path, int flag) {
-        constexpr mode_t permissions = 0666;
-        return gen_retry([=] {
-            return open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | flag, permissions);
-        });
-    }
     void flush() {
         write_all({m_buffer, m_buffered});
         m_buffered = 0;
@@ -76,7 +57,7 @@ class GEN_TEXT_FILE {
         }
     }
 
-    int m_file = -1;
+    int m_file;
     bool m_failed = false;
     std::size_t m_buffered = 0;
     char m_buffer[1 << 14];

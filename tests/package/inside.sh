@@ -30,9 +30,14 @@ hosts() { # hosts ARCHITECTURE TRIPLET FLAG
     done
     CXXFLAGS=$3 /try/sources/debian/tests/dependencies
 }
+hardened() { # hardened FILE FLAGS: those of the linker, and checked calls of the C library
+    readelf --dynamic --wide "$1" | grep -q "FLAGS_1.* $2" || fail "$1 is not linked as $2"
+    nm --dynamic "$1" | grep -q '_chk@' || fail "$1 makes no checked calls"
+}
 tools() { # tools ARCHITECTURE TRIPLET
     apt install ./korvane-gen-tools_*_"$1".deb
     ldd /usr/bin/gen_query | grep -q "/$2/libkorvane_gen.so.1 " || fail "gen_query is not that of $1"
+    hardened /usr/bin/gen_query 'NOW PIE'
     /try/sources/debian/tests/tools
 }
 
@@ -49,6 +54,9 @@ done
 for file in bash-completion/completions/gen_query zsh/vendor-completions/_gen_query \
     doc/libkorvane-gen1/changelog.gz doc/libkorvane-gen-doc/html/index.html; do
     [ -s "/usr/share/$file" ] || fail "no $file"
+done
+for library in /usr/lib/*/libkorvane_*.so*; do
+    hardened "$library" NOW
 done
 
 hosts amd64 x86_64-linux-gnu -m64

@@ -32,8 +32,8 @@ def inline(text):
     return re.sub(r"\\\(ga(.+?)\\\(ga", r"\\fB\1\\fR", text)
 
 
-def told(comment, indent):
-    """A comment, as far to the right as it stands."""
+def written(comment, indent):
+    """A comment for a place so many columns from the left."""
     result = []
     for block in blocks(comment):
         if block.kind == "verbatim":
@@ -49,9 +49,9 @@ def told(comment, indent):
     return result[1:] if result[:1] == [".PP"] else result
 
 
-def told_apart(comment, indent):
+def written_below(comment, indent):
     """The comment on a declaration, below it and a step to the right."""
-    return [f".RS {STEP}", *told(comment, indent + STEP), ".RE"]
+    return [f".RS {STEP}", *written(comment, indent + STEP), ".RE"]
 
 
 def shown(lines):
@@ -108,7 +108,7 @@ def entry(body):
     comment, code = member_comment(head), public([line for line in code_of(head) if line not in remarks])
     if not comment or not code:
         return []
-    result = [*shown(code), *told_apart(comment, MARGIN)]
+    result = [*shown(code), *written_below(comment, MARGIN)]
     if remarks:
         result += [f".RS {STEP}", *remark(remarks), ".RE"]
     for member in members:
@@ -120,7 +120,7 @@ def entry(body):
         end = [line for line in code if line.startswith("}")] if comment else []
         result += shown([line for line in code if line not in end])
         if comment:
-            result += [f".RS {STEP}", *told_apart(comment, MARGIN + STEP), ".RE"]
+            result += [f".RS {STEP}", *written_below(comment, MARGIN + STEP), ".RE"]
         result += shown(end)
     return result
 
@@ -135,7 +135,7 @@ def page(header, version, date):
     lines = header.read_text(encoding="utf-8").split("\n")
     result = [title(page_name(header), version, date), ".SH NAME",
               f"{page_name(header)} \\- {plain(summary(header))}", ".SH SYNOPSIS",
-              f".B #include <{header.name}>", ".SH DESCRIPTION", *told(about(header), MARGIN)]
+              f".B #include <{header.name}>", ".SH DESCRIPTION", *written(about(header), MARGIN)]
     declared = [line for body in bodies(paragraphs(lines)) for line in remark(body[0]) or entry(body)]
     if declared:
         result += [".SH DECLARATIONS", *declared]

@@ -26,14 +26,14 @@ def sentence(comment):
 
 def summaries(headers):
     """What is said first of each name; of one that is there again, what is said of the first."""
-    told = {}
+    summary_of = {}
     for path in sorted(headers.glob("*.h")):
-        told[path.name] = sentence(about(path))
+        summary_of[path.name] = sentence(about(path))
         for paragraph in paragraphs(path.read_text(encoding="utf-8").split("\n")):
             if is_comment(paragraph[0]):
                 for name in re.findall(r"\w+(?=\(| =|;| \{)", "\n".join(code_of(paragraph))):
-                    told.setdefault(name, sentence(comment_of(paragraph)))
-    return told
+                    summary_of.setdefault(name, sentence(comment_of(paragraph)))
+    return summary_of
 
 
 def rows(compound):
@@ -62,11 +62,11 @@ def headings(site):
 
 
 def main(tagfile, headers, site):
-    told = summaries(headers)
+    summary_of = summaries(headers)
     found = {} # a name is a member of its header and of its family, at one place
     for compound in ElementTree.parse(tagfile).getroot().iter("compound"):
         for row in rows(compound):
-            found.setdefault(row[1], [*row, told.get(row[0].rpartition("::")[2], "")])
+            found.setdefault(row[1], [*row, summary_of.get(row[0].rpartition("::")[2], "")])
     for row in headings(site):
         found[row[1]] = row
     listed = ",\n".join(json.dumps(row, ensure_ascii=False) for row in sorted(found.values()))

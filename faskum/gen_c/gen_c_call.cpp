@@ -1,6 +1,7 @@
 #include "gen_c_call.h"
 
 #include "gen_exe.h"
+#include "gen_version.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -92,7 +93,7 @@ gen_c_status gen_c_report(size_t index, char const** condition, char const** sou
 }
 
 char const* gen_c_version(void) {
-    return GEN_C_VERSION;
+    return gen_get_version();
 }
 
 void gen_c_text_free(gen_c_text* text) {

@@ -1,11 +1,13 @@
 #!/usr/bin/env python3
-"""Runs the examples in both languages on the example suite: they print the same, and what they should.
+"""Runs the examples in both languages on the example suite: they print the same, and what they should. Then it
+runs what the documents show in either language, each document's pieces as one script.
 
-    script_examples.py BUILD GEN_QUERY EXAMPLES
+    script_examples.py BUILD GEN_QUERY EXAMPLES DOCUMENT...
 """
 
 import os
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -33,7 +35,23 @@ def run(command, text, root, environment):
     return done.returncode, done.stdout.replace(str(root), "ROOT")
 
 
-def main(build, binary, examples):
+def shown(document, language):
+    """What the document shows in that language."""
+    return "".join(re.findall(rf"^```{language}\n(.*?)^```", document.read_text(), re.S | re.M))
+
+
+def run_shown(document, root, build):
+    """[(language, exit status)] of the scripts that a document shows."""
+    interpreters = {"python": ["/usr/bin/python3", {"PYTHONPATH": str(build / "python")}],
+                    "tcl": ["tclsh8.6", {"TCLLIBPATH": str(build / "tcl")}]}
+    for language, (interpreter, environment) in interpreters.items():
+        script = root / f"shown.{language}"
+        script.write_text(shown(document, language).replace("/opt/korvane", str(root)))
+        if script.stat().st_size:
+            yield language, run([interpreter, script], "", root, environment)[0]
+
+
+def main(build, binary, examples, *documents):
     faults = []
     with tempfile.TemporaryDirectory() as directory:
         root = pathlib.Path(os.path.realpath(directory)) / "korvane"
@@ -47,10 +65,13 @@ def main(build, binary, examples):
                       {"TCLLIBPATH": str(build / "tcl")})
             if python != tcl or python[0] != status or not set(lines) <= set(python[1].splitlines()):
                 faults.append((name, python, tcl))
+        ran = [(document.name, *one) for document in documents
+               for one in run_shown(document, root, build)]
+        faults += [one for one in ran if one[-1] != 0]
     for fault in faults:
         print(*fault, sep="\n  ")
-    print(f"{len(CASES)} examples in two languages")
-    return 1 if faults else 0
+    print(f"{len(CASES)} examples in two languages, {len(ran)} scripts that documents show")
+    return 1 if faults or len(ran) < len(documents) else 0
 
 
 if __name__ == "__main__":

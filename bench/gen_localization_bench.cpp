@@ -190,7 +190,7 @@ double limit_decimal(char const* text, char const** end) {
 }
 
 void enter_decimals(char const* locale, std::string const& work, double (*twin)(char const*)) {
-    // The same for every row: how well they are foreseen is half of what reading them costs.
+    // The same for every row: how well they are predicted is half of what reading them costs.
     static std::vector<std::string> const texts = decimal_texts();
     enter_under(locale, work, "gen", [twin](std::size_t i) { return twin(texts[i].c_str()); });
     enter_under(locale, work, "std::from_chars", [](std::size_t i) {

@@ -14,30 +14,30 @@
 
 char const* LOCALIZATION_BASE_STRING = "C";
 
-constinit std::atomic<BASE_LOCALE const*> current_base_locale = nullptr;
+constinit std::atomic<BaseLocale const*> current_base_locale = nullptr;
 
 namespace {
 
 // What a null base name stands for: the locale in force, in every category.
-BASE_LOCALE const no_base_locale;
+BaseLocale const no_base_locale;
 
 // Every locale that was ever asked for stays until the library goes: another thread may be using
 // it, and a host has few names to give.
 constinit std::mutex base_locales_mutex;
-constinit BASE_LOCALE* base_locales = nullptr;
+constinit BaseLocale* base_locales = nullptr;
 
-template <typename NODE>
-NODE* add_node(NODE*& list) {
-    NODE* const node = std::construct_at(MEM_STL_ALLOCATOR<NODE>().allocate(1));
+template <typename Node>
+Node* add_node(Node*& list) {
+    Node* const node = std::construct_at(MEM_STL_ALLOCATOR<Node>().allocate(1));
     node->next = list;
     return list = node;
 }
 
-template <typename NODE>
-NODE* remove_node(NODE* node) {
-    NODE* const next = node->next;
+template <typename Node>
+Node* remove_node(Node* node) {
+    Node* const next = node->next;
     std::destroy_at(node);
-    MEM_STL_ALLOCATOR<NODE>().deallocate(node, 1);
+    MEM_STL_ALLOCATOR<Node>().deallocate(node, 1);
     return next;
 }
 
@@ -46,14 +46,14 @@ void release(locale_t locale) {
         freelocale(locale);
 }
 
-struct BASE_LOCALES_RELEASER {
-    ~BASE_LOCALES_RELEASER() {
+struct BaseLocalesReleaser {
+    ~BaseLocalesReleaser() {
         std::lock_guard const lock(base_locales_mutex);
         current_base_locale.store(nullptr, std::memory_order_release);
         for (; base_locales != nullptr; base_locales = remove_node(base_locales)) {
             release(base_locales->character);
             release(base_locales->numeric);
-            for (BASE_TIME_LOCALE* time = base_locales->times; time != nullptr;
+            for (BaseTimeLocale* time = base_locales->times; time != nullptr;
                  time = remove_node(time))
                 release(time->locale);
         }
@@ -80,7 +80,7 @@ locale_t with_category(int category_mask, STR const& name, locale_t rest) {
     return locale;
 }
 
-void fill_in(BASE_LOCALE& base) {
+void fill_in(BaseLocale& base) {
     base.character = with_category(LC_CTYPE_MASK, base.name, nullptr);
     if (base.character != nullptr) {
         locale_t const previous = uselocale(base.character);
@@ -114,10 +114,10 @@ STR names_in_environment() {
     return names;
 }
 
-BASE_LOCALE& find_base_locale(char const* name) {
+BaseLocale& find_base_locale(char const* name) {
     bool const is_empty = *name == '\0';
     STR environment = is_empty ? names_in_environment() : STR();
-    BASE_LOCALE* base = base_locales;
+    BaseLocale* base = base_locales;
     while (base != nullptr && (base->name != name || base->environment != environment))
         base = base->next;
     if (base == nullptr) {
@@ -149,7 +149,7 @@ void load_conversions() {
     static_cast<void>(btowc(first_beyond_ascii));
 }
 
-BASE_LOCALE const& switch_base_locale() {
+BaseLocale const& switch_base_locale() {
     char const* const name = LOCALIZATION_BASE_STRING;
     if (name == nullptr)
         return no_base_locale;
@@ -165,8 +165,8 @@ locale_t base_time_locale() {
     GEN_MEMORY_WATCH const watch;
     char const* const character_name = nl_langinfo(NL_LOCALE_NAME(LC_CTYPE));
     std::lock_guard const lock(base_locales_mutex);
-    BASE_LOCALE& base = find_base_locale(name);
-    BASE_TIME_LOCALE* time = base.times;
+    BaseLocale& base = find_base_locale(name);
+    BaseTimeLocale* time = base.times;
     while (time != nullptr && time->character_name != character_name)
         time = time->next;
     if (time == nullptr) {

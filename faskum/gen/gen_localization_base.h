@@ -13,15 +13,15 @@
 #include "mem_alloc_sys.h"
 
 /// The locale in force, with the time category of a base name.
-struct BASE_TIME_LOCALE {
+struct BaseTimeLocale {
     /// Null where setlocale would have refused the base name.
     locale_t locale = nullptr;
     /// The character category that was in force.
     STR character_name;
-    BASE_TIME_LOCALE* next = nullptr;
+    BaseTimeLocale* next = nullptr;
 };
 
-struct BASE_LOCALE {
+struct BaseLocale {
     // Each holds its one category of the base name, and the "C" locale besides. Null where
     // setlocale would have refused the name: then the locale in force is the answer.
     locale_t character = nullptr;
@@ -31,20 +31,20 @@ struct BASE_LOCALE {
     STR name;
     /// What the environment made of the name, when that is empty.
     STR environment;
-    BASE_TIME_LOCALE* times = nullptr;
-    BASE_LOCALE* next = nullptr;
+    BaseTimeLocale* times = nullptr;
+    BaseLocale* next = nullptr;
 };
 
-extern std::atomic<BASE_LOCALE const*> current_base_locale;
+extern std::atomic<BaseLocale const*> current_base_locale;
 
 /// Finds or makes the base locale for LOCALIZATION_BASE_STRING and makes it the current one.
 /// Leaves errno alone.
-BASE_LOCALE const& switch_base_locale();
+BaseLocale const& switch_base_locale();
 
 /// The base locale for what LOCALIZATION_BASE_STRING says now, or null where it is not the current
 /// one; valid until gen is unloaded.
-inline BASE_LOCALE const* known_base_locale() {
-    BASE_LOCALE const* const current = current_base_locale.load(std::memory_order_acquire);
+inline BaseLocale const* known_base_locale() {
+    BaseLocale const* const current = current_base_locale.load(std::memory_order_acquire);
     char const* wanted = LOCALIZATION_BASE_STRING;
     if (current == nullptr || wanted == nullptr) [[unlikely]]
         return nullptr;
@@ -61,8 +61,8 @@ inline BASE_LOCALE const* known_base_locale() {
 }
 
 /// The same, made the current one where it is not.
-inline BASE_LOCALE const& base_locale() {
-    BASE_LOCALE const* const known = known_base_locale();
+inline BaseLocale const& base_locale() {
+    BaseLocale const* const known = known_base_locale();
     return known != nullptr ? *known : switch_base_locale();
 }
 
@@ -77,18 +77,18 @@ void load_conversions();
 
 /// Puts this thread into the base locale's character category until the end of the scope: for the
 /// functions that exist in no form that takes a locale. They ask no other category.
-class BASE_CHARACTER_SCOPE {
+class BaseCharacterScope {
   public:
-    BASE_CHARACTER_SCOPE() {
+    BaseCharacterScope() {
         if (locale_t const character = base_locale().character)
             m_previous = uselocale(character);
     }
-    ~BASE_CHARACTER_SCOPE() {
+    ~BaseCharacterScope() {
         if (m_previous != nullptr)
             uselocale(m_previous);
     }
-    BASE_CHARACTER_SCOPE(BASE_CHARACTER_SCOPE const&) = delete;
-    BASE_CHARACTER_SCOPE& operator=(BASE_CHARACTER_SCOPE const&) = delete;
+    BaseCharacterScope(BaseCharacterScope const&) = delete;
+    BaseCharacterScope& operator=(BaseCharacterScope const&) = delete;
 
   private:
     locale_t m_previous = nullptr;
@@ -100,8 +100,8 @@ class BASE_CHARACTER_SCOPE {
 void report_neutrally(int category, Report const& error);
 
 /// Reports a null text of a number and answers for it: nothing was read.
-template <typename CHAR>
-bool is_missing(CHAR const* text, CHAR** end) {
+template <typename Char>
+bool is_missing(Char const* text, Char** end) {
     if (text != nullptr)
         return false;
     report_neutrally(LC_NUMERIC, reports::no_number_text);

@@ -103,11 +103,11 @@ unsigned gen_local_towupper(unsigned c) {
 }
 
 char* gen_local_strlwr(char* string) {
-    BASE_CHARACTER_SCOPE const scope;
+    BaseCharacterScope const scope;
     return gen_strlwr(string);
 }
 
 char* gen_local_strupr(char* string) {
-    BASE_CHARACTER_SCOPE const scope;
+    BaseCharacterScope const scope;
     return gen_strupr(string);
 }

@@ -156,7 +156,7 @@ template <typename Char>
 double read_by_platform(Char const* text, Char** end) {
     if (is_missing(text, end))
         return 0.0;
-    BASE_LOCALE const& base = base_locale();
+    BaseLocale const& base = base_locale();
     if (base.numeric == nullptr)
         return convert_in_force(text, end);
     return convert_after_blanks(text, end, base.numeric);
@@ -165,7 +165,7 @@ double read_by_platform(Char const* text, Char** end) {
 } // namespace
 
 double gen_local_strtod(char const* text, char** end) {
-    BASE_LOCALE const* const base = known_base_locale();
+    BaseLocale const* const base = known_base_locale();
     if (text != nullptr && base != nullptr && base->decimal_point != '\0') [[likely]] {
         Decimal const number = read_decimal(text, base->decimal_point);
         double value = 0.0;

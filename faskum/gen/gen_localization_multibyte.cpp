@@ -9,17 +9,17 @@ constexpr unsigned conversion_failed = ~0U;
 } // namespace
 
 int gen_local_mblen(char const* string, unsigned count) {
-    BASE_CHARACTER_SCOPE const scope;
+    BaseCharacterScope const scope;
     return std::mblen(string, count);
 }
 
 int gen_local_mbtowc(wchar_t* wide, char const* string, unsigned count) {
-    BASE_CHARACTER_SCOPE const scope;
+    BaseCharacterScope const scope;
     return std::mbtowc(wide, string, count);
 }
 
 int gen_local_wctomb(char* string, wchar_t wide) {
-    BASE_CHARACTER_SCOPE const scope;
+    BaseCharacterScope const scope;
     return std::wctomb(string, wide);
 }
 
@@ -28,7 +28,7 @@ unsigned gen_local_mbstowcs(wchar_t* wide, char const* string, unsigned count) {
         report_neutrally(LC_CTYPE, reports::no_multibyte_string);
         return conversion_failed;
     }
-    BASE_CHARACTER_SCOPE const scope;
+    BaseCharacterScope const scope;
     return static_cast<unsigned>(std::mbstowcs(wide, string, count));
 }
 
@@ -37,7 +37,7 @@ unsigned gen_local_wcstombs(char* string, wchar_t const* wide, unsigned count) {
         report_neutrally(LC_CTYPE, reports::no_wide_string);
         return conversion_failed;
     }
-    BASE_CHARACTER_SCOPE const scope;
+    BaseCharacterScope const scope;
     return static_cast<unsigned>(std::wcstombs(string, wide, count));
 }
 

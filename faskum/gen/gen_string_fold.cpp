@@ -6,20 +6,20 @@
 
 namespace {
 
-using PLATFORM_FOLD = int (*)(int);
+using PlatformFold = int (*)(int);
 
 // The platform's functions answer for -128 to -1 as well, where the locale's upper half stands.
-void fold_by_platform(char* text, std::size_t length, PLATFORM_FOLD fold) {
+void fold_by_platform(char* text, std::size_t length, PlatformFold fold) {
     for (std::size_t i = 0; i < length; ++i)
         text[i] = static_cast<char>(fold(static_cast<signed char>(text[i])));
 }
 
 // Adding or taking off the bit without a branch lets the compiler turn the loop into vector code.
-template <char FIRST>
+template <char first>
 void flip_case(char* text, std::size_t length) {
     for (std::size_t i = 0; i < length; ++i) {
         auto const byte = static_cast<unsigned char>(text[i]);
-        bool const letter = static_cast<unsigned char>(byte - FIRST) < 26;
+        bool const letter = static_cast<unsigned char>(byte - first) < 26;
         text[i] = static_cast<char>(byte ^ (letter ? 0x20 : 0));
     }
 }

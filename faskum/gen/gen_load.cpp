@@ -2,12 +2,13 @@
 // the order is the one written here: built from the top to the bottom, and destroyed in reverse
 // after the host's own static objects, whose destructors may still ask for a path.
 //
-// Whatever has no destructor needs no order, and stands with its topic: the find-file cache, which
-// is released here, the executable's path, which stays in the process for those who keep it, and
-// the stream of the GUI profile, which is its host's to close.
+// Whatever has no destructor needs no order, and stands with its topic: the find-file cache and
+// the kept locales, which are released here, the executable's path, which stays in the process for
+// those who keep it, and the stream of the GUI profile, which is its host's to close.
 
 #include "gen_load.h"
 
+#include "gen_localization_base.h"
 #include "gen_owned.h"
 #include "gen_path_cache.h"
 #include "gen_state.h"
@@ -62,6 +63,7 @@ struct Leftovers {
     Leftovers() {}
     ~Leftovers() {
         gen_destroy_find_file_cache();
+        release_base_locales();
         // The memory library may outlive gen, and would call code that is gone.
         mem_set_gen_get_korvane_path_callback(nullptr);
         mem_set_gen_get_db_dir_path_string_callback(nullptr);

@@ -46,20 +46,6 @@ void release(locale_t locale) {
         freelocale(locale);
 }
 
-struct BaseLocalesReleaser {
-    ~BaseLocalesReleaser() {
-        std::lock_guard const lock(base_locales_mutex);
-        current_base_locale.store(nullptr, std::memory_order_release);
-        for (; base_locales != nullptr; base_locales = remove_node(base_locales)) {
-            release(base_locales->character);
-            release(base_locales->numeric);
-            for (BaseTimeLocale* time = base_locales->times; time != nullptr;
-                 time = remove_node(time))
-                release(time->locale);
-        }
-    }
-} const base_locales_releaser;
-
 /// The C library forgets why a locale could not be had, and without memory none can.
 void check_heap() {
     errno = ENOMEM;
@@ -147,6 +133,17 @@ void load_conversions() {
     GEN_MEMORY_WATCH const watch;
     constexpr int first_beyond_ascii = 0x80;
     static_cast<void>(btowc(first_beyond_ascii));
+}
+
+void release_base_locales() {
+    std::lock_guard const lock(base_locales_mutex);
+    current_base_locale.store(nullptr, std::memory_order_release);
+    for (; base_locales != nullptr; base_locales = remove_node(base_locales)) {
+        release(base_locales->character);
+        release(base_locales->numeric);
+        for (BaseTimeLocale* time = base_locales->times; time != nullptr; time = remove_node(time))
+            release(time->locale);
+    }
 }
 
 BaseLocale const& switch_base_locale() {

@@ -37,6 +37,9 @@ struct BaseLocale {
 
 extern std::atomic<BaseLocale const*> current_base_locale;
 
+/// Frees every locale that was kept, when gen is unloaded.
+void release_base_locales();
+
 /// Finds or makes the base locale for LOCALIZATION_BASE_STRING and makes it the current one.
 /// Leaves errno alone.
 BaseLocale const& switch_base_locale();

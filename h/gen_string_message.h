@@ -17,18 +17,19 @@ KORVANE_API int gen_vsprintf(STR* out, char const* format, char* args);
 /// format is an empty one. Format and arguments may point into @p out.
 ///
 ///   %1 to %99      argument of that number as text, as often and in whatever order it is wanted
-///   %1!d!          the same formatted by the printf conversion %d; nothing between the marks, or
-///                  no conversion of one argument (see STL_ARG_CURSOR::output), prints nothing
+///   %1!d!          the same formatted by the printf conversion %d; what is no single conversion
+///                  (see STL_CONVERSION), as nothing between the marks, prints nothing
 ///   %0             ends the text
 ///   %% and others  the character after the "%"
 ///   line feed      "\r\n"
 ///   "\r\n"         one space; a carriage return before anything else is dropped
 ///
-/// Arguments below the highest number that no insert names must be one machine word wide each. A
-/// digit after an even run of "%" is taken for an insert while the arguments are sized up, and
-/// printed as it stands; formats must not rely on it. A lone "%" at the end prints nothing. All
-/// conversions of a format share room for 4095 characters, each with its "%" and a terminator; what
-/// no longer fits prints nothing and takes no argument.
+/// Arguments below the highest number that no insert names must be one machine word wide each, as
+/// must those whose conversion cannot be used; but `%I64d` and its like step over 64 bits. A digit
+/// after an even run of "%" is taken for an insert while the arguments are sized up, and printed as
+/// it stands; formats must not rely on it. A lone "%" at the end prints nothing. All conversions of
+/// a format share room for 4095 characters, each with its "%" and a terminator; what no longer fits
+/// is a conversion that cannot be used.
 KORVANE_API unsigned gen_formatmessage(STR& out, char const* format, char* args);
 
 /// What gen_formatmessage makes of a text, or refuses. Other bits are ignored.

@@ -6,12 +6,16 @@
 /// is the address of the caller's va_list object, which must live as long as the text is in use. A
 /// null pointer stands for "no arguments": conversions then print nothing.
 
+#include <cerrno>
 #include <cstdarg>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <type_traits>
 
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
+#include "stl_text.h"
 
 /// Turns a va_list into the pointer that the functions here, and every `char* args` of the suite,
 /// take. Works for a local va_list and for one that was received as a parameter.
@@ -29,18 +33,14 @@ inline char* STL_ARGS(va_list args) {
 KORVANE_API int stl_sprintf(STR* out, char const* format, ...) KORVANE_PRINTF(2, 3);
 KORVANE_API int stl_vsprintf(STR* out, char const* format, char* args);
 
-/// Appends the text of the argument at @p cursor, formatted by one printf conversion such as
-/// "%5.2f", and advances the cursor past it. On x86 that moves `*cursor` itself, on x86-64 the
-/// va_list object that it points to. See STL_ARG_CURSOR::output for what counts as a conversion. A
-/// null @p cursor does nothing.
-KORVANE_API void stl_output(STR* out, char const* conversion, char** cursor);
-
 /// What a conversion takes its argument as.
 enum class STL_ARGUMENT : unsigned char {
-    none,
+    word,              ///< one machine word, an int or a pointer, of which no more is known
+    none,              ///< there is no argument, as for `%%` and `%m`
     integer,           ///< int, and all that is passed as one
     long_integer,      ///< long, size_t, ptrdiff_t
     long_long_integer, ///< long long, intmax_t where it is longer than long
+    wide_character,    ///< wint_t
     floating,          ///< double
     long_floating,     ///< long double
     text,              ///< char const*
@@ -48,8 +48,77 @@ enum class STL_ARGUMENT : unsigned char {
     pointer,           ///< any other, that of %n included
 };
 
-/// The argument that STL_ARG_CURSOR::output takes for @p conversion.
-KORVANE_API STL_ARGUMENT stl_argument_of(char const* conversion);
+/// One printf conversion, taken apart where it stands, as the C library takes it apart.
+struct STL_CONVERSION {
+    char const* begin; ///< behind the "%"
+    char const* end;   ///< behind the last character that belongs to it
+    char letter;       ///< '\0' when the text ended before it
+    /// What it takes. What is no single conversion takes a word; but `%I64d` and its like, 64 bits.
+    STL_ARGUMENT argument;
+    /// Whether it can stand alone, on one argument at most. So cannot what is no conversion, one
+    /// with a `*`, a numbered `1$`, or the flag `I`: whoever writes %I64d means a long argument,
+    /// not an int with 64 columns of a locale's digits.
+    bool is_single;
+    bool is_numbered;    ///< "1$" and its like
+    unsigned char stars; ///< how many ints come before the argument, for width and precision
+
+    /// Whether it is nothing but a letter behind the "%", as most are.
+    bool is_plain() const { return end - begin == 1; }
+};
+
+/// Takes the conversion apart whose "%" is just before @p text, and fills in @p conversion. An
+/// exclamation mark ends it as the end of the text does.
+KORVANE_API void stl_parse_conversion(char const* text, STL_CONVERSION& conversion);
+
+/// One argument. Which member it is goes by its STL_ARGUMENT; those without a member are a word.
+union STL_VALUE {
+    std::uintptr_t word;
+    long long long_long_integer;
+    double floating;
+    long double long_floating;
+};
+
+/// What stl_format does for a conversion that is nothing but a letter, as most are. False, and
+/// nothing done, for letters that it leaves to printf. By printf, `%s: %d of %d` would cost 1.7
+/// times as much on 32-bit (docs/performance.md).
+inline bool stl_format_plain(STL_TEXT& text, char letter, std::uintptr_t word) {
+    switch (letter) {
+    case 's': {
+        auto const* const argument = reinterpret_cast<char const*>(word);
+        char const* const characters = argument != nullptr ? argument : "(null)";
+        text.append(characters, std::strlen(characters));
+        return true;
+    }
+    case 'd':
+        text.append_integer(static_cast<int>(word));
+        return true;
+    case 'u':
+        text.append_integer(static_cast<unsigned>(word));
+        return true;
+    case 'x':
+        text.append_integer(static_cast<unsigned>(word), 16);
+        return true;
+    case 'c':
+        text.append(static_cast<char>(word));
+        return true;
+    case '%':
+        text.append('%');
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// What stl_format does for any other conversion.
+KORVANE_API bool stl_format_by_printf(STL_TEXT& text, STL_CONVERSION const& conversion,
+                                      STL_VALUE const& value);
+
+/// Appends what printf makes of @p value by a single conversion. `%n` writes nothing anywhere.
+/// False, and nothing appended, on an error that printf has.
+inline bool stl_format(STL_TEXT& text, STL_CONVERSION const& conversion, STL_VALUE const& value) {
+    return (conversion.is_plain() && stl_format_plain(text, conversion.letter, value.word)) ||
+           stl_format_by_printf(text, conversion, value);
+}
 
 /// Walks through arguments in order, as often as wanted. The caller's own list is not consumed.
 class STL_ARG_CURSOR {
@@ -63,46 +132,51 @@ class STL_ARG_CURSOR {
     /// False for a cursor over nothing.
     bool has_arguments() const { return m_start != nullptr; }
 
-    /// Where a cursor stands. Good for all cursors over the same arguments.
-    struct PLACE {
-        va_list here; ///< the platform's own idea of it
-    };
-
     /// Back to the first argument.
     KORVANE_API void reset();
-    PLACE place() const { return m_place; }
-    void go_to(PLACE const& place) { m_place = place; }
-    /// Past one argument of a machine word, an int or a pointer, that nobody tells more about.
-    KORVANE_API void skip_word();
-    /// Appends the text of the argument here, formatted by @p conversion, and steps past it.
-    ///
-    /// @p conversion is "%", flags, width, precision, length and letter; what follows the letter is
-    /// ignored. `%%` gives "%" and `%m` the text of errno, neither takes an argument. `%n` writes
-    /// nothing and steps past its pointer. Anything else prints nothing and takes no argument:
-    /// a null or incomplete text, an unknown letter, a `*`, a numbered `1$`, the flag `I` (as in
-    /// `%I64d`). errno stays as it is.
-    /// A null @p out only steps.
-    KORVANE_API void output(STR* out, char const* conversion);
-    /// Steps as output does, without formatting.
-    KORVANE_API void skip(char const* conversion);
-
-    /// The argument here, which must have been passed as @p T after the default promotions; steps
-    /// past it. Not to be called without arguments.
-    template <typename T>
-    T take() {
-        return va_arg(m_place.here, T);
+    /// Fills in the argument here, and steps past it. Without arguments it is 0; for none, errno.
+    void take(STL_ARGUMENT argument, STL_VALUE& value) {
+        if (argument == STL_ARGUMENT::none) {
+            value.word = static_cast<unsigned>(errno);
+        } else if (!has_arguments()) {
+            value = {};
+        } else {
+            switch (argument) {
+            case STL_ARGUMENT::long_long_integer:
+                value.long_long_integer = va_arg(m_here, long long);
+                break;
+            case STL_ARGUMENT::floating:
+                value.floating = va_arg(m_here, double);
+                break;
+            case STL_ARGUMENT::long_floating:
+                value.long_floating = va_arg(m_here, long double);
+                break;
+            default: // an int is passed in a word, too
+                value.word = va_arg(m_here, std::uintptr_t);
+            }
+        }
     }
+    /// Appends the text of the argument here, formatted by @p conversion, and steps past it. What
+    /// is no single conversion prints nothing; without arguments only `%%` and `%m` print. errno
+    /// stays as it is.
+    KORVANE_API void output(STL_TEXT& text, STL_CONVERSION const& conversion);
 
-    /// What vsnprintf makes of @p format with the arguments from here on. Steps past none of them;
-    /// not to be called without arguments.
-    KORVANE_API int print(char* buffer, std::size_t size, char const* format);
+    /// What vsnprintf makes of @p format with all arguments; not to be called without arguments.
+    KORVANE_API int print(char* buffer, std::size_t size, char const* format) const;
     /// Moves whoever goes on reading from @p args to where this cursor stands.
     KORVANE_API void hand_back(char*& args);
 
   private:
     char* m_start;
-    PLACE m_place;
+    va_list m_here;
 };
+
+/// Appends to @p out the text of the argument at @p cursor, formatted by one printf conversion such
+/// as "%5.2f", and advances the cursor past it. On x86 that moves `*cursor` itself, on x86-64 the
+/// va_list object that it points to. What is no single conversion (see STL_CONVERSION), null among
+/// them, prints nothing and steps past one word, `%I64d` past 64 bits. What follows a conversion is
+/// ignored. errno stays as it is. A null @p out only steps, a null @p cursor does nothing.
+KORVANE_API void stl_output(STR* out, char const* conversion, char** cursor);
 
 /// Arguments put together at run time, for callers that learn only then what a format asks for.
 class STL_ARG_LIST {

@@ -28,6 +28,8 @@ class Message : public Command {
             answer.remark("message: " + fault);
             return STATUS_USAGE;
         }
+        for (std::string const& remark : m_inserts.remarks())
+            answer.remark("message: " + remark);
         char* text = nullptr;
         gen_formatmessage(flags, m_format.c_str(), 0, 0,
                           static_cast<char*>(static_cast<void*>(&text)), 0, m_arguments.args());
@@ -46,24 +48,29 @@ class Message : public Command {
         if (std::string fault = m_inserts.read(m_format); !fault.empty())
             return fault;
         unsigned next = 1;
-        for (auto const& [number, conversion] : m_inserts.conversions()) {
+        for (auto const& [number, conversions] : m_inserts.conversions()) {
             for (; next < number; ++next)
                 m_arguments.add_unnamed();
             ++next;
             if (number > m_texts.size())
                 return "insert " + std::to_string(number) + " has no argument";
-            if (!m_arguments.add(conversion, m_texts[number - 1]))
-                return "\"" + m_texts[number - 1] + "\" is nothing that \"" + conversion +
-                       "\" can print";
+            std::string const& text = m_texts[number - 1];
+            if (std::string const unfit = m_arguments.add(conversions, text); !unfit.empty())
+                return "\"" + text + "\" is nothing that \"" + unfit + "\" can print" +
+                       (conversions.size() > 1 ? " as the other conversions of insert " +
+                                                     std::to_string(number) + " do"
+                                               : "");
         }
         return "";
     }
 
     Value::List insert_rows() const {
         Value::List rows;
-        for (auto const& [number, conversion] : m_inserts.conversions())
-            rows.push_back(Value::Record{
-                {"insert", number}, {"conversion", conversion}, {"argument", m_texts[number - 1]}});
+        for (auto const& [number, conversions] : m_inserts.conversions())
+            for (std::string const& conversion : conversions)
+                rows.push_back(Value::Record{{"insert", number},
+                                             {"conversion", conversion},
+                                             {"argument", m_texts[number - 1]}});
         return rows;
     }
 

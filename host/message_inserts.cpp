@@ -1,11 +1,11 @@
 #include "message_inserts.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <charconv>
+#include <climits>
 #include <cmath>
 #include <cstdlib>
-#include <limits>
-#include <optional>
-#include <type_traits>
 #include <utility>
 
 namespace {
@@ -14,12 +14,11 @@ bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
-char letter_of(std::string const& conversion) {
-    return conversion[conversion.find_first_not_of("%0123456789.-+ #'IhlLqjzZt")];
-}
-
-bool is_wide_character(std::string const& conversion) {
-    return letter_of(conversion) == 'C' || conversion.find('l') != conversion.npos;
+// Taken apart; the conversion must outlive it.
+STL_CONVERSION parsed(std::string const& conversion) {
+    STL_CONVERSION parsed;
+    stl_parse_conversion(conversion.c_str() + 1, parsed);
+    return parsed;
 }
 
 // Nothing when the text is none in the characters of the locale.
@@ -30,6 +29,62 @@ std::optional<std::wstring> decoded(std::string const& text) {
         return std::nullopt;
     wide.resize(count);
     return wide;
+}
+
+// A number that an integer of so many bits can be, decimal unless it begins with "0x". Negative
+// ones fit an unsigned integer, as they do in C.
+std::optional<unsigned long long> whole_number(std::string_view text, std::size_t size,
+                                               bool is_signed) {
+    bool const is_negative = text.starts_with('-');
+    text.remove_prefix(is_negative || text.starts_with('+') ? 1 : 0);
+    bool const is_hexadecimal = text.starts_with("0x") || text.starts_with("0X");
+    text.remove_prefix(is_hexadecimal ? 2 : 0);
+    unsigned long long magnitude = 0;
+    char const* const end = text.data() + text.size();
+    auto const [behind, fault] =
+        std::from_chars(text.data(), end, magnitude, is_hexadecimal ? 16 : 10);
+    auto const sign_bit = 1ULL << (CHAR_BIT * size - 1);
+    unsigned long long const most = is_negative ? sign_bit
+                                    : is_signed ? sign_bit - 1
+                                                : sign_bit + (sign_bit - 1);
+    if (fault != std::errc() || behind != end || magnitude > most)
+        return std::nullopt;
+    return is_negative ? 0 - magnitude : magnitude;
+}
+
+template <typename T>
+std::optional<T> floating_number(std::string const& text, T (*read)(char const*, char**)) {
+    char* end = nullptr;
+    errno = 0;
+    T const number = read(text.c_str(), &end);
+    bool const is_too_large = errno == ERANGE && std::isinf(number);
+    if (end == text.c_str() || *end != '\0' || is_too_large)
+        return std::nullopt;
+    return number;
+}
+
+std::optional<STL_VALUE> word(std::optional<unsigned long long> number) {
+    if (!number)
+        return std::nullopt;
+    return STL_VALUE{.word = static_cast<std::uintptr_t>(*number)};
+}
+
+std::optional<STL_VALUE> character(std::string const& text) {
+    if (text.size() != 1)
+        return std::nullopt;
+    return STL_VALUE{.word = static_cast<unsigned char>(text[0])};
+}
+
+std::optional<STL_VALUE> wide_character(std::string const& text) {
+    std::optional<std::wstring> const wide = decoded(text);
+    if (!wide || wide->size() != 1)
+        return std::nullopt;
+    return STL_VALUE{.word = static_cast<std::uintptr_t>(wide->front())};
+}
+
+// Of those kinds that a conversion's letter reads in more than one way.
+bool is_same(STL_ARGUMENT argument, STL_VALUE const& one, STL_VALUE const& other) {
+    return argument != STL_ARGUMENT::integer || one.word == other.word;
 }
 
 } // namespace
@@ -65,99 +120,112 @@ std::string MessageInserts::add(unsigned number, std::string conversion) {
     m_room_taken += conversion.size() + 1;
     if (m_room_taken > room)
         return "the conversions of the message are longer than gen has room for";
-    auto const [known, added] = m_conversions.try_emplace(number, conversion);
-    if (!added && stl_argument_of(known->second.c_str()) != stl_argument_of(conversion.c_str()))
-        return "insert " + std::to_string(number) + " is taken as \"" + known->second +
+    Conversions& known = m_conversions[number];
+    if (std::find(known.begin(), known.end(), conversion) != known.end())
+        return "";
+    if (!known.empty() && parsed(known.front()).argument != parsed(conversion).argument)
+        return "insert " + std::to_string(number) + " is taken as \"" + known.front() +
                "\" and as \"" + conversion + "\", which are different kinds of argument";
+    known.push_back(std::move(conversion));
     return "";
 }
 
-template <typename T>
-bool MessageArguments::add_integer(std::string const& text, bool is_signed) {
-    using Unsigned = std::make_unsigned_t<T>;
-    char* end = nullptr;
-    errno = 0;
-    if (is_signed || text.find('-') != text.npos) {
-        long long const value = std::strtoll(text.c_str(), &end, 0);
-        if (value < std::numeric_limits<T>::min() || value > std::numeric_limits<T>::max())
-            return false;
-        m_list.add(static_cast<T>(value));
-    } else {
-        unsigned long long const value = std::strtoull(text.c_str(), &end, 0);
-        if (value > std::numeric_limits<Unsigned>::max())
-            return false;
-        m_list.add(static_cast<Unsigned>(value));
+std::vector<std::string> MessageInserts::remarks() const {
+    std::vector<std::string> remarks;
+    for (auto const& [number, conversions] : m_conversions)
+        for (std::string const& conversion : conversions) {
+            STL_CONVERSION const known = parsed(conversion);
+            std::string const insert = "insert " + std::to_string(number) + ": ";
+            if (!known.is_single)
+                remarks.push_back(insert + "\"" + conversion + "\" prints nothing");
+            else if (*known.end != '\0')
+                remarks.push_back(insert + "\"" + known.end + "\" behind the conversion \"%" +
+                                  std::string(known.begin, known.end) + "\" prints nothing");
+        }
+    return remarks;
+}
+
+std::optional<STL_VALUE> MessageArguments::value(STL_CONVERSION const& conversion,
+                                                 std::string const& text) {
+    bool const is_signed = conversion.letter == 'd' || conversion.letter == 'i';
+    STL_VALUE value{};
+    switch (conversion.argument) {
+    case STL_ARGUMENT::none:
+    case STL_ARGUMENT::word:
+        break;
+    case STL_ARGUMENT::integer:
+        return conversion.letter == 'c' ? character(text)
+                                        : word(whole_number(text, sizeof(int), is_signed));
+    case STL_ARGUMENT::long_integer:
+        return word(whole_number(text, sizeof(long), is_signed));
+    case STL_ARGUMENT::long_long_integer:
+        if (!conversion.is_single)
+            break;
+        if (auto const number = whole_number(text, sizeof(long long), is_signed)) {
+            value.long_long_integer = static_cast<long long>(*number);
+            break;
+        }
+        return std::nullopt;
+    case STL_ARGUMENT::wide_character:
+        return wide_character(text);
+    case STL_ARGUMENT::floating:
+        if (auto const number = floating_number(text, std::strtod)) {
+            value.floating = *number;
+            break;
+        }
+        return std::nullopt;
+    case STL_ARGUMENT::long_floating:
+        if (auto const number = floating_number(text, std::strtold)) {
+            value.long_floating = *number;
+            break;
+        }
+        return std::nullopt;
+    case STL_ARGUMENT::text:
+        value.word = reinterpret_cast<std::uintptr_t>(text.c_str());
+        break;
+    case STL_ARGUMENT::wide_text:
+        return wide_text(text);
+    case STL_ARGUMENT::pointer:
+        if (conversion.letter != 'n')
+            return word(whole_number(text, sizeof(void*), false));
+        value.word = reinterpret_cast<std::uintptr_t>(&m_written);
     }
-    return errno == 0 && end != text.c_str() && *end == '\0';
+    return value;
 }
 
-template <typename T>
-bool MessageArguments::add_floating(std::string const& text, T (*read)(char const*, char**)) {
-    char* end = nullptr;
-    errno = 0;
-    T const value = read(text.c_str(), &end);
-    m_list.add(value);
-    bool const is_too_large = errno == ERANGE && std::isinf(value);
-    return end != text.c_str() && *end == '\0' && !is_too_large;
-}
-
-bool MessageArguments::add_character(std::string const& text) {
-    m_list.add(static_cast<int>(static_cast<unsigned char>(text[0])));
-    return text.size() == 1;
-}
-
-bool MessageArguments::add_wide_character(std::string const& text) {
-    std::optional<std::wstring> const wide = decoded(text);
-    if (!wide || wide->size() != 1)
-        return false;
-    m_list.add(static_cast<int>(wide->front()));
-    return true;
-}
-
-bool MessageArguments::add_wide_text(std::string const& text) {
+std::optional<STL_VALUE> MessageArguments::wide_text(std::string const& text) {
     std::optional<std::wstring> wide = decoded(text);
     if (!wide)
-        return false;
-    m_list.add(m_wide_texts.emplace_back(*std::move(wide)).c_str());
-    return true;
+        return std::nullopt;
+    wchar_t const* const kept = m_wide_texts.emplace_back(*std::move(wide)).c_str();
+    return STL_VALUE{.word = reinterpret_cast<std::uintptr_t>(kept)};
 }
 
-bool MessageArguments::add_pointer(char letter, std::string const& text) {
-    if (letter == 'n') {
-        m_list.add(&m_written);
-        return true;
-    }
-    return add_integer<std::intptr_t>(text, false);
-}
-
-bool MessageArguments::add(std::string const& conversion, std::string const& text) {
-    STL_ARGUMENT const argument = stl_argument_of(conversion.c_str());
-    if (argument == STL_ARGUMENT::none)
-        return true;
-    char const letter = letter_of(conversion);
-    bool const is_signed = letter == 'd' || letter == 'i';
+void MessageArguments::append(STL_ARGUMENT argument, STL_VALUE const& value) {
     switch (argument) {
     case STL_ARGUMENT::none:
         break;
-    case STL_ARGUMENT::integer:
-        if (letter == 'c' || letter == 'C')
-            return is_wide_character(conversion) ? add_wide_character(text) : add_character(text);
-        return add_integer<int>(text, is_signed);
-    case STL_ARGUMENT::long_integer:
-        return add_integer<long>(text, is_signed);
     case STL_ARGUMENT::long_long_integer:
-        return add_integer<long long>(text, is_signed);
+        return m_list.add(value.long_long_integer);
     case STL_ARGUMENT::floating:
-        return add_floating(text, std::strtod);
+        return m_list.add(value.floating);
     case STL_ARGUMENT::long_floating:
-        return add_floating(text, std::strtold);
-    case STL_ARGUMENT::text:
-        m_list.add(m_texts.emplace_back(text).c_str());
-        break;
-    case STL_ARGUMENT::wide_text:
-        return add_wide_text(text);
-    case STL_ARGUMENT::pointer:
-        return add_pointer(letter, text);
+        return m_list.add(value.long_floating);
+    default:
+        m_list.add(value.word);
     }
-    return true;
+}
+
+std::string MessageArguments::add(MessageInserts::Conversions const& conversions,
+                                  std::string const& text) {
+    STL_ARGUMENT const argument = parsed(conversions.front()).argument;
+    std::optional<STL_VALUE> common;
+    for (std::string const& conversion : conversions) {
+        std::optional<STL_VALUE> const one = value(parsed(conversion), text);
+        if (!one || (common && !is_same(argument, *common, *one)))
+            return conversion;
+        common = one;
+    }
+    append(argument, *common);
+    return "";
 }

@@ -6,45 +6,47 @@
 
 #include <list>
 #include <map>
+#include <optional>
 #include <string>
+#include <vector>
 
-/// The conversion of each insert of a message, by the insert's number.
+/// The conversions of each insert of a message, each of them once, by the insert's number.
 class MessageInserts {
   public:
+    using Conversions = std::vector<std::string>;
+
     /// Why arguments cannot be made for this message; "" when they can.
     std::string read(std::string_view format);
 
-    std::map<unsigned, std::string> const& conversions() const { return m_conversions; }
+    std::map<unsigned, Conversions> const& conversions() const { return m_conversions; }
+    /// What stands behind the letter of a conversion, where it prints nothing: a sentence each.
+    std::vector<std::string> remarks() const;
 
   private:
     std::string add(unsigned number, std::string conversion);
 
-    std::map<unsigned, std::string> m_conversions;
+    std::map<unsigned, Conversions> m_conversions;
     std::size_t m_room_taken = 0;
 };
 
 /// The arguments of a message in their order.
 class MessageArguments {
   public:
-    /// Appends what @p conversion wants, read from @p text. False when the text is no such thing.
-    bool add(std::string const& conversion, std::string const& text);
+    /// Appends what all the conversions, of one kind, make their texts of. Gives the conversion
+    /// that
+    /// @p text is nothing for, or that would take another argument than the others; "" for none.
+    std::string add(MessageInserts::Conversions const& conversions, std::string const& text);
     /// Appends one that no insert names.
     void add_unnamed() { m_list.add(0); }
 
     char* args() { return m_list.args(); }
 
   private:
-    template <typename T>
-    bool add_integer(std::string const& text, bool is_signed);
-    template <typename T>
-    bool add_floating(std::string const& text, T (*read)(char const*, char**));
-    bool add_character(std::string const& text);
-    bool add_wide_character(std::string const& text);
-    bool add_wide_text(std::string const& text);
-    bool add_pointer(char letter, std::string const& text);
+    std::optional<STL_VALUE> value(STL_CONVERSION const& conversion, std::string const& text);
+    std::optional<STL_VALUE> wide_text(std::string const& text);
+    void append(STL_ARGUMENT argument, STL_VALUE const& value);
 
     STL_ARG_LIST m_list;
-    std::list<std::string> m_texts;
     std::list<std::wstring> m_wide_texts;
     long long m_written = 0; // what a %n would write to, if it wrote
 };

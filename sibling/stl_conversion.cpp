@@ -1,126 +1,92 @@
-#include "stl_conversion.h"
+#include "stl.h"
 
-#include <climits>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 
 namespace {
 
-constexpr char flag_letters[] = "-+ #0'I"; // in the order of their bits
-
 bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// A decimal number, or -1 past the range of int.
-int read_number(char const*& at) {
-    int number = 0;
-    for (; is_digit(*at); ++at) {
-        int const digit = *at - '0';
-        number = number < 0 || number > (INT_MAX - digit) / 10 ? -1 : number * 10 + digit;
-    }
-    return number;
+// Steps past "<number>$", which gives an argument by its place. False where there is none of that.
+bool skip_place(char const*& at) {
+    bool is_zero = true;
+    char const* end = at;
+    for (; is_digit(*end); ++end)
+        is_zero &= *end == '0';
+    if (is_zero || *end != '$')
+        return false;
+    at = end + 1;
+    return true;
 }
 
-// Steps over "<number>$", which gives an argument by its place; 0 where there is none of that.
-int read_place(char const*& at) {
-    char const* behind = at;
-    int const place = is_digit(*at) ? read_number(behind) : 0;
-    if (place == 0 || *behind != '$')
-        return 0;
-    at = behind + 1;
-    return place;
-}
-
-void read_flags(STL_CONVERSION& conversion, char const*& at) {
-    for (; *at != '\0'; ++at) {
-        char const* const flag = std::strchr(flag_letters, *at);
-        if (flag == nullptr)
-            return;
-        conversion.flags |= static_cast<unsigned char>(1U << (flag - flag_letters));
-    }
-}
-
-// A width or a precision. Gives `without` when there is neither a number nor a star.
-int read_extent(STL_CONVERSION& conversion, char const*& at, bool& is_argument, int without) {
+// A width or a precision.
+void read_extent(STL_CONVERSION& conversion, char const*& at) {
     if (*at == '*') {
         ++at;
-        is_argument = true;
-        if (read_place(at) != 0)
-            conversion.ordinary = false;
-        return without;
-    }
-    if (!is_digit(*at))
-        return without;
-    int const number = read_number(at);
-    if (number < 0)
-        conversion.ordinary = false;
-    return number;
-}
-
-void read_prefix(STL_CONVERSION& conversion, char const*& at) {
-    conversion.place = read_place(at);
-    if (conversion.place != 0)
-        conversion.ordinary = false;
-    read_flags(conversion, at);
-    conversion.width = read_extent(conversion, at, conversion.width_is_argument, 0);
-    if (*at == '.') {
-        ++at;
-        conversion.precision = read_extent(conversion, at, conversion.precision_is_argument, 0);
+        ++conversion.stars;
+        skip_place(at);
+    } else {
+        while (is_digit(*at))
+            ++at;
     }
 }
 
-// The two sizes beyond int, as a length modifier asks for them.
-struct LENGTH {
-    bool is_long = false;
-    bool is_long_long = false;
-};
+// All that may come before length and letter. False for what only the whole format tells about.
+bool read_prefix(STL_CONVERSION& conversion, char const*& at) {
+    bool has_locale_digits = false;
+    conversion.is_numbered = skip_place(at);
+    for (; *at != '\0' && std::strchr("-+ #0'I", *at) != nullptr; ++at)
+        has_locale_digits |= *at == 'I';
+    read_extent(conversion, at);
+    if (*at == '.')
+        read_extent(conversion, ++at);
+    return conversion.stars == 0 && !conversion.is_numbered && !has_locale_digits;
+}
 
-template <typename T>
-constexpr LENGTH length_of = {sizeof(T) > sizeof(int), sizeof(T) > sizeof(long)};
+template <typename Integer>
+constexpr STL_ARGUMENT integer_like = sizeof(Integer) > sizeof(long)
+                                          ? STL_ARGUMENT::long_long_integer
+                                      : sizeof(Integer) > sizeof(int) ? STL_ARGUMENT::long_integer
+                                                                      : STL_ARGUMENT::integer;
 
-LENGTH read_modifier(STL_CONVERSION& conversion, char const*& at) {
-    char const first = *at;
-    bool const doubled = (first == 'h' || first == 'l') && at[1] == first;
-    LENGTH length;
-    switch (first) {
+// Steps past a length; gives what integer is meant by it.
+STL_ARGUMENT read_length(char const*& at) {
+    switch (*at) {
     case 'h':
-        break;
+        at += at[1] == 'h' ? 2 : 1;
+        return STL_ARGUMENT::integer;
     case 'l':
-        length = {true, doubled};
-        break;
+        ++at;
+        if (*at != 'l')
+            return STL_ARGUMENT::long_integer;
+        ++at;
+        return STL_ARGUMENT::long_long_integer;
     case 'L':
     case 'q':
-        length = {true, true};
-        break;
+        ++at;
+        return STL_ARGUMENT::long_long_integer;
     case 'j':
-        length = length_of<std::intmax_t>;
-        break;
+        ++at;
+        return integer_like<std::intmax_t>;
     case 't':
-        length = length_of<std::ptrdiff_t>;
-        break;
+        ++at;
+        return integer_like<std::ptrdiff_t>;
     case 'z':
     case 'Z':
-        length = length_of<std::size_t>;
-        break;
+        ++at;
+        return integer_like<std::size_t>;
     default:
-        return length;
+        return STL_ARGUMENT::integer;
     }
-    conversion.modifier[0] = conversion.modifier[1] = first;
-    conversion.modifier_length = doubled ? 2 : 1;
-    at += conversion.modifier_length;
-    return length;
 }
 
-// "%Ls" and its like mean nothing; what glibc makes of them depends on what stands before them.
-bool depends_on_context(STL_CONVERSION const& conversion) {
-    return conversion.modifier_length != 0 &&
-           (conversion.modifier[0] == 'L' || conversion.modifier[0] == 'q');
-}
-
-void classify(STL_CONVERSION& conversion, LENGTH length) {
-    switch (conversion.letter) {
+// What the letter takes behind that length; word for a letter that is none.
+STL_ARGUMENT argument_of(char letter, STL_ARGUMENT integer) {
+    bool const is_long = integer != STL_ARGUMENT::integer;
+    switch (letter) {
     case 'd':
     case 'i':
     case 'o':
@@ -129,10 +95,7 @@ void classify(STL_CONVERSION& conversion, LENGTH length) {
     case 'X':
     case 'b':
     case 'B':
-        conversion.argument = length.is_long_long ? STL_ARGUMENT::long_long_integer
-                              : length.is_long    ? STL_ARGUMENT::long_integer
-                                                  : STL_ARGUMENT::integer;
-        return;
+        return integer;
     case 'e':
     case 'E':
     case 'f':
@@ -141,70 +104,54 @@ void classify(STL_CONVERSION& conversion, LENGTH length) {
     case 'G':
     case 'a':
     case 'A':
-        conversion.argument =
-            length.is_long_long ? STL_ARGUMENT::long_floating : STL_ARGUMENT::floating;
-        return;
+        return integer == STL_ARGUMENT::long_long_integer ? STL_ARGUMENT::long_floating
+                                                          : STL_ARGUMENT::floating;
     case 'c':
+        return is_long ? STL_ARGUMENT::wide_character : STL_ARGUMENT::integer;
     case 'C':
-        conversion.argument = STL_ARGUMENT::integer;
-        conversion.ordinary &= !depends_on_context(conversion);
-        return;
+        return STL_ARGUMENT::wide_character;
     case 's':
+        return is_long ? STL_ARGUMENT::wide_text : STL_ARGUMENT::text;
     case 'S':
-        conversion.argument = conversion.letter == 'S' || length.is_long ? STL_ARGUMENT::wide_text
-                                                                         : STL_ARGUMENT::text;
-        conversion.ordinary &= !depends_on_context(conversion);
-        return;
+        return STL_ARGUMENT::wide_text;
     case 'p':
     case 'n':
-        conversion.argument = STL_ARGUMENT::pointer;
-        return;
+        return STL_ARGUMENT::pointer;
     case '%':
     case 'm':
-        return;
+        return STL_ARGUMENT::none;
     default:
-        conversion.ordinary = false;
+        return STL_ARGUMENT::word;
     }
+}
+
+// "%Ls" and its like mean nothing; what the C library makes of them depends on what stands before.
+bool depends_on_context(char length, char letter) {
+    return (length == 'L' || length == 'q') && std::strchr("cCsS", letter) != nullptr;
 }
 
 } // namespace
 
-STL_CONVERSION stl_parse_conversion(char const* at) {
-    STL_CONVERSION conversion;
-    if (*at < 'A' || *at == 'I') // all that may come before modifier and letter
-        read_prefix(conversion, at);
-    LENGTH const length = read_modifier(conversion, at);
+void stl_parse_conversion(char const* text, STL_CONVERSION& conversion) {
+    if (*text == 's' || *text == 'd') { // most are one of these
+        STL_ARGUMENT const argument = *text == 's' ? STL_ARGUMENT::text : STL_ARGUMENT::integer;
+        conversion = {text, text + 1, *text, argument, true, false, 0};
+        return;
+    }
+    conversion = {};
+    char const* at = text;
+    bool const can_be_single = (*at >= 'A' && *at != 'I') || read_prefix(conversion, at);
+    char const length = *at;
+    STL_ARGUMENT const integer = read_length(at);
+    conversion.begin = text;
     conversion.letter = *at;
     conversion.end = *at != '\0' ? at + 1 : at;
-    classify(conversion, length);
-    return conversion;
-}
-
-STL_CONVERSION stl_parse_single(char const* text) {
-    STL_CONVERSION conversion;
-    if (text != nullptr && *text == '%')
-        conversion = stl_parse_conversion(text + 1);
-    else
-        conversion.ordinary = false;
-    // Whoever writes %I64d means a long argument, not an int with 64 columns of a locale's digits.
-    if (conversion.has(STL_CONVERSION::locale_digits))
-        conversion.ordinary = false;
-    return conversion;
-}
-
-STL_ARGUMENT stl_argument_of(char const* conversion) {
-    STL_CONVERSION const parsed = stl_parse_single(conversion);
-    return parsed.is_simple() ? parsed.argument : STL_ARGUMENT::none;
-}
-
-void STL_CONVERSION::spell(char* spelling) const {
-    *spelling++ = '%';
-    for (unsigned i = 0; flag_letters[i] != '\0'; ++i)
-        if ((flags & 1U << i) != 0)
-            *spelling++ = flag_letters[i];
-    spelling = static_cast<char*>(std::memcpy(spelling, "*.*", 3)) + 3;
-    for (unsigned i = 0; i < modifier_length; ++i)
-        *spelling++ = modifier[i];
-    *spelling++ = letter;
-    *spelling = '\0';
+    conversion.argument = argument_of(*at, integer);
+    conversion.is_single = can_be_single && conversion.argument != STL_ARGUMENT::word &&
+                           !depends_on_context(length, *at);
+    if (conversion.is_single)
+        return;
+    bool const has_64_bits = std::strncmp(text, "I64", 3) == 0 &&
+                             conversion.argument == STL_ARGUMENT::integer && *at != 'c';
+    conversion.argument = has_64_bits ? STL_ARGUMENT::long_long_integer : STL_ARGUMENT::word;
 }

@@ -4,28 +4,30 @@
 #include <cerrno>
 #include <climits>
 
-void STL_TEXT::replace(STR& out) {
-    if (m_long.empty()) {
-        out.assign(m_local, size());
-        return;
+void STL_TEXT::move_to(STR& out) {
+    if (m_begin == m_local) {
+        out.assign(m_local, m_size);
+    } else {
+        m_long.resize(m_size);
+        out.swap(m_long);
     }
-    m_long.resize(size());
-    out.swap(m_long);
+    m_begin = m_local;
+    m_size = 0;
+    m_capacity = sizeof m_local;
 }
 
 bool STL_TEXT::grow(std::size_t count) {
     std::size_t const longest = std::min<std::size_t>(INT_MAX, m_long.max_size());
-    std::size_t const used = size();
-    if (count > longest - used) {
+    if (count > longest - m_size) {
         m_too_long = true;
         errno = EOVERFLOW;
         return false;
     }
     STR larger;
-    larger.resize(std::min(longest, 2 * (used + count)));
-    std::memcpy(larger.data(), begin(), used);
+    larger.resize(std::min(longest, 2 * (m_size + count)));
+    std::memcpy(larger.data(), m_begin, m_size);
     m_long.swap(larger);
-    m_at = m_long.data() + used;
-    m_limit = m_long.data() + m_long.size();
+    m_begin = m_long.data();
+    m_capacity = m_long.size();
     return true;
 }

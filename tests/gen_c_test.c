@@ -286,6 +286,11 @@ static void messages(void) {
     CHECK_TEXT(gen_c_reason(), "argument 2 is missing");
     CHECK(gen_c_message("%1!d!", arguments, 1, &text) == GEN_C_BAD_ARGUMENT);
     CHECK(gen_c_message("no inserts", NULL, 0, &text) == GEN_C_OK);
+    CHECK(gen_c_message("<%1!!><%2!I64d!>%3", arguments, 3, &text) == GEN_C_OK);
+    CHECK_TEXT(text.bytes, "<><>97.25");
+    char const* const wide[] = {"x", "y"};
+    CHECK(gen_c_message("%1!lc!%2!c l!", wide, 2, &text) == GEN_C_OK);
+    CHECK_TEXT(text.bytes, "xy");
     CHECK(gen_c_message_inserts("%2!d! errors in %1", &table) == GEN_C_OK);
     CHECK(gen_c_table_rows(table) == 2 && integer_at(table, 1, "insert") == 2);
     CHECK_TEXT(text_at(table, 1, "conversion"), "%d");

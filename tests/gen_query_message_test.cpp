@@ -15,6 +15,13 @@ std::string message(std::vector<std::string> arguments) {
     return result.output;
 }
 
+std::string remarks(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "message");
+    ProgramResult const result = run_gen_query(arguments);
+    EXPECT_EQ(result.status, 0);
+    return result.errors;
+}
+
 std::string complaint(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "message");
     ProgramResult const result = run_gen_query(arguments);
@@ -49,9 +56,56 @@ TEST(GenQueryMessage, NumbersPastTheRangeOfDoubleAreRefused) {
     EXPECT_THAT(complaint({"%1!Lg!", "-1e5000"}), HasSubstr("\"-1e5000\""));
 }
 
-TEST(GenQueryMessage, ConversionsWithoutArgumentTakeNone) {
+TEST(GenQueryMessage, NumbersAreDecimalUnlessTheyBeginWith0x) {
+    EXPECT_EQ(message({"%1!d! %2!d! %3!d! %4!u! %5!p!", "010", "0x10", "-0X1f", "+007", "0x10"}),
+              "10 16 -31 7 0x10\n");
+    EXPECT_THAT(complaint({"%1!d!", "0x"}), HasSubstr("\"0x\""));
+    EXPECT_THAT(complaint({"%1!d!", "1a"}), HasSubstr("\"1a\""));
+    EXPECT_THAT(complaint({"%1!d!", " 1"}), HasSubstr("\" 1\""));
+    EXPECT_THAT(complaint({"%1!d!", "-"}), HasSubstr("\"-\""));
+}
+
+TEST(GenQueryMessage, NumbersFitTheirTypes) {
+    EXPECT_EQ(message({"%1!d! %2!d! %3!u! %4!u!", "2147483647", "-2147483648", "4294967295", "-1"}),
+              "2147483647 -2147483648 4294967295 4294967295\n");
+    EXPECT_EQ(message({"%1!lld! %2!lld! %3!llu!", "9223372036854775807", "-9223372036854775808",
+                       "18446744073709551615"}),
+              "9223372036854775807 -9223372036854775808 18446744073709551615\n");
+    complaint({"%1!d!", "-2147483649"});
+    complaint({"%1!u!", "4294967296"});
+    complaint({"%1!u!", "-2147483649"});
+    complaint({"%1!lld!", "9223372036854775808"});
+    complaint({"%1!llu!", "18446744073709551616"});
+}
+
+TEST(GenQueryMessage, ConversionsThatCannotBeUsedStepOverOneArgument) {
     EXPECT_EQ(message({"<%1!!> <%2!*d!> %3", "a", "b", "c"}), "<> <> c\n");
+    EXPECT_EQ(message({"%1!!%2", "a", "b"}), "b\n");
+    EXPECT_EQ(message({"<%1!I64d!> %2", "a", "b"}), "<> b\n");
     EXPECT_EQ(message({"<%1!n!> %2", "a", "b"}), "<> b\n");
+}
+
+TEST(GenQueryMessage, RemarksWhatPrintsNothing) {
+    EXPECT_EQ(
+        remarks({"%1!d items! %1!d!", "3"}),
+        "gen_query: message: insert 1: \" items\" behind the conversion \"%d\" prints nothing\n");
+    EXPECT_EQ(remarks({"%1!y!", "3"}), "gen_query: message: insert 1: \"%y\" prints nothing\n");
+    EXPECT_EQ(remarks({"%1!5d! %2!ls!", "3", "w"}), "");
+}
+
+TEST(GenQueryMessage, ArgumentFitsAllConversionsOfItsNumber) {
+    EXPECT_EQ(message({"%1!d! %1!x! %1!5d!", "255"}), "255 ff   255\n");
+    EXPECT_EQ(message({"%1!c!%1!c!", "x"}), "xx\n");
+    EXPECT_THAT(complaint({"%1!u! %1!d!", "4294967295"}),
+                HasSubstr("\"4294967295\" is nothing that \"%d\" can print"));
+    EXPECT_THAT(complaint({"%1!c! %1!d!", "x"}), HasSubstr("\"%d\""));
+    EXPECT_THAT(complaint({"%1!c! %1!d!", "5"}), HasSubstr("\"%d\"")) << "the character 5 is 53";
+}
+
+TEST(GenQueryMessage, WideArgumentsAreJudgedByTheConversion) {
+    EXPECT_EQ(message({"%1!c l!", "x"}), "x\n");
+    EXPECT_EQ(message({"%1!hd l!", "7"}), "7\n");
+    EXPECT_THAT(complaint({"%1!c l!", "\u20AC"}), HasSubstr("%c"));
 }
 
 TEST(GenQueryMessage, AsIsLeavesInsertsAlone) {

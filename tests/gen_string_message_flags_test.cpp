@@ -200,3 +200,16 @@ TEST(FormatMessageBuffer, BlockThatCannotBeHadIsNull) {
     EXPECT_EQ(wrapped.length, 0U);
     EXPECT_EQ(wrapped.block, nullptr);
 }
+
+TEST(FormatMessageFlags, BufferMayHoldTheSourceAndTheArguments) {
+    for (unsigned long const flags : {from_string, from_string | FORMAT_MESSAGE_IGNORE_INSERTS}) {
+        char buffer[64] = "<%1 %1!.2s!>";
+        STL_ARG_LIST list;
+        list.add(static_cast<char const*>(buffer));
+        unsigned long const length =
+            gen_formatmessage(flags, buffer, 0, 0, buffer, sizeof buffer, list.args());
+        char const* const expected = flags == from_string ? "<<%1 %1!.2s!> <%>" : "<%1 %1!.2s!>";
+        EXPECT_STREQ(buffer, expected);
+        EXPECT_EQ(length, std::strlen(expected));
+    }
+}

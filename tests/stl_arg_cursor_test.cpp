@@ -19,10 +19,21 @@ void with_cursor(BODY body, ...) {
     va_end(args);
 }
 
+STL_CONVERSION parsed(char const* conversion) {
+    STL_CONVERSION parsed;
+    stl_parse_conversion(*conversion == '%' ? conversion + 1 : "", parsed);
+    return parsed;
+}
+
 std::string output(STL_ARG_CURSOR& cursor, char const* conversion) {
-    STR text;
-    cursor.output(&text, conversion);
-    return std::string(text.begin(), text.end());
+    STL_TEXT text;
+    cursor.output(text, parsed(conversion));
+    return std::string(text.begin(), text.size());
+}
+
+void skip(STL_ARG_CURSOR& cursor, char const* conversion) {
+    STL_VALUE passed_over;
+    cursor.take(parsed(conversion).argument, passed_over);
 }
 
 struct ConversionCase {
@@ -39,30 +50,13 @@ constexpr ConversionCase one_int_cases[] = {
 };
 
 // Conversions that print what stands here and leave the argument where it is.
-constexpr ConversionCase no_argument_cases[] = {
-    {nullptr, ""},
-    {"", ""},
-    {"%", ""},
-    {"text", ""},
-    {"d", ""},
-    {"%%", "%"},
-    {"%5%", "%"},
-    {"%y", ""},
-    {"%*d", ""},
-    {"%.*d", ""},
-    {"%1$d", ""},
-    {"%*n", ""},
-    {"%-", ""},
-    {"%5.", ""},
-    {"%l", ""},
-    {"%5.2", ""},
-    {"%99999999999d", ""},
-    {" %d", ""},
-    {"%!", ""},
-    {"%1$n", ""},
-    {"%.*2$s", ""},
-    {"%I64d", ""},
-    {"%5Id", ""},
+constexpr ConversionCase no_argument_cases[] = {{"%%", "%"}, {"%5%", "%"}, {"%m", "Success"}};
+
+// What prints nothing and steps over a word.
+constexpr char const* no_conversions[] = {
+    "",      "%",    "text",  "d",     "%y",  "%*d",  "%.*d",  "%1$d",           "%*n",   "%-",
+    "%5.",   "%l",   "%5.2",  " %d",   "%!",  "%1$n", "%*2$s", "%.*2$s",         "%5Id",  "%Id",
+    "%I32d", "%I64", "%I64s", "%hhhd", "%Ls", "%qc",  "%5!d",  "%99999999999$d", "%..2d", "%*.*f",
 };
 
 } // namespace
@@ -74,22 +68,46 @@ TEST(StlArgCursor, OneConversionTakesOneArgument) {
                 EXPECT_EQ(output(cursor, row.conversion), row.text) << row.conversion;
                 EXPECT_EQ(output(cursor, "%s"), "next") << row.conversion;
                 cursor.reset();
-                cursor.skip(row.conversion);
+                skip(cursor, row.conversion);
                 EXPECT_EQ(output(cursor, "%s"), "next") << row.conversion;
             },
             42, "next");
 }
 
-TEST(StlArgCursor, WhatIsNoConversionReadsNothing) {
+TEST(StlArgCursor, ConversionsWithoutArgumentReadNone) {
     for (ConversionCase const& row : no_argument_cases) {
-        char const* const shown = row.conversion != nullptr ? row.conversion : "null";
         with_cursor(
             [&](STL_ARG_CURSOR& cursor) {
-                EXPECT_EQ(output(cursor, row.conversion), row.text) << shown;
-                cursor.skip(row.conversion);
-                EXPECT_EQ(output(cursor, "%d"), "42") << shown;
+                errno = 0;
+                EXPECT_EQ(output(cursor, row.conversion), row.text) << row.conversion;
+                skip(cursor, row.conversion);
+                EXPECT_EQ(output(cursor, "%d"), "42") << row.conversion;
             },
             42);
+    }
+}
+
+TEST(StlArgCursor, WhatIsNoConversionStepsOverOneWord) {
+    for (char const* const conversion : no_conversions) {
+        with_cursor(
+            [&](STL_ARG_CURSOR& cursor) {
+                EXPECT_EQ(output(cursor, conversion), "") << conversion;
+                EXPECT_EQ(output(cursor, "%s"), "two") << conversion;
+                skip(cursor, conversion);
+                EXPECT_EQ(output(cursor, "%s"), "four") << conversion;
+            },
+            1, "two", 3, "four");
+    }
+}
+
+TEST(StlArgCursor, IntegerOf64BitsThatPrintsNothingIsSteppedOverWhole) {
+    for (char const* const conversion : {"%I64d", "%I64u", "%I64x"}) {
+        with_cursor(
+            [&](STL_ARG_CURSOR& cursor) {
+                EXPECT_EQ(output(cursor, conversion), "") << conversion;
+                EXPECT_EQ(output(cursor, "%s"), "next") << conversion;
+            },
+            1LL << 40, "next");
     }
 }
 
@@ -125,7 +143,7 @@ TEST(StlArgCursor, EveryArgumentTypeHasItsSize) {
             for (std::size_t i = 0; i < std::size(conversions); ++i) {
                 cursor.reset();
                 for (std::size_t before = 0; before < i; ++before)
-                    cursor.skip(conversions[before].conversion);
+                    skip(cursor, conversions[before].conversion);
                 EXPECT_EQ(output(cursor, conversions[i].conversion), conversions[i].text)
                     << conversions[i].conversion;
             }
@@ -160,7 +178,8 @@ TEST(StlArgCursor, ArgumentOfAConversion) {
         {"%d", STL_ARGUMENT::integer},
         {"%c", STL_ARGUMENT::integer},
         {"%hhX", STL_ARGUMENT::integer},
-        {"%lc", STL_ARGUMENT::integer},
+        {"%lc", STL_ARGUMENT::wide_character},
+        {"%C", STL_ARGUMENT::wide_character},
         {"%ld", STL_ARGUMENT::long_integer},
         {"%lld", STL_ARGUMENT::long_long_integer},
         {"%jd", wide_long ? STL_ARGUMENT::long_integer : STL_ARGUMENT::long_long_integer},
@@ -175,54 +194,65 @@ TEST(StlArgCursor, ArgumentOfAConversion) {
         {"%hhn", STL_ARGUMENT::pointer},
         {"%%", STL_ARGUMENT::none},
         {"%m", STL_ARGUMENT::none},
-        {"%", STL_ARGUMENT::none},
-        {"%*d", STL_ARGUMENT::none},
-        {"%1$d", STL_ARGUMENT::none},
-        {"%y", STL_ARGUMENT::none},
-        {"", STL_ARGUMENT::none},
-        {nullptr, STL_ARGUMENT::none},
+        {"%", STL_ARGUMENT::word},
+        {"%*d", STL_ARGUMENT::word},
+        {"%1$f", STL_ARGUMENT::word},
+        {"%y", STL_ARGUMENT::word},
+        {"%.3!f", STL_ARGUMENT::word},
+        {"%If", STL_ARGUMENT::word},
+        {"%I64f", STL_ARGUMENT::word},
+        {"%I64d", STL_ARGUMENT::long_long_integer},
     };
     for (Case const& row : cases)
-        EXPECT_EQ(stl_argument_of(row.conversion), row.argument)
-            << (row.conversion != nullptr ? row.conversion : "null");
+        EXPECT_EQ(parsed(row.conversion).argument, row.argument) << row.conversion;
 }
 
-TEST(StlArgCursor, SkipWordPassesIntsAndPointers) {
+TEST(StlConversion, EndsBehindItsLetter) {
+    struct Case {
+        char const* text;
+        char letter;
+        std::ptrdiff_t length;
+    };
+    static constexpr Case cases[] = {
+        {"d", 'd', 1},    {"d items", 'd', 1}, {"-5.3lld!", 'd', 7}, {"", '\0', 0},
+        {"5.2", '\0', 3}, {"2$*3$s", 's', 6},  {"%%", '%', 1},       {"5!d", '!', 2},
+    };
+    for (Case const& row : cases) {
+        STL_CONVERSION conversion;
+        stl_parse_conversion(row.text, conversion);
+        EXPECT_EQ(conversion.letter, row.letter) << row.text;
+        EXPECT_EQ(conversion.begin, row.text);
+        EXPECT_EQ(conversion.end - conversion.begin, row.length) << row.text;
+    }
+}
+
+TEST(StlArgCursor, WordsAreIntsAndPointers) {
     with_cursor(
         [](STL_ARG_CURSOR& cursor) {
-            cursor.skip_word();
-            EXPECT_EQ(output(cursor, "%d"), "2");
-            cursor.skip_word();
-            cursor.skip_word();
-            EXPECT_EQ(output(cursor, "%s"), "five");
-            for (int i = 6; i <= 9; ++i)
-                cursor.skip_word();
+            STL_VALUE value;
+            for (int i = 1; i <= 9; ++i) {
+                cursor.take(STL_ARGUMENT::word, value);
+                if (i == 5) {
+                    EXPECT_STREQ(reinterpret_cast<char const*>(value.word), "five");
+                }
+            }
             EXPECT_EQ(output(cursor, "%d"), "10");
+            cursor.reset();
+            EXPECT_EQ(output(cursor, "%d"), "1");
         },
         1, 2, "three", 4U, "five", 6, 7, "eight", 9, 10);
-}
-
-TEST(StlArgCursor, GoesBackToAPlace) {
-    with_cursor(
-        [](STL_ARG_CURSOR& cursor) {
-            cursor.skip("%d");
-            STL_ARG_CURSOR::PLACE const second = cursor.place();
-            cursor.skip("%f");
-            EXPECT_EQ(output(cursor, "%s"), "three");
-            cursor.go_to(second);
-            EXPECT_EQ(output(cursor, "%.1f"), "2.0");
-            EXPECT_EQ(output(cursor, "%s"), "three");
-        },
-        1, 2.0, "three");
 }
 
 TEST(StlArgCursor, OutputAppends) {
     with_cursor(
         [](STL_ARG_CURSOR& cursor) {
-            STR text("before ");
-            cursor.output(&text, "%s");
-            cursor.output(&text, "%5d");
-            EXPECT_EQ(text, "before one    2");
+            STL_TEXT text;
+            text.append("before ", 7);
+            cursor.output(text, parsed("%s"));
+            cursor.output(text, parsed("%5d"));
+            STR result;
+            text.append_to(result);
+            EXPECT_EQ(result, "before one    2");
         },
         "one", 2);
 }
@@ -241,6 +271,45 @@ TEST(StlArgCursor, TextPastTheRangeOfIntPrintsNothing) {
     with_cursor([](STL_ARG_CURSOR& cursor) { EXPECT_EQ(output(cursor, "%s"), ""); }, huge.text());
 }
 
+TEST(StlText, GoesBehindOrInPlaceOfAString) {
+    STL_TEXT text;
+    text.append("text", 4);
+    STR out("before ");
+    text.append_to(out);
+    text.append_to(out);
+    EXPECT_EQ(out, "before texttext");
+    EXPECT_EQ(text.size(), 4U);
+    text.move_to(out);
+    EXPECT_EQ(out, "text");
+    EXPECT_EQ(text.size(), 0U);
+}
+
+TEST(StlText, MovesToItsLongestBlockAndBack) {
+    STL_TEXT text;
+    std::string const words(3000, 'w');
+    text.append(words.data(), words.size());
+    text.append('!');
+    STR out;
+    text.move_to(out);
+    EXPECT_EQ(std::string(out.begin(), out.end()), words + "!");
+    text.append("short", 5);
+    text.move_to(out);
+    EXPECT_EQ(out, "short");
+}
+
+TEST(StlText, DropsWhatWouldBecomeTooLong) {
+    STL_TEXT text;
+    text.append("a", 1);
+    errno = 0;
+    EXPECT_FALSE(text.make_room(INT_MAX));
+    EXPECT_EQ(errno, EOVERFLOW);
+    EXPECT_TRUE(text.too_long());
+    text.append('b');
+    EXPECT_EQ(std::string(text.begin(), text.size()), "ab");
+    EXPECT_FALSE(text.append_printed([](char*, std::size_t) { return INT_MAX; }));
+    EXPECT_EQ(text.size(), 2U);
+}
+
 TEST(StlArgCursor, LongTextsArriveWhole) {
     std::string const text(10'000, 'x');
     with_cursor([&](STL_ARG_CURSOR& cursor) { EXPECT_EQ(output(cursor, "%s"), text); },
@@ -253,8 +322,9 @@ TEST(StlArgCursor, WithoutArgumentsNothingIsPrinted) {
     for (char const* const conversion : {"%s", "%d", "%5.2f", "%n", "%"})
         EXPECT_EQ(output(cursor, conversion), "");
     EXPECT_EQ(output(cursor, "%%"), "%");
-    cursor.skip("%s");
-    cursor.skip_word();
+    STL_VALUE value;
+    cursor.take(STL_ARGUMENT::floating, value);
+    EXPECT_EQ(value.floating, 0.0);
     cursor.reset();
     char* nothing = nullptr;
     cursor.hand_back(nothing);
@@ -289,8 +359,12 @@ TEST(StlOutput, AppendsOneArgumentAndAdvancesTheCallersList) {
     EXPECT_EQ(first_then_rest("%5.2f", 2.5, "two"), "< 2.50>two");
     EXPECT_EQ(first_then_rest("%lld", 1LL << 40, "two"), "<1099511627776>two");
     EXPECT_EQ(first_then_rest("%Lg", 0.125L, "two"), "<0.125>two");
-    EXPECT_EQ(first_then_rest("%*d", "two"), "<>two");
-    EXPECT_EQ(first_then_rest("%", "two"), "<>two");
+    EXPECT_EQ(first_then_rest("%*d", 1, "two"), "<>two");
+    EXPECT_EQ(first_then_rest("%", 1, "two"), "<>two");
+    EXPECT_EQ(first_then_rest("text", 1, "two"), "<>two");
+    EXPECT_EQ(first_then_rest(nullptr, 1, "two"), "<>two");
+    EXPECT_EQ(first_then_rest("%d items", 1, "two"), "<1>two");
+    EXPECT_EQ(first_then_rest("%I64d", 1LL << 40, "two"), "<>two");
     int written = 7;
     EXPECT_EQ(first_then_rest("%n", &written, "two"), "<>two");
     EXPECT_EQ(written, 7);
@@ -302,6 +376,16 @@ TEST(StlOutput, NullCursorPrintsNothing) {
     stl_output(&text, "%s", &cursor);
     EXPECT_EQ(text, "before");
     EXPECT_EQ(cursor, nullptr);
+}
+
+TEST(StlOutput, ArgumentMayLieInTheResult) {
+    STR text("a text that no string keeps within itself");
+    STR const expected = text + text;
+    STL_ARG_LIST list;
+    list.add(static_cast<char const*>(text.c_str()));
+    char* args = list.args();
+    stl_output(&text, "%s", &args);
+    EXPECT_EQ(text, expected);
 }
 
 TEST(StlOutput, NothingToWriteToOrToReadFrom) {
@@ -339,6 +423,6 @@ TEST(StlArgList, HoldsAnyNumberOfArguments) {
         list.add(i);
     STL_ARG_CURSOR cursor(list.args());
     for (int i = 0; i < 499; ++i)
-        cursor.skip("%d");
+        skip(cursor, "%d");
     EXPECT_EQ(output(cursor, "%d"), "499");
 }

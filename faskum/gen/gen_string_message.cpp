@@ -1,8 +1,8 @@
 #include "gen_string_message.h"
 
 #include "gen_report.h"
-#include "gen_string_message_expander.h"
-#include "gen_string_message_simple.h"
+#include "gen_string_message_parts.h"
+#include "gen_string_message_readings.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -68,10 +68,13 @@ int gen_vsprintf(STR* out, char const* format, char* args) {
 }
 
 unsigned gen_formatmessage(STR& out, char const* format, char* args) {
-    if (format != nullptr && !SIMPLE_MESSAGE(format, args).expand(out)) {
-        STR text; // format and arguments may lie in the result
-        MESSAGE_EXPANDER(text, format, args).expand();
-        out += text;
+    if (format != nullptr) {
+        STL_TEXT text; // format and arguments may lie in the result
+        if (MessageParts parts; parts.read(format))
+            parts.render(text, args);
+        else
+            MessageReadings(text, format, args).expand();
+        text.append_to(out);
     }
     return static_cast<unsigned>(out.size());
 }

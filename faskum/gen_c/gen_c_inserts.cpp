@@ -1,7 +1,6 @@
 #include "gen_c_inserts.h"
 
 #include "gen_string_number.h"
-#include "stl.h"
 
 #include <algorithm>
 #include <utility>
@@ -46,7 +45,7 @@ STR Inserts::add(unsigned number, STR conversion) {
     STR& known = m_conversions[number];
     if (known.empty())
         known = std::move(conversion);
-    else if (stl_argument_of(known.c_str()) != stl_argument_of(conversion.c_str()))
+    else if (parsed(known).argument != parsed(conversion).argument)
         return "insert " + gen_itoa(static_cast<int>(number), 10) + " is taken as \"" + known +
                "\" and as \"" + conversion + "\", which are different kinds of argument";
     return {};

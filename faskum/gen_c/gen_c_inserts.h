@@ -5,8 +5,16 @@
 #include <string_view>
 
 #include "mem_alloc_sys.h"
+#include "stl.h"
 
 namespace gen_c {
+
+/// The conversion taken apart, which must outlive what this gives.
+inline STL_CONVERSION parsed(STR const& conversion) {
+    STL_CONVERSION parsed;
+    stl_parse_conversion(conversion.c_str() + 1, parsed);
+    return parsed;
+}
 
 /// The conversion of each insert of a message, by the insert's number.
 class Inserts {

@@ -32,17 +32,14 @@ class Arguments {
     bool add_integer(char const* text, bool is_signed);
     template <typename T>
     bool add_floating(char const* text, T (*read)(char const*, char**));
-    bool add_character(STR const& conversion, char const* text);
+    bool add_character(char const* text);
+    bool add_wide_character(char const* text);
     bool add_wide_text(char const* text);
 
     STL_ARG_LIST m_list;
     MEM_LIST<MEM_VECTOR<wchar_t>> m_wide_texts;
     long long m_written = 0; // what a %n would write to, if it wrote
 };
-
-char letter_of(STR const& conversion) {
-    return conversion[conversion.find_first_not_of("%0123456789.-+ #'IhlLqjzZt")];
-}
 
 /// The wide characters of a text in the locale's characters, and a NUL; none where it has others.
 MEM_VECTOR<wchar_t> decoded(char const* text) {
@@ -84,14 +81,15 @@ bool Arguments::add_floating(char const* text, T (*read)(char const*, char**)) {
     return end != text && *end == '\0' && !is_too_large;
 }
 
-bool Arguments::add_character(STR const& conversion, char const* text) {
-    if (letter_of(conversion) == 'C' || conversion.find('l') != STR::npos) {
-        MEM_VECTOR<wchar_t> const wide = decoded(text);
-        m_list.add(wide.empty() ? 0 : static_cast<int>(wide.front()));
-        return wide.size() == 2;
-    }
+bool Arguments::add_character(char const* text) {
     m_list.add(static_cast<int>(static_cast<unsigned char>(*text)));
     return *text != '\0' && text[1] == '\0';
+}
+
+bool Arguments::add_wide_character(char const* text) {
+    MEM_VECTOR<wchar_t> const wide = decoded(text);
+    m_list.add(wide.empty() ? 0 : static_cast<int>(wide.front()));
+    return wide.size() == 2;
 }
 
 bool Arguments::add_wide_text(char const* text) {
@@ -101,14 +99,21 @@ bool Arguments::add_wide_text(char const* text) {
 }
 
 bool Arguments::add(STR const& conversion, char const* text) {
-    char const letter = letter_of(conversion);
+    STL_CONVERSION const asked = parsed(conversion);
+    char const letter = asked.letter;
     bool const is_signed = letter == 'd' || letter == 'i';
-    switch (stl_argument_of(conversion.c_str())) {
+    if (!asked.is_single) // prints nothing, whatever it is
+        text = "0";
+    switch (asked.argument) {
     case STL_ARGUMENT::none:
         break;
+    case STL_ARGUMENT::word:
+        add_unnamed();
+        break;
     case STL_ARGUMENT::integer:
-        return letter == 'c' || letter == 'C' ? add_character(conversion, text)
-                                              : add_integer<int>(text, is_signed);
+        return letter == 'c' ? add_character(text) : add_integer<int>(text, is_signed);
+    case STL_ARGUMENT::wide_character:
+        return add_wide_character(text);
     case STL_ARGUMENT::long_integer:
         return add_integer<long>(text, is_signed);
     case STL_ARGUMENT::long_long_integer:

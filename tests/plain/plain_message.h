@@ -103,14 +103,24 @@ class PlainMessage {
         while (m_counter < wanted) {
             ++m_counter;
             if (!m_used[m_counter]) {
-                m_cursor.skip_word();
+                STL_VALUE passed_over;
+                m_cursor.take(STL_ARGUMENT::word, passed_over);
                 continue;
             }
             std::size_t const before = m_out.size();
-            m_cursor.output(&m_out, m_buffer + m_conversion[m_counter]);
+            append(m_buffer + m_conversion[m_counter]);
             if (m_counter != wanted)
                 m_out.erase(before);
         }
+    }
+
+    // The argument at the cursor, as stl_output would append it.
+    void append(char const* conversion) {
+        STL_CONVERSION parsed;
+        stl_parse_conversion(*conversion == '%' ? conversion + 1 : "", parsed);
+        STL_TEXT text;
+        m_cursor.output(text, parsed);
+        text.append_to(m_out);
     }
 
     STR& m_out;

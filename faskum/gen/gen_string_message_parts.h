@@ -1,0 +1,68 @@
+#pragma once
+
+#include "stl.h"
+
+#include <cstddef>
+#include <string_view>
+
+/// An insert as it stands in the format of a message.
+struct MessageInsert {
+    static constexpr unsigned most = 99;
+    /// What the conversions of a message have room for, each with its "%" and a terminator.
+    static constexpr std::size_t room = 4095;
+
+    unsigned number;
+    std::string_view conversion; ///< without its "%"
+};
+
+inline bool is_message_digit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+/// Reads the insert at whose first digit @p at is, and steps past it.
+inline MessageInsert read_message_insert(char const*& at) {
+    auto number = static_cast<unsigned>(*at++ - '0');
+    if (is_message_digit(*at))
+        number = 10 * number + static_cast<unsigned>(*at++ - '0');
+    if (*at != '!')
+        return {number, "s"};
+    char const* const begin = ++at;
+    while (*at != '\0' && *at != '!')
+        ++at;
+    std::string_view const conversion(begin, static_cast<std::size_t>(at - begin));
+    at += *at == '!' ? 1 : 0;
+    return {number, conversion};
+}
+
+/// The format of a message, taken apart once: texts, and inserts with their conversions.
+class MessageParts {
+  public:
+    /// False for a format that takes MessageReadings: one in which an insert means two things, that
+    /// has more parts than there is room for here, or longer conversions than a message may have.
+    bool read(char const* format);
+    /// Appends the expansion.
+    void render(STL_TEXT& text, char* args) const;
+
+  private:
+    // Nothing in these is set before it is used: that would cost more than all the rest.
+    struct Part {
+        char const* text;
+        std::size_t length;
+        unsigned number; // of the insert; 0 for a text
+        STL_CONVERSION conversion;
+    };
+    struct Argument {
+        STL_ARGUMENT kind;
+        bool is_named; // by an insert
+    };
+    static constexpr unsigned most = 128;
+
+    void add_text(std::string_view text);
+    bool add_insert(char const*& at);
+
+    Part m_parts[most];
+    unsigned m_count = 0;
+    Argument m_arguments[MessageInsert::most + 1]; // up to the highest
+    unsigned m_highest = 0;
+    std::size_t m_room_taken = 0;
+};

@@ -1,0 +1,93 @@
+#pragma once
+
+/// A text in the making.
+
+#include <charconv>
+#include <cstddef>
+#include <cstring>
+
+#include "korvane_export.h"
+#include "mem_alloc_sys.h"
+
+/// Characters go straight into a block of its own, and into tracked memory only once they no longer
+/// fit there: a text of usual length is allocated once, at its size, by whoever it is handed to. It
+/// grows to the longest text printf can make, INT_MAX bytes; a piece that goes past that is
+/// dropped.
+class STL_TEXT {
+  public:
+    STL_TEXT() = default;
+    STL_TEXT(STL_TEXT const&) = delete;
+    STL_TEXT& operator=(STL_TEXT const&) = delete;
+
+    char const* begin() const { return m_begin; }
+    std::size_t size() const { return m_size; }
+    /// Whether a piece has been dropped.
+    bool too_long() const { return m_too_long; }
+
+    void append(char const* characters, std::size_t count) {
+        if (!make_room(count))
+            return;
+        std::memcpy(end(), characters, count);
+        advance(count);
+    }
+
+    void append(char c) {
+        if (!make_room(1))
+            return;
+        *end() = c;
+        advance(1);
+    }
+
+    /// Appends the digits of an int or unsigned, with its sign.
+    template <typename INTEGER>
+    void append_integer(INTEGER value, int radix = 10) {
+        constexpr std::size_t most_digits = 12;
+        if (make_room(most_digits))
+            m_size = static_cast<std::size_t>(
+                std::to_chars(end(), end() + most_digits, value, radix).ptr - m_begin);
+    }
+
+    /// Appends what @p print writes, which is called as snprintf is: with a buffer and its size.
+    /// False when it gives a negative length, or the text would become too long.
+    template <typename PRINT>
+    bool append_printed(PRINT print) {
+        for (;;) {
+            int const length = print(end(), room());
+            if (length < 0)
+                return false;
+            auto const count = static_cast<std::size_t>(length);
+            if (count < room()) {
+                advance(count);
+                return true;
+            }
+            if (!make_room(count + 1))
+                return false;
+        }
+    }
+
+    /// The room behind the text, for who writes there; advance() then says how much of it is text.
+    char* end() { return m_begin + m_size; }
+    std::size_t room() const { return m_capacity - m_size; }
+    /// Makes the room at least @p count characters. False, with errno EOVERFLOW, when the text
+    /// would become too long.
+    bool make_room(std::size_t count) { return count <= room() || grow(count); }
+    void advance(std::size_t count) { m_size += count; }
+
+    /// Puts the text behind what @p out holds, unless that became longer than a string can be.
+    void append_to(STR& out) const {
+        if (m_size <= out.max_size() - out.size())
+            out.append(m_begin, m_size);
+    }
+    /// Makes it the text of @p out, and leaves none here.
+    KORVANE_API void move_to(STR& out);
+
+  private:
+    KORVANE_API bool grow(std::size_t count);
+
+    char* m_begin = m_local;
+    std::size_t m_size = 0;
+    std::size_t m_capacity = sizeof m_local;
+    bool m_too_long = false;
+    STR m_long; // all of it to be written over
+    char m_local[512];
+};

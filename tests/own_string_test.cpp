@@ -1,4 +1,4 @@
-/// Arguments that are the library's own texts, or each other: every function takes them like
+/// Arguments that are the library's own strings, or each other: every function takes them like
 /// copies.
 
 #include "environment.h"
@@ -31,7 +31,7 @@ int keep(char const*, char const* text) {
 /// A call in the two ways: with an argument of its own, and with one that is the library's.
 struct Row {
     char const* name;
-    std::function<std::string(bool own_text)> call;
+    std::function<std::string(bool own_string)> call;
 };
 
 std::ostream& operator<<(std::ostream& stream, Row const& row) {
@@ -52,117 +52,117 @@ std::string const long_path = "/a/path/that/is/long/enough/to/lie/on/the/heap/li
 
 Row const rows[] = {
     {"gen_exe_init, again under its own path",
-     [](bool own_text) {
+     [](bool own_string) {
          gen_module_fullpath = const_cast<char*>(long_path.c_str());
-         char const* argv[] = {own_text ? gen_module_fullpath : long_path.c_str(), nullptr};
+         char const* argv[] = {own_string ? gen_module_fullpath : long_path.c_str(), nullptr};
          gen_exe_init(1, argv);
          return std::string(gen_get_module_fullpath()) + environment();
      }},
     {"gen_exe_init, under a variable",
-     [](bool own_text) {
+     [](bool own_string) {
          gen_module_fullpath = nullptr;
          setenv("KORVANE_DIR", "/nowhere", 1);
          setenv("TOOL", "tool", 1);
          unsetenv("PATH");
-         char const* argv[] = {own_text ? std::getenv("TOOL") : "tool", nullptr};
+         char const* argv[] = {own_string ? std::getenv("TOOL") : "tool", nullptr};
          gen_exe_init(1, argv);
          return std::string(gen_get_module_fullpath());
      }},
     {"thr_drl_init",
-     [](bool own_text) {
+     [](bool own_string) {
          thr_drl_init(long_path.c_str());
-         thr_drl_init(own_text ? thr_drl_module_fullpath() : long_path.c_str());
+         thr_drl_init(own_string ? thr_drl_module_fullpath() : long_path.c_str());
          return std::string(thr_drl_module_fullpath());
      }},
     {"ver_set_module_path",
-     [](bool own_text) {
+     [](bool own_string) {
          ver_set_module_path(long_path.c_str());
-         ver_set_module_path(own_text ? ver_module_path() : long_path.c_str());
+         ver_set_module_path(own_string ? ver_module_path() : long_path.c_str());
          return std::string(ver_module_path());
      }},
     {"gen_set_paths_for_64bit, name and old path",
-     [](bool own_text) {
+     [](bool own_string) {
          STR exe_name = "fitter";
          STR old_path;
          STR old_library_path;
          bool const changed =
-             gen_set_paths_for_64bit(exe_name, own_text ? exe_name : old_path, old_library_path);
+             gen_set_paths_for_64bit(exe_name, own_string ? exe_name : old_path, old_library_path);
          return std::to_string(static_cast<int>(changed)) + environment();
      }},
     {"gen_set_paths_for_64bit, name and old library path",
-     [](bool own_text) {
+     [](bool own_string) {
          STR exe_name = "fitter";
          STR old_path;
          STR old_library_path;
-         gen_set_paths_for_64bit(exe_name, old_path, own_text ? exe_name : old_library_path);
-         return std::string(old_path) + std::string(own_text ? exe_name : old_library_path);
+         gen_set_paths_for_64bit(exe_name, old_path, own_string ? exe_name : old_library_path);
+         return std::string(old_path) + std::string(own_string ? exe_name : old_library_path);
      }},
     {"gen_restore_paths",
-     [](bool own_text) {
+     [](bool own_string) {
          STR const path(long_path);
          STR const same(long_path);
-         gen_restore_paths(path, own_text ? path : same);
+         gen_restore_paths(path, own_string ? path : same);
          return environment();
      }},
     {"gen_format_current_date_and_time",
-     [](bool own_text) {
+     [](bool own_string) {
          STR text = "a format that is as long as its own result, %%";
          STR result;
-         gen_format_current_date_and_time(own_text ? &text : &result, text.c_str());
-         return std::string(own_text ? text : result);
+         gen_format_current_date_and_time(own_string ? &text : &result, text.c_str());
+         return std::string(own_string ? text : result);
      }},
     {"gen_format_elapsed_time",
-     [](bool own_text) {
+     [](bool own_string) {
          static long const seconds = 86399;
          long const copy = seconds;
-         return std::string(gen_format_elapsed_time(own_text ? seconds : copy));
+         return std::string(gen_format_elapsed_time(own_string ? seconds : copy));
      }},
     {"gen_get_legal_text",
-     [](bool own_text) {
+     [](bool own_string) {
          std::string const line = GEN_LEGAL_BANNER_ARRAY[0];
          return std::string(
-             gen_get_legal_text(own_text ? GEN_LEGAL_BANNER_ARRAY[0] : line.c_str()));
+             gen_get_legal_text(own_string ? GEN_LEGAL_BANNER_ARRAY[0] : line.c_str()));
      }},
     {"gen_get_legal_text, after the copyright line",
-     [](bool own_text) {
+     [](bool own_string) {
          std::string const line = ver_get_dravik_copyright_ascii();
          return std::string(
-             gen_get_legal_text(own_text ? ver_get_dravik_copyright_ascii() : line.c_str()));
+             gen_get_legal_text(own_string ? ver_get_dravik_copyright_ascii() : line.c_str()));
      }},
     {"gen_meminfo_report_dll_usage",
-     [](bool own_text) {
+     [](bool own_string) {
          mem_cfg_set("profile_dll_usage", true);
          mem_msg_set_sink(keep);
          std::string const label = gen_module_fullpath;
-         char const* const tag = own_text ? gen_module_fullpath : label.c_str();
+         char const* const tag = own_string ? gen_module_fullpath : label.c_str();
          gen_meminfo_report_dll_usage(tag, tag);
          return messages;
      }},
     {"gen_mem_msg_debug",
-     [](bool own_text) {
+     [](bool own_string) {
          mem_msg_set_sink(keep);
          std::string const label = gen_module_fullpath;
-         gen_mem_msg_debug("%s", own_text ? gen_module_fullpath : label.c_str());
+         gen_mem_msg_debug("%s", own_string ? gen_module_fullpath : label.c_str());
          return messages;
      }},
 };
 
-class OwnText : public testing::TestWithParam<Row> {};
+class OwnString : public testing::TestWithParam<Row> {};
 
 } // namespace
 
-TEST_P(OwnText, IsTakenLikeACopy) {
+TEST_P(OwnString, IsTakenLikeACopy) {
     TempDirectory const root;
     root.write("linux64/fitter");
     root.write("linux/module.dll");
     std::string const module = root / "linux/tool";
-    auto const answer = [&](bool own_text) {
+    auto const answer = [&](bool own_string) {
         return in_child([&] {
             setenv("KORVANE_PLATFORM", "linux", 1);
             setenv("PATH", "/bin:/usr/bin:/a/directory/of/some/length", 1);
             setenv("LD_LIBRARY_PATH", "/lib:/another/directory/of/some/length", 1);
             gen_module_fullpath = const_cast<char*>(module.c_str());
-            return GetParam().call(own_text);
+            return GetParam().call(own_string);
         });
     };
     std::string const wanted = answer(false);
@@ -170,9 +170,9 @@ TEST_P(OwnText, IsTakenLikeACopy) {
     EXPECT_EQ(answer(true), wanted);
 }
 
-INSTANTIATE_TEST_SUITE_P(Frame, OwnText, testing::ValuesIn(rows));
+INSTANTIATE_TEST_SUITE_P(Frame, OwnString, testing::ValuesIn(rows));
 
-TEST(OwnText, OneStringForBothOldPathsGetsTheSecond) {
+TEST(OwnString, OneStringForBothOldPathsGetsTheSecond) {
     TempDirectory const root;
     root.write("linux64/fitter");
     std::string const module = root / "linux/tool";

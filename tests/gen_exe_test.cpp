@@ -3,6 +3,7 @@
 #include "in_child.h"
 #include "mem.h"
 #include "private_mounts.h"
+#include "probe.h"
 #include "run_program.h"
 #include "temp_directory.h"
 #include "test_directories.h"
@@ -216,8 +217,7 @@ TEST(GenExeInit, SystemThatRefusesTheVariableIsIgnored) {
     child.file = probe("start_probe");
     child.arguments = {k / "linux/tool"};
     child.clear_environment = true;
-    child.set = {{"LD_PRELOAD", TEST_LIBRARY_DIR "/libsystem_answers.so"}, {"FAKED_PUTENV", "1"}};
-    auto answers = answers_of(run_program(child));
+    auto answers = answers_of(run_with_faked_answers(child, {{"FAKED_PUTENV", "1"}}));
     EXPECT_EQ(answers["module_fullpath"], k / "linux/tool");
     EXPECT_EQ(answers["KORVANE_ROOTDIR"], "(none)");
     EXPECT_EQ(answers["mem.korvane_path"], k / "");

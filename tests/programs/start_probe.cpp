@@ -35,7 +35,11 @@ void tell_all() {
     tell("mem.output_directory", mem_gen_get_project_output_directory());
 }
 
+/// The string of the first start-up, which nobody frees, for whoever looks for lost blocks.
+char const* volatile first_root = nullptr;
+
 void start_again() {
+    first_root = std::getenv("KORVANE_ROOTDIR");
     unsetenv("KORVANE_ROOTDIR");
     gen_exe_fini();
     mem_set_gen_get_korvane_path_callback(nullptr);

@@ -58,6 +58,13 @@ Value::List list_of(std::vector<std::string> const& texts) {
     return Value::List(texts.begin(), texts.end());
 }
 
+/// None for a condition that something is wrong with: it says nothing that could be drawn.
+std::vector<std::string> tree_lines(Rewritten const& rewritten) {
+    if (rewritten.failed || !rewritten.internal_errors.empty())
+        return {};
+    return condition_tree_lines(condition_tree(rewritten.tokens));
+}
+
 Value::Record record_of(std::vector<Reports::Report> const& reports) {
     Value::Record record;
     for (auto const& [condition, times] : reports)
@@ -85,7 +92,10 @@ class Condition : public Command {
             .excludes("condition");
         options.flag("--tokens", m_tokens, "Show what the condition is made of")
             .excludes("--stdin");
-        options.flag("--tree", m_tree, "Draw the prefix form as a tree").excludes("--stdin");
+        options
+            .flag("--tree", m_tree,
+                  "Draw the prefix form of a condition without diagnostics as a tree")
+            .excludes("--stdin");
     }
 
     Status run(Answer& answer) override {
@@ -105,7 +115,7 @@ class Condition : public Command {
         if (m_tokens)
             answer.table("tokens", token_rows(rewritten));
         if (m_tree)
-            answer.plain("tree", list_of(condition_tree_lines(condition_tree(rewritten.tokens))));
+            answer.plain("tree", list_of(tree_lines(rewritten)));
         if (m_tokens || m_tree)
             answer.detail("prefix", rewritten.prefix);
         else

@@ -1,97 +1,142 @@
 #include "condition_tree.h"
 
-#include "reports.h"
-
 #include <algorithm>
 #include <array>
-#include <string_view>
 
 namespace {
 
-constexpr std::array<std::string_view, 9> functions{"LOGICAL_AND(",  "LOGICAL_OR(", "EQUAL_TO(",
-                                                    "GREATER_THAN(", "LESS_THAN(",  "NOT(",
-                                                    "TIME_EQ(",      "TIME_GT(",    "TIME_LT("};
-constexpr std::array<std::string_view, 2> word_functions{"HPATH(", "BUS("};
+// By type, from BP_TOKEN_AND and from BP_TOKEN_EQUAL on.
+constexpr std::array<char const*, 5> functions{"LOGICAL_AND", "LOGICAL_OR", "EQUAL_TO",
+                                               "GREATER_THAN", "LESS_THAN"};
+constexpr std::array<char const*, 3> time_functions{"TIME_EQ", "TIME_GT", "TIME_LT"};
+char const* name(auto const& names, int index) {
+    return names[static_cast<std::size_t>(index)];
+}
 
-/// Stands in words for their commas, so that a comma in the prefix form ends a left side and
-/// nothing else. No word has it: control characters vanish from conditions.
-constexpr char comma_of_a_word = '\x01';
+constexpr char const* nothing = "(nothing)";
 
-/// The prefix form, without a second report of what is wrong with the tokens.
-std::string prefix_for_reading(ConditionTokens const& tokens) {
-    Reports const muted;
-    GEN_BP_PARSER parser;
-    for (auto const& [type, text] : tokens) {
-        STR word(text);
-        std::replace(word.begin(), word.end(), ',', comma_of_a_word);
-        parser.add_token_to_list(type, &word);
+/// The higher, the tighter.
+int tightness(BP_TOKEN_TYPE type) {
+    switch (type) {
+    case BP_TOKEN_LEFT_PAREN:
+        return -1;
+    case BP_TOKEN_OR:
+        return 0;
+    default:
+        return type;
     }
-    STR prefix;
-    parser.parse_string(&prefix);
-    return std::string(prefix);
 }
 
-/// The one of @p names that @p text begins with, or "".
-std::string_view name_before(std::string_view text, auto const& names) {
-    auto const found = std::find_if(names.begin(), names.end(), [&](std::string_view name) {
-        return text.substr(0, name.size()) == name;
-    });
-    return found != names.end() ? *found : std::string_view();
-}
-
-class TreeReader {
+/// Puts a tree together from the leaves up: an operator waits until a looser one, a parenthesis or
+/// the end shows where its right side ends. Only for conditions that gen has nothing to say of.
+class TreeBuilder {
   public:
-    explicit TreeReader(std::string_view prefix) : m_rest(prefix) {}
-
-    std::vector<ConditionNode> read() {
-        while (!m_rest.empty()) {
-            while (take_function()) {
-            }
-            take_operand();
-            for (; !m_rest.empty() && m_rest.front() == ')'; m_rest.remove_prefix(1))
-                m_depth -= std::min<std::size_t>(m_depth, 1);
-            if (!m_rest.empty() && m_rest.front() == ',')
-                m_rest.remove_prefix(1);
-        }
-        return std::move(m_nodes);
+    std::vector<ConditionNode> build(ConditionTokens const& tokens) {
+        for (auto const& [type, text] : tokens)
+            take(type, text);
+        if (m_waiting.empty() && (m_operands.empty() || m_nodes[m_operands.back()].text == nothing))
+            return {};
+        end_operand();
+        while (!m_waiting.empty())
+            reduce();
+        return in_order();
     }
 
   private:
-    bool take_function() {
-        std::string_view const name = name_before(m_rest, functions);
-        if (name.empty())
-            return false;
-        take_node(name.size(), std::string(name.substr(0, name.size() - 1)));
-        ++m_depth;
-        return true;
-    }
+    struct Node {
+        std::string text;
+        std::vector<std::size_t> sides;
+        bool is_time = false; ///< the word itself, which a comparison takes for its left side
+    };
 
-    void take_operand() {
-        std::size_t const end = std::min(m_rest.find_first_of(",)"), m_rest.size());
-        if (std::string_view const name = name_before(m_rest, word_functions); !name.empty()) {
-            std::string const label(name.substr(0, name.size() - 1));
-            std::string_view const word = m_rest.substr(name.size(), end - name.size());
-            take_node(std::min(end + 1, m_rest.size()), label + " " + std::string(word));
-        } else {
-            take_node(end, end != 0 ? std::string(m_rest.substr(0, end)) : "(nothing)");
+    void take(BP_TOKEN_TYPE type, std::string const& text) {
+        switch (type) {
+        case BP_TOKEN_LITERAL:
+            return add({text, {}});
+        case BP_TOKEN_HPATH:
+            return add({"HPATH " + text, {}});
+        case BP_TOKEN_BUS:
+            return add({"BUS " + text, {}});
+        case BP_TOKEN_TIME:
+            return add({nothing, {}, true});
+        case BP_TOKEN_NOT:
+        case BP_TOKEN_LEFT_PAREN:
+            return m_waiting.push_back(type);
+        case BP_TOKEN_RIGHT_PAREN:
+            return close();
+        default:
+            add_operator(type);
         }
     }
 
-    void take_node(std::size_t length, std::string text) {
-        std::replace(text.begin(), text.end(), comma_of_a_word, ',');
-        m_nodes.push_back({m_depth, std::move(text)});
-        m_rest.remove_prefix(length);
+    void add(Node node) {
+        m_operands.push_back(m_nodes.size());
+        m_nodes.push_back(std::move(node));
+        m_wants_operand = false;
+    }
+    void add_operator(BP_TOKEN_TYPE type) {
+        end_operand();
+        // Equal ones group to the right.
+        while (!m_waiting.empty() && tightness(m_waiting.back()) > tightness(type))
+            reduce();
+        m_waiting.push_back(type);
+        m_wants_operand = true;
+    }
+    void close() {
+        end_operand();
+        while (m_waiting.back() != BP_TOKEN_LEFT_PAREN)
+            reduce();
+        m_waiting.pop_back();
+        m_nodes[m_operands.back()].is_time = false;
+    }
+    /// Behind "~" and behind a comparison of the time there may be nothing.
+    void end_operand() {
+        if (m_wants_operand)
+            add({nothing, {}});
     }
 
-    std::string_view m_rest;
-    std::size_t m_depth = 0;
-    std::vector<ConditionNode> m_nodes;
+    /// The operator that came last has both its sides.
+    void reduce() {
+        BP_TOKEN_TYPE const type = m_waiting.back();
+        m_waiting.pop_back();
+        std::size_t const right = take_operand();
+        if (type == BP_TOKEN_NOT)
+            return add({"NOT", {right}});
+        std::size_t const left = take_operand();
+        if (m_nodes[left].is_time)
+            return add({name(time_functions, type - BP_TOKEN_EQUAL), {right}});
+        add({name(functions, type - BP_TOKEN_AND), {left, right}});
+    }
+    std::size_t take_operand() {
+        std::size_t const operand = m_operands.back();
+        m_operands.pop_back();
+        return operand;
+    }
+
+    std::vector<ConditionNode> in_order() {
+        std::vector<ConditionNode> ordered;
+        std::vector<std::pair<std::size_t, std::size_t>> left{{m_operands.back(), 0}};
+        while (!left.empty()) {
+            auto const [node, depth] = left.back();
+            left.pop_back();
+            ordered.push_back({depth, std::move(m_nodes[node].text)});
+            auto const& sides = m_nodes[node].sides;
+            for (auto side = sides.rbegin(); side != sides.rend(); ++side)
+                left.emplace_back(*side, depth + 1);
+        }
+        return ordered;
+    }
+
+    std::vector<Node> m_nodes;
+    std::vector<std::size_t> m_operands;  ///< the nodes that have no operator yet
+    std::vector<BP_TOKEN_TYPE> m_waiting; ///< operators and "(" that are not done with
+    bool m_wants_operand = true;
 };
 
 } // namespace
 
 std::vector<ConditionNode> condition_tree(ConditionTokens const& tokens) {
-    return TreeReader(prefix_for_reading(tokens)).read();
+    return TreeBuilder().build(tokens);
 }
 
 std::vector<std::string> condition_tree_lines(std::vector<ConditionNode> const& nodes) {

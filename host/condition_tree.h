@@ -16,7 +16,8 @@ struct ConditionNode {
     std::string text; ///< a function without its parentheses, a word, or "(nothing)"
 };
 
-/// The nodes of the tokens' prefix form in their order, roots first.
+/// The nodes of the tokens' prefix form in their order, roots first. The tokens have to be those of
+/// a condition without diagnostics and internal errors.
 std::vector<ConditionNode> condition_tree(ConditionTokens const& tokens);
 
 /// One line a node, a level two columns further in than the one above. From the level on at which

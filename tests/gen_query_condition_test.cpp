@@ -1,9 +1,12 @@
+#include "effort.h"
 #include "gen_query.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+
+#include <random>
 
 namespace {
 
@@ -66,7 +69,19 @@ TEST(GenQueryCondition, DrawsTheTree) {
                                      "      BUS 1\n"
                                      "  TIME_GT\n"
                                      "    2ns\n"},
-        {"a = ", "EQUAL_TO\n  HPATH a\n  (nothing)\n"},
+        {"a = time", "EQUAL_TO\n  HPATH a\n  (nothing)\n"},
+        {"(time) = 5", "EQUAL_TO\n  (nothing)\n  BUS 5\n"},
+        {"time = ", "TIME_EQ\n  (nothing)\n"},
+        {"time", ""},
+        {"((time))", ""},
+        {"~(time)", "NOT\n  (nothing)\n"},
+        {"time > 1 > 2", "TIME_GT\n  GREATER_THAN\n    BUS 1\n    BUS 2\n"},
+        // What something is wrong with is not drawn.
+        {"a = ", ""},
+        {")", ""},
+        {"~~)", ""},
+        {"a = ((b", ""},
+        {"~(a(1x)) && (1x,y = b)", ""},
         {"~", "NOT\n  (nothing)\n"},
         // Commas belong to words.
         {"1,2ns = 3,4ns", "EQUAL_TO\n  1,2ns\n  3,4ns\n"},
@@ -76,13 +91,64 @@ TEST(GenQueryCondition, DrawsTheTree) {
          "LOGICAL_AND\n  EQUAL_TO\n    1x\n    1y\n  EQUAL_TO\n    1x,1y\n    2z\n"},
         {"(a = 1x) && (1x,y = b)",
          "LOGICAL_AND\n  EQUAL_TO\n    HPATH a\n    1x\n  EQUAL_TO\n    1x,y\n    HPATH b\n"},
-        // An error has kept the first literal from being written.
-        {"~(a(1x)) && (1x,y = b)",
-         "LOGICAL_AND\n  NOT\n    HPATH a\n  EQUAL_TO\n    1x,y\n    HPATH b\n"},
-        {"a(1ns) = 1ns,2ns", "EQUAL_TO\n  HPATH a\n  1ns,2ns\n"},
     };
     for (Row const& row : rows)
         EXPECT_EQ(condition({"--tree", row.condition}).output, row.tree) << row.condition;
+}
+
+namespace {
+
+/// A condition without diagnostics.
+std::string random_condition(std::mt19937& random, int length) {
+    static char const* const words[] = {"a", "|top|b,c", "1", "10ns", "time", "1,5x"};
+    static char const* const ends[] = {" = ", ">", " < ", ")&&(", ")||("};
+    auto const below = [&](unsigned bound) { return random() % bound; };
+    if (length < 2)
+        return below(8) == 0 ? "~" : words[below(std::size(words))];
+    int const left = 1 + static_cast<int>(below(static_cast<unsigned>(length - 1)));
+    std::string const first = random_condition(random, left);
+    switch (below(4)) {
+    case 0:
+        return "~(" + random_condition(random, length - 1) + ")";
+    case 1:
+        return "(" + first + ") = " + random_condition(random, length - left);
+    default:
+        return "(" + first + ends[below(std::size(ends))] +
+               random_condition(random, length - left) + ")";
+    }
+}
+
+/// The prefix form that the lines of a tree stand for.
+std::string prefix_of(nlohmann::json const& lines) {
+    std::string prefix;
+    std::size_t depth = 0;
+    for (auto const& json : lines) {
+        auto const line = json.get<std::string>();
+        std::size_t const here = line.find_first_not_of(' ') / 2;
+        std::string const text = line.substr(2 * here);
+        if (here <= depth && &json != &lines.front())
+            prefix += std::string(depth - here, ')') + ",";
+        depth = here;
+        std::size_t const word = text.find(' ');
+        if (word != std::string::npos)
+            prefix += text.substr(0, word) + "(" + text.substr(word + 1) + ")";
+        else if (text.find('_') != std::string::npos || text == "NOT")
+            prefix += text + "(";
+        else if (text != "(nothing)")
+            prefix += text;
+    }
+    return prefix + std::string(depth, ')');
+}
+
+} // namespace
+
+TEST(GenQueryCondition, DrawsWhatThePrefixFormSays) {
+    std::mt19937 random(4714);
+    for (std::size_t round = 0; round < effort(300); ++round) {
+        std::string const text = random_condition(random, 1 + static_cast<int>(random() % 12));
+        nlohmann::json const answer = json_of(condition({"--tree", "--json", text}));
+        ASSERT_EQ(answer["prefix"], prefix_of(answer["tree"])) << text;
+    }
 }
 
 TEST(GenQueryCondition, DeepTreesGrowNoWiderThanPeopleCanSee) {

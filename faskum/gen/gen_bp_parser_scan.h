@@ -2,10 +2,12 @@
 
 /// Takes the text of a condition apart.
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
 #include "gen_bp_parser.h"
+#include "gen_string_compare.h"
 
 enum class BpRole : std::uint8_t {
     of_word,
@@ -35,10 +37,22 @@ inline constexpr std::array<BpCharacter, 256> bp_characters = [] {
     return table;
 }();
 
-/// What a word is that is not "time".
-BP_TOKEN_TYPE bp_word_type(std::string_view word);
+inline bool bp_is_letter(char character) {
+    return static_cast<unsigned char>((character | 32) - 'a') < 26;
+}
 
-/// In line: a call for each token would cost a tenth of the whole rewriting.
+/// What a word is that is neither empty nor "time".
+inline BP_TOKEN_TYPE bp_word_type(std::string_view word) {
+    if (word == "&&")
+        return BP_TOKEN_AND;
+    if (word == "||")
+        return BP_TOKEN_OR;
+    if (word.front() == '|' || bp_is_letter(word.front()))
+        return BP_TOKEN_HPATH;
+    return bp_is_letter(word.back()) ? BP_TOKEN_LITERAL : BP_TOKEN_BUS;
+}
+
+/// In line, since a call for each token would cost a tenth of the whole rewriting.
 class BpScanner {
   public:
     /// The text is changed: the characters of each word are moved together.
@@ -48,7 +62,7 @@ class BpScanner {
     static std::size_t most_tokens(char const* first, char const* last);
 
     /// Goes to the next token, if there is one.
-    inline bool next();
+    bool next();
     BP_TOKEN_TYPE type() const { return m_type; }
     /// The characters of a literal, a path or a bus.
     std::string_view word() const { return m_word; }
@@ -68,7 +82,22 @@ class BpScanner {
     std::string_view m_word;
 };
 
-bool BpScanner::next() {
+inline bool BpScanner::take_word(char* behind, std::string_view word) {
+    if (word.size() == 4 && gen_strnicmp(word.data(), "time", 4) == 0)
+        return take(behind, BP_TOKEN_TIME);
+    return take(behind, bp_word_type(word), word);
+}
+
+inline std::size_t BpScanner::most_tokens(char const* first, char const* last) {
+    auto const ends = std::count_if(first, last, [](char character) {
+        BpRole const role = bp_characters[static_cast<unsigned char>(character)].role;
+        return role == BpRole::symbol || role == BpRole::doubled;
+    });
+    // Each ends a word, and there is one behind the last.
+    return 2 * static_cast<std::size_t>(ends) + 1;
+}
+
+inline bool BpScanner::next() {
     char* at = m_at; // here, since the characters written could be those of a member
     char* const end = m_end;
     char* const first = at;

@@ -29,24 +29,29 @@ struct BpTerm {
         : type(its_type), word{static_cast<std::uint32_t>(first),
                                static_cast<std::uint32_t>(length)} {}
 
+    struct Word {
+        std::uint32_t first; ///< where its characters begin
+        std::uint32_t length;
+    };
+    struct Infix {
+        std::uint32_t next;   ///< the next operator at its depth
+        std::uint32_t looser; ///< the next one at its depth that is looser
+    };
+    struct LeftParen {
+        std::uint32_t first_operator; ///< the first one at the depth that it enters
+        std::uint32_t left_by;        ///< the ")" that leaves that depth
+    };
+    struct RightParen {
+        std::uint32_t reentered_by; ///< the "(" that enters again the depth that it leaves
+        std::uint32_t next;         ///< the next ")"
+    };
+
     BP_TOKEN_TYPE type;
     union {
-        struct {
-            std::uint32_t first; ///< where its characters begin
-            std::uint32_t length;
-        } word;
-        struct {
-            std::uint32_t next;   ///< the next operator at its depth
-            std::uint32_t looser; ///< the next one at its depth that is looser
-        } infix;
-        struct {
-            std::uint32_t first_operator; ///< the first one at the depth that it enters
-            std::uint32_t left_by;        ///< the ")" that leaves that depth
-        } left_paren;
-        struct {
-            std::uint32_t reentered_by; ///< the "(" that enters again the depth that it leaves
-            std::uint32_t next;         ///< the next ")"
-        } right_paren;
+        Word word;
+        Infix infix;
+        LeftParen left_paren;
+        RightParen right_paren;
     };
 };
 

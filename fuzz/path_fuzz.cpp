@@ -4,6 +4,7 @@
 #include "fio_path.h"
 #include "fuzz_input.h"
 #include "gen_path_project.h"
+#include "gen_path_text.h"
 #include "plain_path.h"
 
 #include <filesystem>

@@ -4,6 +4,7 @@
 
 #include "gen_path_find.h"
 #include "gen_path_project.h"
+#include "gen_path_text.h"
 
 #include <iterator>
 

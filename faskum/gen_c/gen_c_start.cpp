@@ -32,11 +32,12 @@ STR executable_of(STR const& name) {
     return path.fullpath();
 }
 
-/// The record of the start-up is for good, so its text is never freed.
-void record(STR const& executable) {
-    if (gen_module_fullpath == nullptr)
-        gen_module_fullpath = strdup(executable.c_str());
-    char const* arguments[] = {gen_module_fullpath, nullptr};
+/// The process is that executable for good, so the text of one that a root stands for is never
+/// freed.
+void record(char const* executable, STR const& path) {
+    if (executable == nullptr && gen_module_fullpath == nullptr)
+        gen_module_fullpath = strdup(path.c_str());
+    char const* arguments[] = {executable != nullptr ? executable : path.c_str(), nullptr};
     gen_exe_init(1, arguments);
     is_started = true;
 }
@@ -54,7 +55,7 @@ gen_c_status gen_c_start(char const* root, char const* executable) {
     if (gen_module_fullpath != nullptr && path != gen_module_fullpath)
         return refuse(GEN_C_BAD_ARGUMENT, root != nullptr ? "root" : "executable",
                       " is another one than the process has started with");
-    record(path);
+    record(executable, path);
     return GEN_C_OK;
 }
 

@@ -43,7 +43,7 @@ tools() { # tools ARCHITECTURE TRIPLET
 
 state >/tmp/before
 apt install /try/previous/libkorvane-gen*.deb /try/previous/korvane-gen-tools_*_amd64.deb
-apt install ./libkorvane-gen*.deb ./korvane-gen-tools*_amd64.deb
+apt install ./libkorvane-gen*.deb ./korvane-gen-tools*_amd64.deb ./python3-*.deb ./tcl-*.deb
 installed=$(dpkg-query -W -f '${Package}:${Architecture} ${Version}\n' '*korvane-gen*')
 [ "$(echo "$installed" | sort -u -k 2,2 | wc -l)" -eq 1 ] || fail "not all are replaced: $installed"
 verified=$(dpkg --verify | grep korvane || true)
@@ -62,8 +62,10 @@ done
 hosts amd64 x86_64-linux-gnu -m64
 hosts i386 i386-linux-gnu -m32
 tools amd64 x86_64-linux-gnu
-tools i386 i386-linux-gnu
+/try/sources/debian/tests/scripts
+apt purge python3-korvane-gen tcl-korvane-gen
 # Neither architecture needs the other.
+tools i386 i386-linux-gnu
 apt purge libkorvane-gen1:amd64
 hosts i386 i386-linux-gnu -m32
 tools i386 i386-linux-gnu

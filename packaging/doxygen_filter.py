@@ -22,6 +22,7 @@ FAMILIES = {
     "gen_dyn_flag": "Flags",
     "gen_exe": "Start-up",
     "gen_iterator_sys": "Enumerations",
+    "gen_load": "Where files are",
     "gen_legal": "Legal notices",
     "gen_localization": "Locale-neutral twins",
     "gen_meminfo": "Usage report",
@@ -41,8 +42,9 @@ FAMILIES = {
 
 
 def family_of(stem):
-    """The longest family name that the header's begins with."""
-    return max((name for name in FAMILIES if f"{stem}_".startswith(f"{name}_")), key=len)
+    """The title of the longest family name that the header's begins with; of a new family the header's name."""
+    names = [name for name in FAMILIES if f"{stem}_".startswith(f"{name}_")]
+    return FAMILIES[max(names, key=len)] if names else stem
 
 
 def declarations(code):
@@ -103,7 +105,7 @@ def grouped(sections):
 def filtered(header):
     result = [line for part in grouped(paragraphs(header.read_text(encoding="utf-8").split("\n"))) for line in part]
     if header.stem != "gen": # all families in one
-        title = FAMILIES[family_of(header.stem)]
+        title = family_of(header.stem)
         group = re.sub(r"\W+", "_", title.lower())
         last = max(i for i, line in enumerate(result) if re.match("#(include|pragma)", line))
         result[last + 1:last + 1] = ["", f"/// @addtogroup {group} {title}", "/// @{", ""]

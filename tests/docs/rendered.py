@@ -120,6 +120,8 @@ def main(site, sources):
     headers = sorted((sources / "h").glob("*.h"))
     complaints = [*broken_links(site, pages), *lost_lines(pages, headers),
                   *changed_rows(pages, [sources / "README.md", *sorted((sources / "docs").glob("*.md"))])]
+    complaints += [f"no page on {path.name}" for path in headers
+                   if f"{path.stem.replace('_', '__')}_8h.html" not in pages]
     complaints += [f"{name}: {found[0]} is left over: {page.text[max(0, found.start() - 40):found.end() + 40]!r}"
                    for name, page in pages.items() if (found := LEFT_OVER.search(page.text))]
     print("\n".join(complaints) or f"{len(pages)} pages read")

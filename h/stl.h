@@ -72,10 +72,10 @@ KORVANE_API void stl_parse_conversion(char const* text, STL_CONVERSION& conversi
 
 /// One argument. Which member it is goes by its STL_ARGUMENT; those without a member are a word.
 union STL_VALUE {
-    std::uintptr_t word;
-    long long long_long_integer;
-    double floating;
-    long double long_floating;
+    std::uintptr_t word;         ///< whatever has no member below
+    long long long_long_integer; ///< of that kind
+    double floating;             ///< of that kind
+    long double long_floating;   ///< of that kind
 };
 
 /// What stl_format does for a conversion that is nothing but a letter, as most are. False, and

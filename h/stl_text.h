@@ -19,11 +19,13 @@ class STL_TEXT {
     STL_TEXT(STL_TEXT const&) = delete;
     STL_TEXT& operator=(STL_TEXT const&) = delete;
 
+    /// The text and its length; valid until more is appended.
     char const* begin() const { return m_begin; }
     std::size_t size() const { return m_size; }
     /// Whether a piece has been dropped.
     bool too_long() const { return m_too_long; }
 
+    /// Appends @p count characters, or nothing where the text would become too long.
     void append(char const* characters, std::size_t count) {
         if (!make_room(count))
             return;
@@ -31,6 +33,7 @@ class STL_TEXT {
         advance(count);
     }
 
+    /// Appends one character, or nothing where the text would become too long.
     void append(char c) {
         if (!make_room(1))
             return;
@@ -71,6 +74,7 @@ class STL_TEXT {
     /// Makes the room at least @p count characters. False, with errno EOVERFLOW, when the text
     /// would become too long.
     bool make_room(std::size_t count) { return count <= room() || grow(count); }
+    /// Makes the first @p count characters of the room text.
     void advance(std::size_t count) { m_size += count; }
 
     /// Puts the text behind what @p out holds, unless that became longer than a string can be.

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """What Doxygen reads of a page in Markdown: code in a table as HTML, for Doxygen takes marks within it for its own, and
-on the front page plain words for links to what the reference does not have. Headings are plain words, too.
+plain words for links to what the reference does not have. Headings are plain words, too.
 
     doxygen_page.py PAGE
 """
@@ -10,7 +10,7 @@ import pathlib
 import re
 import sys
 
-ELSEWHERE = re.compile(r"\[([^]]+)\]\((?:examples/README\.md|LICENSE)\)")
+ELSEWHERE = re.compile(r"\[([^]]+)\]\((?:\.\./)?(?:examples/[^)]*|LICENSE)\)")
 CODE = re.compile(r"(`+)(.+?)\1(?!`)|%")
 
 
@@ -27,8 +27,7 @@ def code_element(found):
 
 def filtered(page):
     for line in page.read_text(encoding="utf-8").split("\n"):
-        if page.name == "README.md":
-            line = ELSEWHERE.sub(r"\1", line)
+        line = ELSEWHERE.sub(r"\1", line)
         if line.startswith("#"):
             line = line.replace("`", "")
         yield CODE.sub(code_element, line) if line.startswith("|") else line

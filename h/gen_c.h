@@ -221,7 +221,8 @@ KORVANE_API gen_c_status gen_c_condition(char const* condition, gen_c_text* pref
                                          gen_c_text* diagnostics);
 /// What it is made of: type (a number), name, text.
 KORVANE_API gen_c_status gen_c_condition_tokens(char const* condition, gen_c_table** tokens);
-/// Its prefix form as a tree, roots first: depth, text.
+/// Its prefix form as a tree, roots first: depth, text. Without rows, and GEN_C_DIAGNOSED, where it
+/// has diagnostics or makes internal errors.
 KORVANE_API gen_c_status gen_c_condition_tree(char const* condition, gen_c_table** tree);
 
 // Text.

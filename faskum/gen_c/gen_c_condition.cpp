@@ -1,9 +1,11 @@
 #include "gen_c_call.h"
 #include "gen_c_table.h"
 
+#include "condition_tree.h"
 #include "gen_bp_parser.h"
 
 #include <array>
+#include <new>
 
 using namespace gen_c;
 
@@ -22,21 +24,52 @@ gen_c_status gen_c_condition(char const* condition, gen_c_text* prefix, gen_c_te
     return reports.status(failed ? GEN_C_DIAGNOSED : GEN_C_OK);
 }
 
+/// Calls @p take for each token, then rewrites them: that frees the records. True for diagnostics.
+template <typename TAKE>
+static bool for_each_token(char const* condition, TAKE take) {
+    GEN_BP_PARSER parser;
+    parser.working_string() = condition;
+    parser.tokenize_string();
+    for (BP_TOKEN const* const token : parser.token_list())
+        take(*token);
+    STR nothing;
+    return parser.parse_string(&nothing);
+}
+
 gen_c_status gen_c_condition_tokens(char const* condition, gen_c_table** tokens) {
     static constexpr std::array<char const*, 12> names{"literal", "path", "bus", "&&",   "||", "=",
                                                        ">",       "<",    "~",   "time", "(",  ")"};
     if (lacks("condition", condition) || lacks("tokens", tokens))
         return GEN_C_BAD_ARGUMENT;
-    GEN_BP_PARSER parser;
-    parser.working_string() = condition;
-    parser.tokenize_string();
+    Reports const reports; // whoever wants them asks for the prefix form
     gen_c_table table{"type", "name", "text"};
-    for (BP_TOKEN const* const token : parser.token_list())
-        table.row({static_cast<int>(token->type), names[static_cast<std::size_t>(token->type)],
-                   token->text});
-    // The records are freed by parse_string, whose diagnostics are not asked for here.
-    Reports const reports;
-    STR nothing;
-    parser.parse_string(&nothing);
+    for_each_token(condition, [&table](BP_TOKEN const& token) {
+        table.row({static_cast<int>(token.type), names[static_cast<std::size_t>(token.type)],
+                   token.text});
+    });
     return give(std::move(table), tokens);
+}
+
+static gen_c_status tell_tree(char const* condition, gen_c_table** tree) {
+    Reports const reports;
+    ConditionTokens tokens;
+    bool const failed = for_each_token(condition, [&tokens](BP_TOKEN const& token) {
+        tokens.emplace_back(token.type, token.text);
+    });
+    gen_c_table table{"depth", "text"};
+    if (reports.status(failed ? GEN_C_DIAGNOSED : GEN_C_OK) != GEN_C_OK)
+        return give(std::move(table), tree, GEN_C_DIAGNOSED);
+    for (auto const& [depth, text] : condition_tree(tokens))
+        table.row({depth, std::string_view(text)});
+    return give(std::move(table), tree);
+}
+
+gen_c_status gen_c_condition_tree(char const* condition, gen_c_table** tree) {
+    if (lacks("condition", condition) || lacks("tree", tree))
+        return GEN_C_BAD_ARGUMENT;
+    try {
+        return tell_tree(condition, tree);
+    } catch (std::bad_alloc const&) {
+        return GEN_C_NO_MEMORY;
+    }
 }

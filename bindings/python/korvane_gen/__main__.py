@@ -6,6 +6,7 @@ Without --root or --executable the environment variable KORVANE_ROOTDIR names th
 """
 
 import argparse
+import re
 import sys
 from typing import Any, Dict, Tuple
 
@@ -127,6 +128,7 @@ def parser() -> argparse.ArgumentParser:
             families[family] = below.add_parser(family).add_subparsers(required=True)
         command = (families[family] if family else below).add_parser(word)
         command.set_defaults(handler=handler)
+        command._negative_number_matcher = re.compile(r"^-\d") # "-0x1" is a number, too
         command.add_argument("--json", action="store_true", help="accepted; answers are JSON")
         for names, settings in options:
             command.add_argument(*names.split(), **settings)

@@ -75,6 +75,16 @@ KORVANE_API FIO_PATH gen_get_oaw_ssn_filename();
 /// "oa_productivity_table.xml"
 KORVANE_API FIO_PATH gen_get_oaw_productivity_filename();
 
+/// One of the files above.
+struct GEN_TOOL_FILE {
+    char const* family; ///< "report", "window" or "advisor"
+    char const* getter; ///< the function that gives it, with its number or choice if it takes one
+    FIO_PATH path;
+};
+/// All of them, in the order in which people look for them; of the numbered report windows the
+/// third stands for the rest.
+KORVANE_API MEM_VECTOR<GEN_TOOL_FILE> gen_get_tool_files();
+
 /// The path of a database file: the directory's text, @p name and, unless @p extension is empty,
 /// "." and @p extension. No separator is added to the directory.
 /// @param directory kept for the later calls, which pass null; "" makes them forget it. The debug

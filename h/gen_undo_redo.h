@@ -72,6 +72,8 @@ class KORVANE_API GEN_UNDO_REDO_MGR {
     /// leaves all as it was; one that cannot be written to its end is left short, in silence too.
     /// A file that another process has a lease on is waited for.
     void commit_file();
+    /// Does the same, and gives whether the file holds all of it; if not, errno says why.
+    bool try_commit_file();
 
   private:
     STR entry(std::int32_t number, STR const& command, STR const& comment) const;

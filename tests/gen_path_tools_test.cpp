@@ -2,7 +2,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <set>
 #include <string>
+#include <vector>
 
 #include "gen_exe.h"
 #include "gen_path_library.h"
@@ -78,6 +80,20 @@ TEST_F(ToolNames, ReportsAreTheFirstOrTheSecondReportWindow) {
               gen_get_rpw_filename(1).fullpath());
     EXPECT_EQ(gen_get_krpt_name("", "", "", false, "").fullpath(),
               gen_get_rpw_filename(2).fullpath());
+}
+
+TEST_F(ToolNames, ListOfAllHasEachOnce) {
+    std::vector<std::string> getters;
+    for (GEN_TOOL_FILE const& file : gen_get_tool_files())
+        getters.emplace_back(file.getter);
+    ASSERT_EQ(getters.size(), 30U);
+    EXPECT_EQ(getters.front(), "gen_get_krpt_name(first)");
+    EXPECT_EQ(getters.back(), "gen_get_oaw_productivity_filename");
+    std::set<std::string> const once(getters.begin(), getters.end());
+    EXPECT_EQ(once.size(), getters.size());
+    MEM_VECTOR<GEN_TOOL_FILE> const files = gen_get_tool_files();
+    EXPECT_STREQ(files[4].family, "window");
+    EXPECT_EQ(files[4].path.fullpath(), gen_get_ase_filename().fullpath());
 }
 
 TEST_F(ToolNames, AdvisorTablesLieInTheSharedData) {

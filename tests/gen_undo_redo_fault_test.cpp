@@ -12,6 +12,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -330,6 +331,30 @@ TEST_F(UndoRedoFaults, FileMayNotBeWritten) {
         manager.commit_file();
     }
     EXPECT_EQ(read_file(file), "content");
+}
+
+TEST_F(UndoRedoFaults, TryingToCommitTellsTheFault) {
+    errno = 0;
+    EXPECT_FALSE(manager.try_commit_file()); // no file was started
+    EXPECT_EQ(errno, ENOENT);
+    manager.start_new_file(STR(directory / "missing"));
+    EXPECT_FALSE(manager.try_commit_file());
+    EXPECT_EQ(errno, ENOENT);
+    manager.start_new_file(STR("a\0b", 3));
+    EXPECT_FALSE(manager.try_commit_file());
+    EXPECT_EQ(errno, EINVAL);
+    manager.start_new_file(STR(directory.path()));
+    for (std::size_t const size : {std::size_t{1}, std::size_t{1000000}}) {
+        add_section(manager, std::string(size, 'c'));
+        EXPECT_TRUE(manager.try_commit_file());
+        fs::remove(file);
+        if (!fs::is_character_file("/dev/full"))
+            continue;
+        fs::create_symlink("/dev/full", file);
+        EXPECT_FALSE(manager.try_commit_file());
+        EXPECT_EQ(errno, ENOSPC);
+        fs::remove(file);
+    }
 }
 
 TEST_F(UndoRedoFaults, PermissionsAre0666LessTheUmask) {

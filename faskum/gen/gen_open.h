@@ -7,11 +7,14 @@
 #include "mem_alloc_sys.h"
 
 /// Opens a file for writing, in the old contents' place and with the permissions of the umask; -1
-/// where it cannot be had. It is closed when the host starts another program.
+/// where it cannot be had, with errno telling why. It is closed when the host starts another
+/// program.
 inline int gen_open_for_writing(STR const& path) {
     // Cut short at a NUL, the path would name, and empty, some other file.
-    if (path.find('\0') != STR::npos)
+    if (path.find('\0') != STR::npos) {
+        errno = EINVAL;
         return -1;
+    }
     auto const open_with = [&path](int flag) {
         constexpr mode_t permissions = 0666;
         int const flags = O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | flag;

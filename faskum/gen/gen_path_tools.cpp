@@ -61,7 +61,6 @@ FIO_PATH advisor_table(char const* base) {
     }
 FOR_EACH_TOOL(DEFINE_TOOL)
 #undef DEFINE_TOOL
-#undef FOR_EACH_TOOL
 
 FIO_PATH gen_get_rpw_filename(int number) {
     STR base;
@@ -92,6 +91,21 @@ FIO_PATH gen_get_fled_filename(STR const& /*revision*/, bool /*read_only*/) {
     }
 FOR_EACH_ADVISOR(DEFINE_ADVISOR)
 #undef DEFINE_ADVISOR
+
+#define WINDOW_ROW(getter, base, extension) {"window", #getter, getter()},
+#define ADVISOR_ROW(getter, base) {"advisor", #getter, getter()},
+
+MEM_VECTOR<GEN_TOOL_FILE> gen_get_tool_files() {
+    return {{"report", "gen_get_krpt_name(first)", gen_get_krpt_name("", "", "", true, "")},
+            {"report", "gen_get_krpt_name(second)", gen_get_krpt_name("", "", "", false, "")},
+            {"report", "gen_get_rpw_filename(3)", gen_get_rpw_filename(3)},
+            {"window", "gen_get_fled_filename", gen_get_fled_filename("", false)},
+            FOR_EACH_TOOL(WINDOW_ROW) FOR_EACH_ADVISOR(ADVISOR_ROW)};
+}
+
+#undef WINDOW_ROW
+#undef ADVISOR_ROW
+#undef FOR_EACH_TOOL
 #undef FOR_EACH_ADVISOR
 
 STR gen_generate_pdb_filename(STR const& name, STR const& extension, STR const* directory) {

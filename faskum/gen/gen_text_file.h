@@ -42,23 +42,32 @@ class GEN_TEXT_FILE {
     }
     void put_line() { put("\n"); }
 
+    /// Writes what is left, and gives whether all was written; if not, errno says why.
+    bool finish() {
+        flush();
+        if (m_fault != 0)
+            errno = m_fault;
+        return m_fault == 0;
+    }
+
   private:
     void flush() {
         write_all({m_buffer, m_buffered});
         m_buffered = 0;
     }
     void write_all(std::string_view text) {
-        while (!text.empty() && !m_failed) {
+        while (!text.empty() && m_fault == 0) {
             ssize_t const written =
                 gen_retry([&] { return write(m_file, text.data(), text.size()); });
-            m_failed = written <= 0;
-            if (!m_failed)
+            if (written <= 0)
+                m_fault = written < 0 ? errno : EIO;
+            else
                 text.remove_prefix(static_cast<std::size_t>(written));
         }
     }
 
     int m_file;
-    bool m_failed = false;
+    int m_fault = 0; ///< the errno of the write that failed
     std::size_t m_buffered = 0;
     char m_buffer[1 << 14];
 };

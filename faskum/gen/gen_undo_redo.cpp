@@ -64,9 +64,13 @@ void GEN_UNDO_REDO_MGR::end_section() {
 }
 
 void GEN_UNDO_REDO_MGR::commit_file() {
+    try_commit_file();
+}
+
+bool GEN_UNDO_REDO_MGR::try_commit_file() {
     GEN_TEXT_FILE file(file_path.fullpath());
     if (!file.is_open())
-        return;
+        return false;
     for (GEN_UNDO_REDO_CLASS_INFO const& section : sections) {
         file.put_line(section.title);
         if (!section.description.empty())
@@ -80,4 +84,5 @@ void GEN_UNDO_REDO_MGR::commit_file() {
     }
     if (!sections.empty())
         current = sections.back();
+    return file.finish();
 }

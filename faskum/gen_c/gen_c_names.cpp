@@ -13,53 +13,7 @@
 
 using namespace gen_c;
 
-#define WINDOW(getter)                                                                             \
-    { "window", #getter, getter }
-#define ADVISOR(getter)                                                                            \
-    { "advisor", #getter, getter }
-
 namespace {
-
-struct ToolFile {
-    char const* family;
-    char const* function;
-    FIO_PATH (*path)();
-};
-
-/// In the order in which people look for them.
-constexpr ToolFile tool_files[] = {
-    {"report", "gen_get_krpt_name(first)", [] { return gen_get_krpt_name("", "", "", true, ""); }},
-    {"report", "gen_get_krpt_name(second)",
-     [] { return gen_get_krpt_name("", "", "", false, ""); }},
-    {"report", "gen_get_rpw_filename(3)", [] { return gen_get_rpw_filename(3); }},
-    {"window", "gen_get_fled_filename", [] { return gen_get_fled_filename("", false); }},
-    WINDOW(gen_get_ase_filename),
-    WINDOW(gen_get_acv_filename),
-    WINDOW(gen_get_ape_filename),
-    WINDOW(gen_get_cfw_filename),
-    WINDOW(gen_get_sfw_filename),
-    WINDOW(gen_get_tfw_filename),
-    WINDOW(gen_get_advanced_tan_tool_filename),
-    WINDOW(gen_get_pgmw_cof_filename),
-    WINDOW(gen_get_rui_filename),
-    WINDOW(gen_get_tech_viewer_filename),
-    WINDOW(gen_get_rui_sim_viewer_fun_filename),
-    WINDOW(gen_get_rui_sim_viewer_tim_filename),
-    WINDOW(gen_get_rui_sim_viewer_ftm_filename),
-    WINDOW(gen_get_rsm_filename),
-    WINDOW(gen_get_ppl_filename),
-    WINDOW(gen_get_ecui_filename),
-    WINDOW(gen_get_reqc_filename),
-    WINDOW(gen_get_ptw_filename),
-    WINDOW(gen_get_kis_filename),
-    WINDOW(gen_get_ram_editor_filename),
-    ADVISOR(gen_get_oaw_resource_filename),
-    ADVISOR(gen_get_oaw_timing_filename),
-    ADVISOR(gen_get_oaw_asx2_filename),
-    ADVISOR(gen_get_oaw_power_filename),
-    ADVISOR(gen_get_oaw_ssn_filename),
-    ADVISOR(gen_get_oaw_productivity_filename),
-};
 
 /// The path of a temporary file, with these characters in place of its number's eight digits.
 STR temporary_path(STR const& directory, STR const& prefix, char const* digits) {
@@ -90,17 +44,14 @@ STR trouble_of_creating(STR const& directory, STR const& prefix) {
 
 } // namespace
 
-#undef WINDOW
-#undef ADVISOR
-
 gen_c_status gen_c_tool_files(gen_c_table** answer) {
     if (lacks("answer", answer))
         return GEN_C_BAD_ARGUMENT;
     if (is_not_started())
         return GEN_C_NOT_STARTED;
     gen_c_table table{"family", "function", "path"};
-    for (auto const& [family, function, path] : tool_files)
-        table.row({family, function, path().fullpath()});
+    for (auto const& [family, function, path] : gen_get_tool_files())
+        table.row({family, function, path.fullpath()});
     return give(std::move(table), answer);
 }
 

@@ -4,9 +4,7 @@
 
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
 #include <new>
-#include <unistd.h>
 
 using namespace gen_c;
 
@@ -16,15 +14,6 @@ struct gen_c_undo {
     bool has_title = false;
     bool has_commands = false;
 };
-
-/// Why the manager could not write the file, which it is silent about; "" where it can.
-static STR trouble_of_writing(STR const& path) {
-    int const file = open(path.c_str(), O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0666);
-    if (file < 0)
-        return std::strerror(errno);
-    close(file);
-    return {};
-}
 
 gen_c_status gen_c_undo_create(char const* directory, gen_c_undo** undo) {
     if (lacks("directory", directory) || lacks("undo", undo))
@@ -84,8 +73,7 @@ gen_c_status gen_c_undo_commit(gen_c_undo* undo, gen_c_text* path) {
     FIO_PATH file;
     file.directory(undo->directory);
     file.filename("undo_redo.txt");
-    if (STR const trouble = trouble_of_writing(file.fullpath()); !trouble.empty())
-        return refuse(GEN_C_FAILED, file.fullpath() + ": ", trouble);
-    undo->manager.commit_file();
+    if (!undo->manager.try_commit_file())
+        return refuse(GEN_C_FAILED, file.fullpath() + ": ", std::strerror(errno));
     return put(path, file.fullpath());
 }

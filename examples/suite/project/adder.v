@@ -10,7 +10,7 @@ module adder #(parameter WIDTH = 8) (
   assign c_out = c[WIDTH];
   generate
     for (i = 0; i < WIDTH; i = i + 1) begin : bits
-      carry cell (.a(a[i]), .b(b[i]), .c_in(c[i]), .sum(sum[i]), .c_out(c[i+1]));
+      carry stage (.a(a[i]), .b(b[i]), .c_in(c[i]), .sum(sum[i]), .c_out(c[i+1]));
     end
   endgenerate
 endmodule

@@ -9,8 +9,8 @@
 
 #include "fuzz_input.h"
 #include "gen_exe.h"
-#include "gen_path.h"
 #include "input.h"
+#include "lookup.h"
 #include "mem.h"
 #include "query.h"
 #include "scratch_directory.h"
@@ -105,12 +105,7 @@ class Ground {
     /// Goes back to where the fuzzer keeps its files, and forgets everything.
     void leave() {
         std::filesystem::current_path(m_outside);
-        gen_clear_all_library_paths();
-        gen_destroy_find_file_cache();
-        for (STR* text :
-             {&gen_project_dir_path, &gen_korvane_library_paths, &gen_project_library_paths,
-              &gen_user_library_paths, &gen_project_output_directory})
-            text->clear();
+        forget_project();
         for (char const* name : {"profile_dll_usage", "list_dll_details", "report_modules_flow"})
             mem_cfg_unset(name);
         for (auto const& entry : std::filesystem::directory_iterator(m_project))

@@ -5,13 +5,60 @@
 #include "scratch_directory.h"
 #include "undo_script.h"
 
+#include <cstdio>
 #include <fstream>
 #include <iterator>
 
-static std::string read_file(std::string const& path) {
+namespace {
+
+std::string read_file(std::string const& path) {
     std::ifstream stream(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
 }
+
+/// The file that the sections make, written plainly.
+class FileText {
+  public:
+    void add_line(std::string_view line) { (m_text += line) += '\n'; }
+
+    void add_commands(std::string_view heading, UndoSection const& section, bool undo) {
+        std::size_t number = 0;
+        for (UndoSection::Entry const& entry : section.entries) {
+            if (entry.undo != undo)
+                continue;
+            if (++number == 1)
+                add_line("\n" + std::string(heading));
+            char prefix[32];
+            std::snprintf(prefix, sizeof prefix, "\t%6zu.\t", number);
+            // A command or comment ends at its first NUL.
+            add_line(prefix + std::string(entry.command.c_str()));
+            if (!entry.comment.empty())
+                add_line("\t\t\t" + std::string(entry.comment.c_str()));
+        }
+    }
+
+    std::string& text() { return m_text; }
+
+  private:
+    std::string m_text;
+};
+
+std::string undo_file_text(std::vector<UndoSection> const& sections) {
+    FileText file;
+    for (UndoSection const& section : sections) {
+        if (!section.is_recorded())
+            continue;
+        file.add_line(section.title);
+        if (!section.description.empty())
+            file.add_line(section.description);
+        file.add_commands("\tUndo Commands", section, true);
+        file.add_commands("\tRedo Commands", section, false);
+        file.text() += "\n\n";
+    }
+    return std::move(file.text());
+}
+
+} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     static ScratchDirectory const scratch;
@@ -32,7 +79,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         record(manager, section);
     std::string const expected = undo_file_text(script.sections());
     for (char const* commit : {"first commit", "second commit"}) {
-        manager.commit_file();
+        require(manager.try_commit_file(), commit);
         require(read_file(file) == expected, commit);
     }
     return 0;

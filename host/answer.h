@@ -70,6 +70,10 @@ class Answer {
     Answer() = default;
     explicit Answer(bool for_scripts) : m_for_scripts(for_scripts) {}
 
+    /// In JSON, it is the rows of its hidden lists, an object a line.
+    void json_lines() { m_json_lines = true; }
+    bool is_json_lines() const { return m_json_lines; }
+
     /// Whether it will be shown as JSON.
     bool for_scripts() const { return m_for_scripts; }
 
@@ -102,12 +106,16 @@ class Answer {
     }
 
     bool m_for_scripts = false;
+    bool m_json_lines = false;
     std::vector<Entry> m_entries;
     std::vector<std::string> m_remarks;
 };
 
+/// When rows stand out: always, never, or as suits a terminal and its user.
+enum class Colour { automatic, always, never };
+void choose_colour(Colour colour);
+
+/// The text with control characters as "\\n" or "\\x1b", for a line that people read.
+std::string printable(std::string_view text);
 /// Writes the answer for people; a key's "_" are shown as blanks.
 void print_text(Answer const& answer, std::FILE* stream);
-/// Writes the answer as one JSON object, with the remarks as a member "error" if the answer is none
-/// to be glad of. Bytes that are not UTF-8 become U+FFFD, since JSON has no way to say them.
-void print_json(Answer const& answer, bool is_error, std::FILE* stream);

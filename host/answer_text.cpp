@@ -121,6 +121,12 @@ void show_plain(Value const& value, std::FILE* stream) {
     }
 }
 
+/// Characters of a text in UTF-8.
+std::size_t width_of(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(
+        text.begin(), text.end(), [](char byte) { return (byte & '\xc0') != '\x80'; }));
+}
+
 using Row = std::vector<std::string>;
 
 std::vector<Row> cells_of(Value::List const& rows) {
@@ -139,8 +145,12 @@ std::vector<Row> cells_of(Value::List const& rows) {
     return cells;
 }
 
+Colour chosen_colour = Colour::automatic;
+
 /// A terminal that shows colour, and whose user has nothing against it (https://no-color.org).
 bool is_coloured(std::FILE* stream) {
+    if (chosen_colour != Colour::automatic)
+        return chosen_colour == Colour::always;
     char const* const refusal = std::getenv("NO_COLOR");
     char const* const terminal = std::getenv("TERM");
     return (refusal == nullptr || *refusal == '\0') && terminal != nullptr &&
@@ -165,7 +175,7 @@ void show_table(Value::List const& rows, std::vector<Emphasis> const& emphasis, 
     for (Row const& row : cells) {
         widths.resize(std::max(widths.size(), row.size()));
         for (std::size_t column = 0; column < row.size(); ++column)
-            widths[column] = std::max(widths[column], row[column].size());
+            widths[column] = std::max(widths[column], width_of(row[column]));
     }
     bool const coloured = !emphasis.empty() && is_coloured(stream);
     for (std::size_t i = 0; i < cells.size(); ++i) {
@@ -174,7 +184,7 @@ void show_table(Value::List const& rows, std::vector<Emphasis> const& emphasis, 
         for (std::size_t column = 0; column < row.size(); ++column) {
             line += row[column];
             if (column + 1 < row.size())
-                line.append(widths[column] - row[column].size() + 2, ' ');
+                line.append(widths[column] - width_of(row[column]) + 2, ' ');
         }
         // The row before the first one holds the heads.
         if (coloured && i > 0 && i <= emphasis.size())
@@ -191,6 +201,26 @@ void show_view(Answer::Entry const& entry, std::FILE* stream) {
 }
 
 } // namespace
+
+void choose_colour(Colour colour) {
+    chosen_colour = colour;
+}
+
+std::string printable(std::string_view text) {
+    std::string line;
+    for (char const byte : text) {
+        if (byte == '\n') {
+            line += "\\n";
+        } else if (static_cast<unsigned char>(byte) < 0x20 || byte == 0x7f) {
+            char code[8];
+            std::snprintf(code, sizeof code, "\\x%02x", static_cast<unsigned>(byte));
+            line += code;
+        } else {
+            line += byte;
+        }
+    }
+    return line;
+}
 
 void print_text(Answer const& answer, std::FILE* stream) {
     auto const labelled_width = [](Answer::Entry const& entry) {

@@ -90,6 +90,7 @@ void add_message(Commands& commands);
 void add_modules(Commands& commands);
 void add_names(Commands& commands);
 void add_project(Commands& commands);
+void add_serve(Commands& commands);
 void add_sources(Commands& commands);
 void add_text(Commands& commands);
 void add_time(Commands& commands);

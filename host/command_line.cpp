@@ -1,11 +1,15 @@
 #include "command_line.h"
 
+#include "input.h"
+#include "settings_file.h"
 #include "suggestion.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <iterator>
+#include <sstream>
+#include <stdexcept>
 
 namespace {
 
@@ -137,4 +141,16 @@ std::string read_command_line(Options& options, std::vector<std::string> words) 
     if (std::string fault = take_arguments(options, parser.arguments()); !fault.empty())
         return fault;
     return check_together(options);
+}
+
+std::vector<std::pair<std::string, std::vector<std::string>>>
+read_settings_file(std::string const& path) {
+    std::string text;
+    if (std::string const fault = read_input(path, text); !fault.empty())
+        throw std::runtime_error(fault);
+    std::istringstream stream(text);
+    std::vector<std::pair<std::string, std::vector<std::string>>> settings;
+    for (CLI::ConfigItem const& item : CLI::ConfigTOML().from_config(stream))
+        settings.emplace_back(item.fullname(), item.inputs);
+    return settings;
 }

@@ -9,6 +9,8 @@ struct CommonOptions {
     bool help = false;
     bool help_all = false;
     bool version = false;
+    std::optional<std::string> root = {};
+    std::string color = "auto";
 
     /// @param is_root whether they are those of gen_query itself
     void declare(Options& options, bool is_root) {
@@ -18,5 +20,13 @@ struct CommonOptions {
             options.flag("--version", version, "Print the version and exit");
         }
         options.flag("--json", json, "Answer as one JSON object");
+        Option& root_option =
+            options.value("--root", &root, "Ask as a tool of this installation").directory();
+        Option& colour_option = options.value("--color", &color, "Let rows stand out in colour")
+                                    .one_of({"auto", "always", "never"});
+        if (!is_root) { // they are listed once, but hold wherever they stand
+            root_option.hidden();
+            colour_option.hidden();
+        }
     }
 };

@@ -127,15 +127,15 @@ class Condition : public Command {
     }
 
     Status run_many(Answer& answer) {
-        std::optional<std::string> const input = read_input("-");
-        if (!input) {
-            answer.remark("cannot read standard input");
+        std::string input;
+        if (std::string fault = read_input("-", input); !fault.empty()) {
+            answer.remark(std::move(fault));
             return STATUS_USAGE;
         }
         Value::List prefixes;
         Value::List details;
         bool failed = false;
-        for (std::string_view const line : lines_of(*input)) {
+        for (std::string_view const line : lines_of(input)) {
             Rewritten const rewritten = rewrite(line, false);
             failed = failed || rewritten.failed;
             prefixes.emplace_back(rewritten.prefix);

@@ -16,6 +16,29 @@ Value::Record search_paths() {
     return {{"path", variable("PATH")}, {"ld_library_path", variable("LD_LIBRARY_PATH")}};
 }
 
+/// An environment variable that has another value in the scope of a question, if one is given.
+class AskedVariable {
+  public:
+    AskedVariable(char const* name, std::optional<std::string> const& value) : m_name(name) {
+        if (char const* const before = std::getenv(name))
+            m_before = before;
+        if (value)
+            setenv(name, value->c_str(), 1);
+    }
+    ~AskedVariable() {
+        if (m_before)
+            setenv(m_name, m_before->c_str(), 1);
+        else
+            unsetenv(m_name);
+    }
+    AskedVariable(AskedVariable const&) = delete;
+    AskedVariable& operator=(AskedVariable const&) = delete;
+
+  private:
+    char const* m_name;
+    std::optional<std::string> m_before;
+};
+
 class Env : public Command {
   public:
     void declare(Options& options) override {
@@ -25,8 +48,8 @@ class Env : public Command {
     }
 
     Status run(Answer& answer) override {
-        set("KORVANE_PLATFORM", m_platform);
-        set("KORVANE_BIT_TYPE", m_bit_type);
+        AskedVariable const platform("KORVANE_PLATFORM", m_platform);
+        AskedVariable const bit_type("KORVANE_BIT_TYPE", m_bit_type);
         bool const had_library_path = std::getenv("LD_LIBRARY_PATH") != nullptr;
         answer.field("64_bit_wanted", gen_is_system_64bit());
         STR old_path;
@@ -47,11 +70,6 @@ class Env : public Command {
     }
 
   private:
-    static void set(char const* name, std::optional<std::string> const& value) {
-        if (value)
-            setenv(name, value->c_str(), 1);
-    }
-
     std::string m_tool;
     std::optional<std::string> m_platform;
     std::optional<std::string> m_bit_type;

@@ -51,6 +51,8 @@ std::unique_ptr<Commands> all_commands() {
     add_machine(commands);
     add_modules(commands);
     add_env(commands);
+    commands.group("Scripts");
+    add_serve(commands);
     commands.group("");
     add_describe(commands);
     return all;

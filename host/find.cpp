@@ -1,5 +1,8 @@
+#include "batch.h"
 #include "command.h"
+#include "file_hint.h"
 #include "lookup.h"
+#include "project_options.h"
 
 #include "gen_path.h"
 
@@ -8,7 +11,10 @@ namespace {
 class Find : public Command {
   public:
     void declare(Options& options) override {
-        options.argument("name", &m_names, "File names, as a design would write them").required();
+        options.argument("name", &m_names, "File names, as a design would write them; - reads them")
+            .required()
+            .file();
+        m_batch.declare(options);
         m_project.declare(options);
         options.flag("--eda", m_eda, "Look in the EDA libraries alone");
         m_view.declare(options);
@@ -19,7 +25,13 @@ class Find : public Command {
     }
 
     Status run(Answer& answer) override {
-        m_project.apply();
+        m_project.apply(answer);
+        if (std::string fault = m_batch.expand(m_names); !fault.empty()) {
+            answer.remark(std::move(fault));
+            return STATUS_USAGE;
+        }
+        if (m_batch.is_on())
+            answer.json_lines();
         LookupWatch watch(m_view.manner(), "as named");
         bool all_found = true;
         Value::List files;
@@ -34,11 +46,12 @@ class Find : public Command {
                 path = hits.front().path;
             files.emplace_back(told(name, path, asked, hits));
             if (path.empty()) {
-                answer.remark("'" + name + "' is not found");
+                answer.remark("'" + name + "' is not found" +
+                              (m_batch.is_on() ? "" : file_hint(name)));
                 all_found = false;
-            } else if (!m_view.all()) {
-                paths.emplace_back(path);
             }
+            if (!m_view.all() && (m_batch.is_on() || !path.empty()))
+                paths.emplace_back(path);
         }
         answer.detail("files", std::move(files));
         if (!m_view.all())
@@ -79,6 +92,7 @@ class Find : public Command {
     }
 
     std::vector<std::string> m_names;
+    Batch m_batch;
     ProjectOptions m_project;
     LookupView m_view;
     bool m_eda = false;
@@ -97,6 +111,8 @@ constexpr Help help = {
                "  ...\n"
                "Asked are the project, its database, the project's libraries, the user's\n"
                "libraries, the project's parablocks and the shipped libraries, in this order.\n"
+               "With the name \"-\" names are read from standard input and answered a line each,\n"
+               "which is empty where nothing is found; --json makes JSON Lines of them.\n"
                "The exit status is 0 when every name is found, else 1.",
 };
 

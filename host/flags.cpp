@@ -223,7 +223,7 @@ class Flags : public Command {
             return STATUS_USAGE;
         }
         if (std::ferror(stdin) != 0) {
-            answer.remark("cannot read standard input");
+            answer.remark(reading_fault("-"));
             return STATUS_USAGE;
         }
         describe(session, interactive, answer);

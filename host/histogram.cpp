@@ -1,4 +1,5 @@
 #include "command.h"
+#include "input.h"
 #include "number_stream.h"
 #include "reports.h"
 
@@ -9,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
+#include <list>
 #include <memory>
 #include <optional>
 #include <sys/ioctl.h>
@@ -232,22 +234,25 @@ class Histogram : public Command {
         if (!m_file.empty() && m_file != "-") {
             file.reset(std::fopen(m_file.c_str(), "re"));
             if (file == nullptr)
-                return "cannot read '" + m_file + "'";
+                return reading_fault(m_file);
         }
         Progress progress;
-        return read_numbers(file != nullptr ? file.get() : stdin, [&](double item) {
+        std::string fault = read_numbers(file != nullptr ? file.get() : stdin, [&](double item) {
             progress.step();
             take(item);
         });
+        return fault.empty() && std::ferror(file != nullptr ? file.get() : stdin) != 0
+                   ? reading_fault(m_file)
+                   : fault;
     }
 
     bool make_histogram(Range range) {
         if (!std::isfinite(range.high - range.low))
             return false;
         Reports reports;
-        // Never destroyed: it lives as long as the program, as its counts do in any case.
-        static GEN_BINDATA& histogram = *new GEN_BINDATA(range.low, range.high, m_bins);
-        m_histogram = &histogram;
+        // Never destroyed: they live as long as the program, as their counts do in any case.
+        static auto& histograms = *new std::list<GEN_BINDATA>;
+        m_histogram = &histograms.emplace_back(range.low, range.high, m_bins);
         m_range = range;
         m_reported = reports.take();
         return true;
@@ -263,21 +268,10 @@ class Histogram : public Command {
     }
 
     void describe(Answer& answer) const {
-        Picture const picture(*m_histogram, terminal_columns());
-        for (unsigned i = 0; i < m_histogram->num_bins(); ++i)
-            answer.view(picture.line(i));
-        answer.field("items", m_histogram->size());
-        answer.detail("low", m_range.low);
-        answer.detail("high", m_range.high);
-        Value::List bins;
-        for (unsigned i = 0; i < m_histogram->num_bins(); ++i) {
-            unsigned const count = m_histogram->item_count(i);
-            bins.push_back(Value::Record{{"low", m_histogram->lowbound(i)},
-                                         {"high", m_histogram->highbound(i)},
-                                         {"count", count},
-                                         {"percent", percent_of(count, m_histogram->size())}});
-        }
-        answer.detail("bins", std::move(bins));
+        if (answer.for_scripts())
+            tell_bins(answer);
+        else
+            draw(answer);
         Value const outside = Value::Record{{"below", m_outside.below},
                                             {"above", m_outside.above},
                                             {"not_a_number", m_outside.not_a_number}};
@@ -287,6 +281,29 @@ class Histogram : public Command {
             answer.detail("not_counted", outside);
         for (auto const& [condition, times] : m_reported)
             answer.field("reported", condition);
+    }
+
+    void draw(Answer& answer) const {
+        Picture const picture(*m_histogram, terminal_columns());
+        for (unsigned i = 0; i < m_histogram->num_bins(); ++i)
+            answer.view(picture.line(i));
+        answer.field("items", m_histogram->size());
+    }
+
+    void tell_bins(Answer& answer) const {
+        answer.field("items", m_histogram->size());
+        answer.detail("low", m_range.low);
+        answer.detail("high", m_range.high);
+        Value::List bins;
+        bins.reserve(m_histogram->num_bins());
+        for (unsigned i = 0; i < m_histogram->num_bins(); ++i) {
+            unsigned const count = m_histogram->item_count(i);
+            bins.push_back(Value::Record{{"low", m_histogram->lowbound(i)},
+                                         {"high", m_histogram->highbound(i)},
+                                         {"count", count},
+                                         {"percent", percent_of(count, m_histogram->size())}});
+        }
+        answer.detail("bins", std::move(bins));
     }
 
     static constexpr char const* too_wide = "the range is wider than a number can tell";

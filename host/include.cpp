@@ -1,15 +1,24 @@
+#include "batch.h"
 #include "command.h"
+#include "file_hint.h"
 #include "lookup.h"
+#include "project_options.h"
 
 #include "gen_path.h"
+
+#include <filesystem>
 
 namespace {
 
 class Include : public Command {
   public:
     void declare(Options& options) override {
-        options.argument("name", &m_names, "File names, as include directives would write them")
-            .required();
+        options
+            .argument("name", &m_names,
+                      "Names, as include directives would write them; - reads them")
+            .required()
+            .file();
+        m_batch.declare(options);
         options.value("--from", &m_from, "The file that holds the directives").file();
         options.value("--alias", &m_alias, "Another path of that same file").file();
         m_project.declare(options);
@@ -17,7 +26,16 @@ class Include : public Command {
     }
 
     Status run(Answer& answer) override {
-        m_project.apply();
+        m_project.apply(answer);
+        for (std::optional<std::string> const& file : {m_from, m_alias})
+            if (std::error_code fault; file && !std::filesystem::exists(*file, fault))
+                answer.remark("including file '" + *file + "' does not exist");
+        if (std::string fault = m_batch.expand(m_names); !fault.empty()) {
+            answer.remark(std::move(fault));
+            return STATUS_USAGE;
+        }
+        if (m_batch.is_on())
+            answer.json_lines();
         bool all_found = true;
         Value::List files;
         Value::List paths;
@@ -25,7 +43,8 @@ class Include : public Command {
             Found found;
             if (m_view.all()) // watched below, with each hit denied, it comes back with nothing
                 found = look_up(name);
-            LookupWatch watch(m_view.manner(), "beside the including file");
+            LookupWatch watch(m_view.manner(),
+                              name.starts_with('/') ? "as named" : "beside the including file");
             Found const watched = look_up(name);
             if (!m_view.all())
                 found = watched;
@@ -34,11 +53,12 @@ class Include : public Command {
             std::vector<Asked> const hits = LookupView::hits(asked);
             files.emplace_back(told(name, found.beside_alias, asked, hits));
             if (hits.empty()) {
-                answer.remark("'" + name + "' is not found");
+                answer.remark("'" + name + "' is not found" +
+                              (m_batch.is_on() ? "" : file_hint(name)));
                 all_found = false;
-            } else if (!m_view.all()) {
-                paths.emplace_back(found.path);
             }
+            if (!m_view.all() && (m_batch.is_on() || !hits.empty()))
+                paths.emplace_back(found.path);
         }
         answer.detail("files", std::move(files));
         if (!m_view.all())
@@ -79,6 +99,7 @@ class Include : public Command {
     std::vector<std::string> m_names;
     std::optional<std::string> m_from;
     std::optional<std::string> m_alias;
+    Batch m_batch;
     ProjectOptions m_project;
     LookupView m_view;
 };
@@ -89,6 +110,7 @@ constexpr Help help = {
     .example = "  $ gen_query include segments.vh --from inc/display.vh\n"
                "  inc/segments.vh\n"
                "The directory of the including file is looked in last, after every library.\n"
+               "With the name \"-\" names are read from standard input and answered a line each.\n"
                "The exit status is 0 when every name is found, else 1.",
 };
 

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 
 namespace {
@@ -16,28 +18,39 @@ bool append_all(std::FILE* stream, std::string& text) {
     return std::ferror(stream) == 0;
 }
 
+bool is_standard_input(std::string const& path) {
+    return path.empty() || path == "-";
+}
+
 } // namespace
 
-std::optional<std::string> read_input(std::string const& path) {
-    std::string text;
-    if (path.empty() || path == "-")
-        return append_all(stdin, text) ? std::optional(std::move(text)) : std::nullopt;
+std::string read_input(std::string const& path, std::string& text) {
+    if (is_standard_input(path))
+        return append_all(stdin, text) ? "" : reading_fault(path);
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> const file(std::fopen(path.c_str(), "re"),
                                                                std::fclose);
-    if (file == nullptr || !append_all(file.get(), text))
-        return std::nullopt;
-    return text;
+    return file != nullptr && append_all(file.get(), text) ? "" : reading_fault(path);
+}
+
+std::string reading_fault(std::string const& path) {
+    char const* const reason = std::strerror(errno);
+    return "cannot read " + (is_standard_input(path) ? "standard input" : "'" + path + "'") + ": " +
+           reason;
+}
+
+std::vector<std::string_view> pieces_of(std::string_view text, char end) {
+    std::vector<std::string_view> pieces;
+    pieces.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), end)) + 1);
+    while (!text.empty()) {
+        std::string_view const piece = text.substr(0, text.find(end));
+        pieces.push_back(piece);
+        text.remove_prefix(std::min(piece.size() + 1, text.size()));
+    }
+    return pieces;
 }
 
 std::vector<std::string_view> lines_of(std::string_view text) {
-    std::vector<std::string_view> lines;
-    lines.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1);
-    while (!text.empty()) {
-        std::string_view const line = text.substr(0, text.find('\n'));
-        lines.push_back(line);
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
-    }
-    return lines;
+    return pieces_of(text, '\n');
 }
 
 std::string_view trimmed(std::string_view text) {

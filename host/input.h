@@ -2,17 +2,21 @@
 
 /// What subcommands read: standard input or a file.
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-/// All of the file @p path, of standard input for "" or "-"; nothing when it cannot be read to its
-/// end.
-std::optional<std::string> read_input(std::string const& path);
+/// Reads all of the file @p path into @p text, of standard input for "" or "-". Gives why it cannot
+/// be read to its end, as "cannot read 'x': No such file or directory", or "".
+std::string read_input(std::string const& path, std::string& text);
+
+/// Why @p path, standard input for "" or "-", cannot be read; errno has the reason.
+std::string reading_fault(std::string const& path);
 
 /// The lines of @p text without their ends; an unfinished last line counts.
 std::vector<std::string_view> lines_of(std::string_view text);
+/// The same for pieces that something else ends.
+std::vector<std::string_view> pieces_of(std::string_view text, char end);
 
 /// @p text without the blanks, tabs and line ends around it.
 std::string_view trimmed(std::string_view text);

@@ -74,29 +74,13 @@ void view(Answer& answer, Rows rows) {
 
 } // namespace
 
-void ProjectOptions::declare(Options& options) {
-    options.value("--project", &m_project, "Project directory; the current one if not given")
-        .directory();
-    options.value("--db", &m_db, "Database directory; none if not given").directory();
-    options.value("--output", &m_output, "Output directory; the project's if not given")
-        .directory();
-    options.value("--project-libs", &m_project_libraries,
-                  "Library directories of the project, separated by \";\"");
-    options.value("--user-libs", &m_user_libraries,
-                  "Library directories of the user, separated by \";\"");
-}
-
-void ProjectOptions::apply() const {
-    if (m_project)
-        gen_set_project_dir_path(gen_text(*m_project));
-    if (m_db)
-        gen_set_db_dir_path(gen_text(*m_db));
-    if (m_output)
-        gen_set_project_output_directory(m_output->c_str());
-    if (m_project_libraries)
-        gen_set_project_library_paths(gen_text(*m_project_libraries));
-    if (m_user_libraries)
-        gen_set_user_library_paths(gen_text(*m_user_libraries));
+void forget_project() {
+    gen_clear_all_library_paths();
+    gen_destroy_find_file_cache();
+    for (STR* const text :
+         {&gen_project_dir_path, &gen_korvane_library_paths, &gen_project_library_paths,
+          &gen_user_library_paths, &gen_project_output_directory})
+        text->clear();
 }
 
 LookupWatch::LookupWatch(Manner manner, std::string outside)

@@ -1,9 +1,8 @@
 #pragma once
 
-/// What the subcommands that look files up share: the project that they look in, and a watch over
-/// what a lookup asks.
+/// What the subcommands that look files up share: a watch over what a lookup asks, and how it is
+/// shown.
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,20 +18,8 @@ inline STR gen_text(std::string const& text) {
     return {text.data(), text.size()};
 }
 
-/// The options that set a project up as a host would.
-class ProjectOptions {
-  public:
-    void declare(Options& options);
-    /// Hands what was given to gen.
-    void apply() const;
-
-  private:
-    std::optional<std::string> m_project;
-    std::optional<std::string> m_db;
-    std::optional<std::string> m_output;
-    std::optional<std::string> m_project_libraries;
-    std::optional<std::string> m_user_libraries;
-};
+/// Forgets the project, all libraries and the cache of lookups, as if nothing had been asked.
+void forget_project();
 
 /// One question whether a path exists, and the group of directories that it was asked for.
 struct Asked {

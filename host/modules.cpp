@@ -33,6 +33,9 @@ class Modules : public Command {
         MEM_MSG_SINK const previous = mem_msg_set_sink(keep);
         gen_meminfo_report_dll_usage(m_tag.c_str(), m_phase ? m_phase->c_str() : nullptr);
         mem_msg_set_sink(previous);
+        for (char const* const name :
+             {"profile_dll_usage", "list_dll_details", "report_modules_flow"})
+            mem_cfg_unset(name);
         bool const any = !lines.empty();
         answer.plain("lines", std::move(lines));
         if (!any)

@@ -15,53 +15,6 @@
 
 namespace {
 
-struct Name {
-    char const* family;
-    char const* getter;
-    FIO_PATH path;
-};
-
-#define NAME(family, getter)                                                                       \
-    { family, #getter, getter() }
-
-/// Every name, in the order in which people look for them.
-std::vector<Name> all_names() {
-    return {
-        {"report", "gen_get_krpt_name(first)", gen_get_krpt_name("", "", "", true, "")},
-        {"report", "gen_get_krpt_name(second)", gen_get_krpt_name("", "", "", false, "")},
-        {"report", "gen_get_rpw_filename(3)", gen_get_rpw_filename(3)},
-        {"window", "gen_get_fled_filename", gen_get_fled_filename("", false)},
-        NAME("window", gen_get_ase_filename),
-        NAME("window", gen_get_acv_filename),
-        NAME("window", gen_get_ape_filename),
-        NAME("window", gen_get_cfw_filename),
-        NAME("window", gen_get_sfw_filename),
-        NAME("window", gen_get_tfw_filename),
-        NAME("window", gen_get_advanced_tan_tool_filename),
-        NAME("window", gen_get_pgmw_cof_filename),
-        NAME("window", gen_get_rui_filename),
-        NAME("window", gen_get_tech_viewer_filename),
-        NAME("window", gen_get_rui_sim_viewer_fun_filename),
-        NAME("window", gen_get_rui_sim_viewer_tim_filename),
-        NAME("window", gen_get_rui_sim_viewer_ftm_filename),
-        NAME("window", gen_get_rsm_filename),
-        NAME("window", gen_get_ppl_filename),
-        NAME("window", gen_get_ecui_filename),
-        NAME("window", gen_get_reqc_filename),
-        NAME("window", gen_get_ptw_filename),
-        NAME("window", gen_get_kis_filename),
-        NAME("window", gen_get_ram_editor_filename),
-        NAME("advisor", gen_get_oaw_resource_filename),
-        NAME("advisor", gen_get_oaw_timing_filename),
-        NAME("advisor", gen_get_oaw_asx2_filename),
-        NAME("advisor", gen_get_oaw_power_filename),
-        NAME("advisor", gen_get_oaw_ssn_filename),
-        NAME("advisor", gen_get_oaw_productivity_filename),
-    };
-}
-
-#undef NAME
-
 class Names : public Command {
   public:
     void declare(Options& options) override {
@@ -78,7 +31,7 @@ class Names : public Command {
     }
 
     Status run(Answer& answer) override {
-        std::vector<Name> names = all_names();
+        MEM_VECTOR<GEN_TOOL_FILE> names = gen_get_tool_files();
         names.push_back({"database", "gen_generate_pdb_filename", database_file()});
         Value::List rows;
         bool any = false;

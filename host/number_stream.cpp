@@ -91,7 +91,7 @@ std::string read_numbers(std::FILE* stream, std::function<void(double)> const& t
         if (!parser.feed({block.data(), size}))
             return parser.problem();
     if (std::ferror(stream) != 0)
-        return "the input cannot be read to its end";
+        return "";
     parser.finish("");
     return parser.problem();
 }

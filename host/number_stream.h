@@ -8,5 +8,6 @@
 
 /// Hands every number of @p stream to @p take. Numbers are parted by blanks, line ends, commas and
 /// semicolons; "inf" and "nan" are numbers, and one beyond the doubles is infinite. Gives what
-/// stopped it, as "line 3: 'x' is not a number", or "" at the end of the stream.
+/// stopped it, as "line 3: 'x' is not a number", or "" at the end of the
+/// stream or where it cannot be read further.
 std::string read_numbers(std::FILE* stream, std::function<void(double)> const& take);

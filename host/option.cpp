@@ -122,6 +122,11 @@ Option& Option::directory() {
     return *this;
 }
 
+Option& Option::program() {
+    value_type = "COMMAND";
+    return *this;
+}
+
 Option& Option::one_of(std::vector<std::string> words) {
     choices = std::move(words);
     return *this;

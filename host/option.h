@@ -25,7 +25,7 @@ struct Option {
     std::vector<std::string> names; ///< "-i" and "--ignore-case"; of an argument its name alone
     Target target;
     std::string summary;
-    std::string value_type = {};           ///< TEXT, NUMBER, FILE or DIR; "" for a flag
+    std::string value_type = {};           ///< TEXT, NUMBER, FILE, DIR or COMMAND; "" for a flag
     std::string initial = {};              ///< what holds without the option; "" if not to be shown
     std::vector<std::string> choices = {}; ///< the only words that a value may be; none: all
     std::optional<std::pair<std::int64_t, std::int64_t>> range = {};
@@ -38,6 +38,7 @@ struct Option {
     Option& required();
     Option& file();
     Option& directory();
+    Option& program();
     Option& one_of(std::vector<std::string> words);
     Option& between(std::int64_t least, std::int64_t most);
     Option& excludes(std::string name);

@@ -1,5 +1,6 @@
 #include "command.h"
 #include "lookup.h"
+#include "project_options.h"
 
 #include "gen_path.h"
 
@@ -19,21 +20,56 @@ Value::List directories_of(FIO_FIND const* find) {
 
 class Project : public Command {
   public:
-    void declare(Options& options) override { m_project.declare(options); }
+    void declare(Options& options) override {
+        m_project.declare(options);
+        options.flag("--create", m_create, "Create the output directory if it does not exist");
+    }
 
     Status run(Answer& answer) override {
-        m_project.apply();
+        m_project.apply(answer);
         // As the first lookup would.
         if (gen_project_directory_fio_find == nullptr)
             gen_set_project_dir_path(FIO_FILE_SYSTEM::get_current_directory());
         answer.field("project", gen_get_project_dir_path());
         answer.field("database", known(gen_get_db_dir_path_string()));
-        answer.field("output", gen_get_project_output_directory());
+        answer.field("output", output_directory(answer));
         answer.field("parablocks", gen_get_project_parablocks_dir_path().fullpath());
         answer.field("project_libraries", directories_of(gen_project_libraries));
         answer.field("user_libraries", directories_of(gen_ini_user_libraries));
         answer.field("shipped_libraries", directories_of(gen_get_korvane_lib_paths()));
         answer.field("eda_libraries", directories_of(gen_get_korvane_eda_lib_paths()));
+        return STATUS_YES;
+    }
+
+  private:
+    /// gen itself creates it as soon as somebody asks for it.
+    STR output_directory(Answer& answer) const {
+        STR const& given = gen_project_output_directory;
+        if (m_create || given.empty() || FIO_FILE_SYSTEM::exists(given.c_str()))
+            return gen_get_project_output_directory();
+        answer.remark("output directory '" + host_text(given) + "' does not exist");
+        return given;
+    }
+
+    ProjectOptions m_project;
+    bool m_create = false;
+};
+
+class SettingsInForce : public Command {
+  public:
+    void declare(Options& options) override { m_project.declare(options); }
+
+    Status run(Answer& answer) override {
+        Settings const settings = m_project.in_force();
+        Value::List rows;
+        for (char const* const name : {"project", "db", "output", "project-libs", "user-libs"}) {
+            auto const found = settings.find(name);
+            bool const is_set = found != settings.end();
+            rows.push_back(Value::Record{{"name", name},
+                                         {"value", is_set ? Value(found->second.value) : Value()},
+                                         {"from", is_set ? Value(found->second.from) : Value()}});
+        }
+        answer.table("settings", std::move(rows));
         return STATUS_YES;
     }
 
@@ -49,11 +85,25 @@ constexpr Help help = {
                "  database           db\n"
                "  output             /opt/korvane/project/\n"
                "  ...\n"
-               "An output directory that does not exist is created.",
+               "A tool that asks for its output directory creates it; here --create does.",
 };
 
 } // namespace
 
 void add_project(Commands& commands) {
     commands.add<Project>(help);
+    commands.add<SettingsInForce>({
+        .name = "settings",
+        .summary = "Tells the directories that a lookup is given, and where each is from",
+        .example =
+            "  $ gen_query settings --db db\n"
+            "  name          value  from\n"
+            "  project       -      -\n"
+            "  db            db     --db\n"
+            "  ...\n"
+            "A project keeps its directories in the file gen_query.toml: project, db, output,\n"
+            "project-libs and user-libs, the last two as lists. The file is looked for in the\n"
+            "project directory and above; what it names is taken from where it lies, and\n"
+            "options go before it.",
+    });
 }

@@ -2,13 +2,19 @@
 
 #include "command_line.h"
 #include "help.h"
+#include "installation_root.h"
+#include "json.h"
 #include "suggestion.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <exception>
 #include <new>
+#include <stdexcept>
 
 namespace {
+
+constexpr char const* no_memory = "there is not enough memory";
 
 std::string version_text() {
     return "gen_query " GEN_QUERY_VERSION " (korvane_gen, " + std::to_string(8 * sizeof(void*)) +
@@ -28,7 +34,7 @@ class Reader {
         CommonOptions common;
         Options options = options_of(m_reply.command.get(), common, false);
         std::string const fault = read_command_line(options, std::move(words));
-        m_reply.json = m_reply.json || common.json;
+        take(common);
         if (common.help)
             give(help_of(*m_commands, m_path));
         else if (!fault.empty())
@@ -38,8 +44,21 @@ class Reader {
     }
 
   private:
+    void take(CommonOptions const& common) {
+        m_reply.json = m_reply.json || common.json;
+        if (common.root)
+            m_root = common.root;
+        if (common.color != "auto")
+            choose_colour(common.color == "always" ? Colour::always : Colour::never);
+    }
+
     void run() {
         m_reply.answer = Answer(m_reply.json);
+        if (char const* const variable = std::getenv("GEN_QUERY_ROOT"); variable && !m_root)
+            m_root = variable;
+        if (m_root && !m_root->empty())
+            if (std::string remark = enter_installation(*m_root); !remark.empty())
+                m_reply.answer.remark(std::move(remark));
         m_reply.status = m_reply.command->run(m_reply.answer);
     }
 
@@ -51,7 +70,7 @@ class Reader {
         std::vector<std::string> rest;
         options.argument("subcommand", &rest, "").rest();
         std::string const fault = read_command_line(options, std::move(words));
-        m_reply.json = m_reply.json || common.json;
+        take(common);
         if (common.version)
             return give(version_text());
         if (common.help_all)
@@ -99,6 +118,7 @@ class Reader {
 
     Commands const* m_commands;
     std::string m_path = "gen_query";
+    std::optional<std::string> m_root; ///< of the installation, where another one is asked for
     Reply& m_reply;
 };
 
@@ -120,7 +140,9 @@ Reply reply_to(Commands const& root, std::vector<std::string> words) {
         Reader(root, reply).read(std::move(words));
         return reply;
     } catch (std::bad_alloc const&) {
-        fault = "there is not enough memory";
+        fault = no_memory;
+    } catch (std::length_error const&) { // more than any text can hold
+        fault = no_memory;
     } catch (std::exception const& error) {
         fault = error.what();
     }
@@ -132,13 +154,19 @@ Reply reply_to(Commands const& root, std::vector<std::string> words) {
 
 int run_gen_query(Commands const& root, int argc, char const* const* argv) {
     Reply const reply = reply_to(root, {argv + std::min(argc, 1), argv + argc});
-    print(reply);
-    bool const written = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
-    for (std::string const& remark : reply.answer.remarks())
-        std::fprintf(stderr, "gen_query: %s\n", remark.c_str());
+    bool printed = false;
+    try {
+        print(reply);
+        printed = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+        for (std::string const& remark : reply.answer.remarks())
+            std::fprintf(stderr, "gen_query: %s\n", printable(remark).c_str());
+    } catch (std::bad_alloc const&) {
+        std::fprintf(stderr, "gen_query: %s\n", no_memory);
+        return STATUS_USAGE;
+    }
     if (!reply.hint.empty())
         std::fprintf(stderr, "%s\n", reply.hint.c_str());
-    if (!written) {
+    if (!printed) {
         std::fputs("gen_query: cannot write to standard output\n", stderr);
         return STATUS_USAGE;
     }

@@ -1,5 +1,6 @@
 #include "command.h"
 #include "lookup.h"
+#include "project_options.h"
 
 #include "gen_path.h"
 
@@ -17,7 +18,7 @@ class Sources : public Command {
     }
 
     Status run(Answer& answer) override {
-        m_project.apply();
+        m_project.apply(answer);
         LookupWatch watch(m_view.manner(), "other");
         MEM_VECTOR<GEN_SOURCE_CANDIDATE> candidates;
         auto* const search =

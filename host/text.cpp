@@ -15,10 +15,12 @@ constexpr Help help = {
 void add_text(Commands& commands) {
     Commands& text = commands.family(help);
     add_text_checksum(text);
+    add_text_class(text);
     add_text_compare(text);
     add_text_fold(text);
     add_text_hash_size(text);
     add_text_number(text);
+    add_text_real(text);
     add_text_sanitise(text);
     add_text_sort(text);
     add_text_trim(text);

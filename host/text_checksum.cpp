@@ -45,15 +45,11 @@ class Checksum : public Command {
             m_text = std::move(*m_given);
             return true;
         }
-        std::optional<std::string> input = read_input(m_file);
-        if (!input) {
-            std::string const reason = std::strerror(errno);
-            answer.remark("cannot read " + (m_file.empty() ? "standard input" : m_file) + ": " +
-                          reason);
-            return false;
-        }
-        m_text = std::move(*input);
-        return true;
+        std::string fault = read_input(m_file, m_text);
+        if (fault.empty())
+            return true;
+        answer.remark(std::move(fault));
+        return false;
     }
 
     std::optional<std::string> m_given;

@@ -23,12 +23,10 @@ class Sort : public Command {
     }
 
     Status run(Answer& answer) override {
-        std::optional<std::string> input = read_input("-");
-        if (!input) {
-            answer.remark("cannot read standard input");
+        if (std::string fault = read_input("-", m_text); !fault.empty()) {
+            answer.remark(std::move(fault));
             return STATUS_USAGE;
         }
-        m_text = std::move(*input);
         Value::Lines lines = lines_of(m_text);
         if (m_reverse) // equal lines keep their order in the end
             std::reverse(lines.begin(), lines.end());

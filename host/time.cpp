@@ -115,7 +115,10 @@ std::optional<int> run_command(std::vector<std::string>& command) {
 class Stopwatch : public Command {
   public:
     void declare(Options& options) override {
-        options.argument("command", &m_command, "The command and its arguments").required().rest();
+        options.argument("command", &m_command, "The command and its arguments")
+            .required()
+            .program()
+            .rest();
     }
 
     Status run(Answer& answer) override {

@@ -1,22 +1,18 @@
 #include "command.h"
 #include "input.h"
+#include "lookup.h"
 #include "undo_script.h"
 
 #include "fio_path.h"
 
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <optional>
 #include <string_view>
 
 namespace {
-
-// A device may be written without end, and read so too.
-std::optional<std::string> read_regular_file(char const* path) {
-    std::error_code fault;
-    if (!std::filesystem::is_regular_file(path, fault))
-        return std::nullopt;
-    return read_input(path);
-}
 
 class Undo : public Command {
   public:
@@ -27,14 +23,14 @@ class Undo : public Command {
     }
 
     Status run(Answer& answer) override {
-        std::optional<std::string> const text = read_input(m_script);
-        if (!text) {
-            answer.remark("cannot read '" + m_script + "'");
+        std::string text;
+        if (std::string unread = read_input(m_script, text); !unread.empty()) {
+            answer.remark(std::move(unread));
             return STATUS_USAGE;
         }
         UndoScript script;
         std::size_t number = 0;
-        for (std::string_view const line : lines_of(*text)) {
+        for (std::string_view const line : lines_of(text)) {
             ++number;
             if (std::string const fault = script.take(line); !fault.empty()) {
                 std::string const problem = "line " + std::to_string(number) + ": " + fault;
@@ -51,21 +47,35 @@ class Undo : public Command {
         manager.start_new_file(STR(m_directory));
         for (UndoSection const& section : sections)
             record(manager, section);
-        manager.commit_file();
 
         FIO_PATH path;
         path.directory(STR(m_directory));
         path.filename("undo_redo.txt");
-        std::optional<std::string> const text = read_regular_file(path.fullpath().c_str());
-        bool const whole = text && *text == undo_file_text(sections);
-        tell(sections, path, whole, answer);
-        if (m_print && whole && !text->empty())
-            answer.plain("text", std::string_view(*text).substr(0, text->size() - 1));
-        return status_of(whole);
+        std::string const file = host_text(path.fullpath());
+        bool const any = std::any_of(sections.begin(), sections.end(),
+                                     [](UndoSection const& one) { return one.is_recorded(); });
+        bool const written = any && manager.try_commit_file();
+        if (!any)
+            answer.remark("there is nothing to write: '" + file + "' is left as it is");
+        else if (!written)
+            answer.remark("cannot write '" + file + "': " + std::strerror(errno));
+        tell(sections, file, written, answer);
+        if (m_print && written)
+            print(file, answer);
+        return status_of(written);
     }
 
-    static void tell(std::vector<UndoSection> const& sections, FIO_PATH const& path, bool whole,
-                     Answer& answer) {
+    static void print(std::string const& file, Answer& answer) {
+        std::error_code fault; // a device may be written without end, and read so too
+        if (!std::filesystem::is_regular_file(file, fault))
+            return;
+        std::string text;
+        if (read_input(file, text).empty() && !text.empty())
+            answer.plain("text", std::string_view(text).substr(0, text.size() - 1));
+    }
+
+    static void tell(std::vector<UndoSection> const& sections, std::string const& file,
+                     bool written, Answer& answer) {
         std::size_t recorded = 0;
         std::size_t undo = 0;
         std::size_t redo = 0;
@@ -73,7 +83,7 @@ class Undo : public Command {
         for (UndoSection const& section : sections) {
             if (!section.is_recorded()) {
                 answer.remark("not recorded, for want of a title or a command: section '" +
-                              std::string(section.title) + "'");
+                              host_text(section.title) + "'");
                 dropped.emplace_back(section.title);
                 continue;
             }
@@ -81,10 +91,8 @@ class Undo : public Command {
             undo += section.count(true);
             redo += section.count(false);
         }
-        if (!whole)
-            answer.remark("'" + std::string(path.fullpath()) + "' could not be written");
-        answer.field("file", path.fullpath());
-        answer.field("written", whole);
+        answer.field("file", file);
+        answer.field("written", written);
         answer.field("sections", recorded);
         answer.field("undo_commands", undo);
         answer.field("redo_commands", redo);

@@ -41,7 +41,3 @@ class UndoScript {
 
 /// Hands a section to the manager and ends it.
 void record(GEN_UNDO_REDO_MGR& manager, UndoSection const& section);
-
-/// What a file that was written to its end holds. The manager is silent about faults, so this is
-/// how they are told; what an earlier run left may be of the very same length.
-std::string undo_file_text(std::vector<UndoSection> const& sections);

@@ -9,7 +9,7 @@ import pathlib
 class Option:
     names: list       # "-h", "--help"; none for a positional argument
     positional: str   # its name, or None
-    value: str        # TEXT, NUMBER, FILE or DIR; None for a flag
+    value: str        # TEXT, NUMBER, FILE, DIR or COMMAND; None for a flag
     choices: list     # the only words that a value may be; none where it may be others, too
     default: str
     required: bool
@@ -26,6 +26,12 @@ class Command:
     options: list
     footer: str
     commands: list
+
+    def excluded_by(self, option):
+        """The names of the options that cannot be given together with that one."""
+        return [name for other in self.options for name in other.names
+                if set(other.names) & set(option.excludes)
+                or set(option.names or [option.positional]) & set(other.excludes)]
 
     def all(self, *above):
         """(names of the path to it, command) of this one and of all below."""

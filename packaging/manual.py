@@ -26,12 +26,27 @@ Every executable of the suite asks one library where it lies, which file a name 
 condition means.
 .B gen_query
 asks that library, so that people and scripts see the answers that the tools get.
-It takes its installation from where it lies itself, as each tool does.
+It takes its installation from where it lies itself, as each tool does, or as a tool of the installation that
+.B \\-\\-root
+names.
 .PP
 Every subcommand takes
 .BR \\-\\-json ,
 which answers as one JSON object, and
 .BR \\-\\-help .
+Before a subcommand or behind it may stand
+.TP
+.BI \\-\\-root " dir"
+Ask as a tool of the installation at
+.IR dir .
+.TP
+.BI \\-\\-color " when"
+Let rows stand out in colour:
+.BR always ,
+.BR never ,
+or
+.B auto
+as suits the terminal.
 .SH SUBCOMMANDS
 """
 
@@ -56,19 +71,29 @@ Switches of the usage report, which
 .B gen_query modules
 shows.
 .TP
-.BR KORVANE_ROOTDIR ", " KORVANE_DIR ", " KORVANE_PLATFORM ", " KORVANE_BIT_TYPE
-The root, the executable directories and the width of the installation, as in every tool of the suite.
+.B GEN_QUERY_ROOT
+As
+.BR \\-\\-root ,
+which goes before it.
 .TP
-.B HOME
-Where
-.B gen_query temp
-puts a file that nobody gave a directory for.
+.B KORVANE_ROOTDIR
+Set for the programs that a tool starts, where it is not set yet. It says where an executable is looked for that was started by
+its bare name, and nothing else: libraries and data are those of the installation that the executable lies in, whatever this
+variable says.
+.TP
+.BR KORVANE_DIR ", " KORVANE_PLATFORM ", " KORVANE_BIT_TYPE
+The executable directories and the width of the installation, as in every tool of the suite.
 .TP
 .BR TZ ", " LC_ALL ", " LC_CTYPE ", " LC_NUMERIC ", " LC_TIME ", " LANG
 Time zone and locale.
 .TP
 .BR NO_COLOR ", " TERM ", " COLUMNS
 Whether answers on a terminal have colours, and how wide bars may be.
+.SH FILES
+.TP
+.I gen_query.toml
+The directories of a project, which lies where it does; see the subcommand
+.BR settings .
 .SH SEE ALSO
 .BR korvane_gen (3)
 """

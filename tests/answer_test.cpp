@@ -1,8 +1,11 @@
-#include "answer.h"
+#include "json.h"
 
+#include "effort.h"
+#include "json_text.h"
 #include "mem_alloc_sys.h"
 
 #include <cstdlib>
+#include <random>
 
 #include <gtest/gtest.h>
 
@@ -118,7 +121,7 @@ TEST(Answer, JsonHasEveryNamedValueInOrder) {
                                "}\n");
 }
 
-TEST(Answer, JsonEscapesAndReplacesWhatItCannotSay) {
+TEST(Answer, JsonEscapesWhatItCannotSay) {
     Answer answer;
     answer.field("escaped", "\"\\\n\t\x01");
     answer.field("utf8", "gr\xc3\xb6\xc3\x9f"
@@ -131,7 +134,7 @@ TEST(Answer, JsonEscapesAndReplacesWhatItCannotSay) {
                                "  \"escaped\": \"\\\"\\\\\\n\\t\\u0001\",\n"
                                "  \"utf8\": \"gr\xc3\xb6\xc3\x9f"
                                "e\",\n"
-                               "  \"other_bytes\": \"a\xef\xbf\xbd\xef\xbf\xbd\",\n"
+                               "  \"other_bytes\": \"a\xee\xbf\xbf\xee\xbf\x83\",\n"
                                "  \"nul\": \"a\\u0000b\",\n"
                                "  \"largest\": 18446744073709551615,\n"
                                "  \"smallest\": -9223372036854775808\n"
@@ -152,4 +155,50 @@ TEST(Answer, ViewsAreForPeopleAlone) {
                                "there  path\n"
                                "yes    /p\n");
     EXPECT_EQ(json_of(answer), "{\n  \"path\": \"/p\"\n}\n");
+}
+
+TEST(Answer, TablesAreAlignedByCharacters) {
+    Answer answer;
+    answer.table("rows", {Value::Record{{"name", "größe"}, {"on", true}},
+                          Value::Record{{"name", "ascii"}, {"on", false}}});
+    EXPECT_EQ(text_of(answer), "name   on\n"
+                               "größe  yes\n"
+                               "ascii  no\n");
+}
+
+TEST(Answer, JsonLinesAreTheRowsAlone) {
+    Answer answer(true);
+    answer.json_lines();
+    answer.detail("rows", Value::List{Value::Record{{"a", 1}}, Value::Record{{"a", 2}}});
+    answer.plain("paths", Value::List{"/p", ""});
+    EXPECT_EQ(json_of(answer), "{\"a\": 1}\n{\"a\": 2}\n");
+}
+
+TEST(JsonText, AnyBytesGoThereAndBack) {
+    struct {
+        std::string bytes;
+        std::string text;
+    } const cases[] = {
+        {"", ""},
+        {"plain", "plain"},
+        {"gr\xc3\xb6\xc3\x9f", "gr\xc3\xb6\xc3\x9f"},
+        {"\xf0\x9f\x98\x80", "\xf0\x9f\x98\x80"},
+        {"caf\xe9.v", "caf\xee\xbf\xa9.v"},
+        {"\x80", "\xee\xbe\x80"},
+        {"\xff", "\xee\xbf\xbf"},
+        {"\xc0\x80", "\xee\xbf\x80\xee\xbe\x80"},                 // over-long
+        {"\xed\xa0\x80", "\xee\xbf\xad\xee\xbe\xa0\xee\xbe\x80"}, // a surrogate
+        {"\xee\xbe\x80", "\xee\xbf\xae\xee\xbe\xbe\xee\xbe\x80"}, // stands for a byte
+    };
+    for (auto const& [bytes, text] : cases) {
+        EXPECT_EQ(to_json_text(bytes), text);
+        EXPECT_EQ(from_json_text(text), bytes);
+    }
+    std::mt19937 random(8);
+    for (std::size_t round = effort(20000); round > 0; --round) {
+        std::string bytes;
+        for (std::size_t size = random() % 8; size > 0; --size)
+            bytes += "\xee\xbe\xbf\x80\xc3\xf4\xed\xe0\xff za"[random() % 12];
+        EXPECT_EQ(from_json_text(to_json_text(bytes)), bytes);
+    }
 }

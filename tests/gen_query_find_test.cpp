@@ -225,7 +225,8 @@ TEST_F(GenQueryFind, IncludeBesideTheFileIsToldBesideItsAliasToo) {
 TEST_F(GenQueryFind, IncludeThatIsNotThereIsStatusOne) {
     ProgramResult const result = ask({"include", "segments.vh"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.errors, "gen_query: 'segments.vh' is not found\n");
+    EXPECT_EQ(result.errors, "gen_query: 'segments.vh' is not found; there is "
+                             "'/k/project/inc/segments.vh'\n");
     ProgramResult const traced = ask({"include", "segments.vh", "--from", "counter.v", "--trace"});
     EXPECT_THAT(traced.output, EndsWith("beside the including file  no     segments.vh\n"));
 }
@@ -281,7 +282,50 @@ TEST_F(GenQueryFind, ProjectTellsItsDirectories) {
                                           "user libraries     /k/home/ada/lib\n"
                                           "shipped libraries  /k/libraries/\n"
                                           "                   /k/libraries/vhdl/\n"));
+    EXPECT_EQ(result.errors, "gen_query: output directory '/k/project/out/x/' does not exist\n");
+    EXPECT_FALSE(fs::exists(m_root / "project/out"));
+    EXPECT_EQ(ask(everywhere({"project", "--output", "out/./x", "--create"})).errors, "");
     EXPECT_TRUE(fs::is_directory(m_root / "project/out/x"));
+}
+
+TEST_F(GenQueryFind, SettingsOfTheProjectHoldBelowIt) {
+    fs::create_directories(m_root / "project/below");
+    std::ofstream(m_root / "project/gen_query.toml")
+        << "# of the team\ndb = \"db\"\nproject-libs = [\"lib\", \"more lib\"]\n";
+    for (char const* const directory : {"project", "project/below"}) {
+        auto const rows = json({"settings", "--project", m_root / directory})["settings"];
+        EXPECT_EQ(rows[0]["value"], std::string("/k/") + directory);
+        EXPECT_EQ(rows[0]["from"], "--project");
+        EXPECT_EQ(rows[1]["value"], "/k/project/db");
+        EXPECT_EQ(rows[1]["from"], "/k/project/gen_query.toml");
+        EXPECT_TRUE(rows[2]["value"].is_null());
+        EXPECT_EQ(rows[3]["value"], "/k/project/lib;/k/project/more lib");
+    }
+    EXPECT_EQ(json({"settings"})["settings"][0]["value"], "/k/project");
+    EXPECT_EQ(json({"settings", "--db", "other"})["settings"][1]["value"], "other");
+    EXPECT_EQ(json({"project"})["database"], "/k/project/db");
+    fs::remove(m_root / "project/adder.v");
+    EXPECT_EQ(ask({"find", "adder.v"}).output, "/k/project/db/adder.v\n");
+}
+
+TEST_F(GenQueryFind, SettingsThatCannotBeUsedAreSaid) {
+    struct {
+        char const* text;
+        char const* fault;
+    } const cases[] = {
+        {"database = \"db\"\n", "unknown setting 'database'"},
+        {"db = [\"a\", \"b\"]\n", "'db' takes one directory"},
+    };
+    for (auto const& [text, fault] : cases) {
+        std::ofstream(m_root / "project/gen_query.toml") << text;
+        ProgramResult const result = ask({"find", "adder.v"});
+        EXPECT_EQ(result.status, 2);
+        EXPECT_THAT(result.errors, HasSubstr(fault));
+    }
+    fs::remove(m_root / "project/gen_query.toml");
+    fs::create_directories(m_root / "project/gen_query.toml");
+    EXPECT_THAT(ask({"find", "adder.v"}).errors,
+                HasSubstr("cannot read '/k/project/gen_query.toml': Is a directory"));
 }
 
 TEST_F(GenQueryFind, ExampleInstallationIsComplete) {

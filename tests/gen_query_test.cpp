@@ -159,7 +159,7 @@ TEST(GenQueryTextSort, AMillionLines) {
 TEST(GenQueryTextSort, InputThatCannotBeReadIsSaid) {
     ProgramResult const result = shell("\"$query\" text sort </");
     EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.errors, "gen_query: cannot read standard input\n");
+    EXPECT_EQ(result.errors, "gen_query: cannot read standard input: Is a directory\n");
 }
 
 TEST(GenQuery, UsageErrorsSayWhichWordIsWrongAndWhatWasMeant) {
@@ -254,4 +254,133 @@ TEST(GenQuery, OptionsTakeEmptyAndDashedValues) {
     EXPECT_EQ(query({"find", "--db=", "/"}).output, "/\n");
     EXPECT_EQ(query({"text", "fold", "--", "--X", "-Y"}).output, "--x\n-y\n");
     EXPECT_EQ(query({"histogram", "--low", "-5", "--high=-1"}, "-3\n").status, 0);
+}
+
+TEST(GenQuery, EveryErrorIsInTheJsonAndOnStandardError) {
+    struct {
+        char const* command;
+        char const* error;
+    } const cases[] = {
+        {"\"$query\" text checksum --file /nonexistent --json",
+         "cannot read '/nonexistent': No such file or directory"},
+        {"\"$query\" message %1 --json", "message: insert 1 has no argument"},
+        {"\"$query\" undo /nonexistent --json",
+         "cannot read '/nonexistent': No such file or directory"},
+        {"\"$query\" --json time stopwatch /nonexistent", "cannot start '/nonexistent'"},
+        {"\"$query\" text sort --json <&-", "cannot read standard input: Bad file descriptor"},
+        {"\"$query\" condition --stdin --json </", "cannot read standard input: Is a directory"},
+        {"\"$query\" histogram / --json", "cannot read '/': Is a directory"},
+        {"\"$query\" flags --json </", "cannot read standard input: Is a directory"},
+    };
+    for (auto const& [command, error] : cases) {
+        ProgramResult const result = shell(command);
+        EXPECT_EQ(result.status, 2) << command;
+        EXPECT_EQ(result.errors, std::string("gen_query: ") + error + "\n");
+        EXPECT_THAT(result.output, HasSubstr(std::string("\"error\": \"") + error + '"'));
+    }
+}
+
+TEST(GenQuery, InputPastMemoryIsSaid) {
+    if (read_file("/proc/self/maps").find("asan") != std::string::npos)
+        GTEST_SKIP() << "the address sanitizer needs its memory";
+    for (char const* const command :
+         {"text sort", "text checksum", "condition --stdin", "undo", "histogram"}) {
+        ProgramResult const result =
+            shell(std::string("ulimit -v 200000; head -c 300000000 /dev/zero | tr '\\0' 7 | "
+                              "\"$query\" ") +
+                  command);
+        EXPECT_EQ(result.status, 2) << command;
+        EXPECT_THAT(result.errors, StartsWith("gen_query: ")) << command;
+    }
+}
+
+TEST(GenQuery, HelpIntoAFullDeviceFails) {
+    for (char const* const arguments : {"--help", "--version", "--help-all", "text sort --help"}) {
+        ProgramResult const result = shell(std::string("\"$query\" ") + arguments + " >/dev/full");
+        EXPECT_EQ(result.status, 2) << arguments;
+        EXPECT_EQ(result.errors, "gen_query: cannot write to standard output\n");
+    }
+}
+
+TEST(GenQuery, VersionNamesLibraryAndWidth) {
+    EXPECT_THAT(query({"--version"}).output,
+                testing::MatchesRegex("gen_query [0-9.]+ \\(korvane_gen, (32|64) bits\\)\n"));
+}
+
+TEST(GenQuery, ControlCharactersInMessagesAreShownEscaped) {
+    EXPECT_EQ(query({"find", "/a\nb\x1b[2J\x7f"}).errors,
+              "gen_query: '/a\\nb\\x1b[2J\\x7f' is not found\n");
+}
+
+TEST(GenQuery, RootAsksAsAToolOfThatInstallation) {
+    TempDirectory const other;
+    std::filesystem::create_directories(other / "libraries/parablocks");
+    std::string const file = other.write("libraries/parablocks/only_here.v", "");
+    EXPECT_EQ(query({"find", "only_here.v"}).status, 1);
+    EXPECT_EQ(query({"--root", other.path(), "find", "only_here.v"}).output, file + "\n");
+    EXPECT_EQ(query({"find", "only_here.v", "--root", other.path()}).output, file + "\n");
+    ProgramResult const by_variable =
+        run_program({.arguments = {TEST_BINARY_DIR "/gen_query", "where"},
+                     .set = {{"GEN_QUERY_ROOT", other.path()}}});
+    EXPECT_THAT(by_variable.output, HasSubstr("installation root           " + other / "" + "\n"));
+    TempDirectory const empty;
+    EXPECT_EQ(query({"--root", empty.path(), "where"}).errors,
+              "gen_query: the installation root '" + empty.path() +
+                  "' has no directory 'libraries'\n");
+}
+
+TEST(GenQuery, ColourIsAsWanted) {
+    ProgramResult const always = query({"find", "/", "--all", "--color=always"});
+    EXPECT_THAT(always.output, HasSubstr("\033[1;32mwins"));
+    EXPECT_EQ(query({"find", "/", "--all", "--color", "never"}).output,
+              query({"find", "/", "--all"}).output);
+    EXPECT_EQ(query({"find", "/", "--color=some"}).status, 2);
+}
+
+TEST(GenQueryServe, AnswersAtOnce) {
+    ProgramResult const result =
+        run_program({.arguments = {"/bin/bash", "-c",
+                                   "coproc server { \"$query\" serve; }\n"
+                                   "for i in 1 2 3; do\n"
+                                   "  echo '{\"id\": '$i', \"args\": [\"text\", \"fold\", \"A\"]}' "
+                                   ">&${server[1]}\n"
+                                   "  read -r -t 20 -u ${server[0]} line; echo \"$line\"\n"
+                                   "done"},
+                     .set = {{"query", TEST_BINARY_DIR "/gen_query"}}});
+    std::string expected;
+    for (char const* const id : {"1", "2", "3"})
+        expected +=
+            std::string("{\"id\": ") + id + ", \"status\": 0, \"answer\": {\"texts\": [\"a\"]}}\n";
+    EXPECT_EQ(result.output, expected);
+}
+
+TEST(GenQueryServe, KeepsTheProjectUntilItIsReset) {
+    TempDirectory const project;
+    std::string const file = project.write("only_here.v", "");
+    std::string const find = R"({"args": ["find", "only_here.v"]})";
+    ProgramResult const result = query(
+        {"serve"}, R"({"args": ["find", "only_here.v", "--project", ")" + project.path() +
+                       "\"]}\n" + find + "\n" + R"({"args": ["reset"]})" + "\n" + find + "\n");
+    std::size_t found = 0;
+    for (std::size_t at = 0; (at = result.output.find("[\"" + file, at)) != std::string::npos; ++at)
+        ++found;
+    EXPECT_EQ(found, 2U) << result.output;
+    EXPECT_EQ(result.status, 0);
+}
+
+TEST(GenQueryServe, BadLinesAreAnsweredAndNeverFatal) {
+    std::mt19937 random(14);
+    std::string const question = R"({"id": 1, "args": ["text", "sort"], "input": "a"})";
+    std::string lines;
+    std::size_t const rounds = effort(2000);
+    for (std::size_t round = 0; round < rounds; ++round) {
+        std::string line = question;
+        line[random() % line.size()] = "\"{}[],:\\a1\x80\0"[random() % 12];
+        lines += line + "\n";
+    }
+    ProgramResult const result = query({"serve"}, lines + std::string(100000, '[') + "\n");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(
+        static_cast<std::size_t>(std::count(result.output.begin(), result.output.end(), '\n')),
+        rounds + 1);
 }

@@ -57,7 +57,8 @@ TEST_F(GenQueryUndo, TellsWhenTheFileCannotBeWritten) {
     ProgramResult const result = run({"undo", "-d", "missing"}, "section s\nundo u\n");
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.output, HasSubstr("written        no\n"));
-    EXPECT_EQ(result.errors, "gen_query: 'missing/undo_redo.txt' could not be written\n");
+    EXPECT_EQ(result.errors,
+              "gen_query: cannot write 'missing/undo_redo.txt': No such file or directory\n");
 }
 
 TEST_F(GenQueryUndo, EarlierFileThatCannotBeReplacedIsNotTakenForTheNewOne) {
@@ -76,7 +77,9 @@ TEST_F(GenQueryUndo, EarlierFileThatCannotBeReplacedIsNotTakenForTheNewOne) {
     });
     if (told == "no mount")
         GTEST_SKIP() << "this system lets nobody mount a read-only device of his own";
-    EXPECT_THAT(told, HasSubstr("1gen_query: 'device/undo_redo.txt' could not be written\n"));
+    EXPECT_THAT(
+        told,
+        HasSubstr("1gen_query: cannot write 'device/undo_redo.txt': Read-only file system\n"));
     EXPECT_THAT(told, HasSubstr("written        no\n"));
     EXPECT_THAT(told, Not(HasSubstr("Old")));
 }
@@ -94,7 +97,18 @@ TEST_F(GenQueryUndo, EveryKindOfEntryIsExpectedAsItIsWritten) {
     script += std::string("section a\0b\ndescribe c\0d\nundo e\0f\ncomment g\0h\n", 46);
     EXPECT_EQ(run({"undo"}, script).status, 0);
     EXPECT_EQ(run({"undo"}, "section only redo\nredo r\n").status, 0);
-    EXPECT_EQ(run({"undo"}, "").status, 0);
+}
+
+TEST_F(GenQueryUndo, ScriptWithoutCommandsLeavesTheFileAlone) {
+    ASSERT_EQ(run({"undo"}, "section s\nundo u\n").status, 0);
+    std::string const before = read_file(directory / "undo_redo.txt");
+    for (char const* const script : {"", "# nothing\n", "section s\ndescribe nothing\n"}) {
+        ProgramResult const result = run({"undo"}, script);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.errors, HasSubstr("gen_query: there is nothing to write: "
+                                             "'./undo_redo.txt' is left as it is\n"));
+        EXPECT_EQ(read_file(directory / "undo_redo.txt"), before);
+    }
 }
 
 TEST_F(GenQueryUndo, FifoWithoutReaderIsToldAndNotWaitedFor) {
@@ -124,7 +138,8 @@ TEST_F(GenQueryUndo, TellsWhenTheDeviceIsFull) {
     std::filesystem::create_symlink("/dev/full", directory / "undo_redo.txt");
     ProgramResult const result = run({"undo"}, "section s\nundo u\n");
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.errors, "gen_query: './undo_redo.txt' could not be written\n");
+    EXPECT_EQ(result.errors,
+              "gen_query: cannot write './undo_redo.txt': No space left on device\n");
 }
 
 TEST_F(GenQueryUndo, FaultsOfTheScriptNameTheirLine) {

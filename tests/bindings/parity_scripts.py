@@ -20,10 +20,11 @@ import parity  # noqa: E402
 import staging  # noqa: E402
 
 # Subcommands and options of gen_query that are about gen_query or shells.
+ALONE = {"env", "temp", "stopwatch", "serve", "settings", "real", "class", "--help", "--stdin", "--print", "--as-is",
+         "--locale", "--root", "--color=always", "--create", "-"}
 NOT_ASKED = {
-    "python": {"env", "temp", "stopwatch", "--help", "--stdin", "--print", "--as-is", "--locale"},
-    "tcl": {"env", "temp", "stopwatch", "--help", "--stdin", "--print", "--as-is", "--locale",
-            "undo", "histogram", "--exists", "--cached"},
+    "python": ALONE,
+    "tcl": ALONE | {"undo", "histogram", "--exists", "--cached"},
 }
 # What the package raises an exception for.
 RAISES = {"flags", "undo"}

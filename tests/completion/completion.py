@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
-"""Asks bash and zsh to complete command lines of gen_query and wants what a user expects.
+"""Asks bash, zsh and fish to complete command lines of gen_query and wants what a user expects.
 
-    completion.py BASH_COMPLETION ZSH_COMPLETION
+    completion.py BASH_COMPLETION ZSH_COMPLETION FISH_COMPLETION
+
+fish is asked where it is installed.
 """
 
 import os
@@ -9,6 +11,7 @@ import pathlib
 import pty
 import re
 import select
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -26,6 +29,12 @@ CASES = [
     ("gen_query find --project ", {"a_directory"}, {"a_file", "--trace"}),
     ("gen_query histogram a_", {"a_directory", "a_file"}, {"--bins"}),
     ("gen_query units --json ", set(), {"find", "a_file"}),
+    ("gen_query find ", {"a_file", "a_directory"}, {"where", "--trace"}),
+    ("gen_query find -- ", {"a_file"}, {"--trace", "where"}),
+    ("gen_query find --cached --", {"--json"}, {"--eda", "--all"}),
+    ("gen_query find --all --", {"--trace"}, {"--cached"}),
+    ("gen_query time stopwatch tru", {"true", "truncate"}, {"a_file"}),
+    ("gen_query where > ", set(), {"--json", "find"}),
 ]
 
 
@@ -36,6 +45,13 @@ def bash(script, typed, directory):
     done = subprocess.run(["bash", "--norc", "-c", asked], cwd=directory, text=True, check=True,
                           stdout=subprocess.PIPE)
     return set(done.stdout.split())
+
+
+def fish(script, typed, directory):
+    asked = f"source {script}; complete -C '{typed}'"
+    done = subprocess.run(["fish", "--no-config", "-c", asked], cwd=directory, text=True, check=True,
+                          stdout=subprocess.PIPE, env={**os.environ, "HOME": str(directory)})
+    return {line.split("\t")[0].split("=")[-1].rstrip("/") for line in done.stdout.splitlines()}
 
 
 def read_for(master, seconds, until=None):
@@ -85,7 +101,7 @@ def complaints(shell, offered):
             yield f"{shell}: '{typed}' offers {sorted(words)}"
 
 
-def main(bash_script, zsh_script):
+def main(bash_script, zsh_script, fish_script):
     with tempfile.TemporaryDirectory() as name:
         directory = pathlib.Path(name)
         (directory / "a_directory").mkdir()
@@ -95,9 +111,13 @@ def main(bash_script, zsh_script):
         zsh = Zsh(zsh_script, directory)
         failed += complaints("zsh", zsh.offered)
         zsh.close()
-    print("\n".join(failed) or f"{len(CASES)} lines completed by each shell")
+        shells = 2
+        if shutil.which("fish"):
+            failed += complaints("fish", lambda typed: fish(fish_script, typed, directory))
+            shells = 3
+    print("\n".join(failed) or f"{len(CASES)} lines completed by each of {shells} shells")
     return 1 if failed else 0
 
 
 if __name__ == "__main__":
-    sys.exit(main(pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2]).resolve()))
+    sys.exit(main(*(pathlib.Path(argument).resolve() for argument in sys.argv[1:])))

@@ -52,6 +52,7 @@ for page in man1/gen_query.1.gz man3/korvane_gen.3.gz man3/gen_path_find.3.gz ma
     [ -s "/usr/share/man/$page" ] || fail "no manual page $page"
 done
 for file in bash-completion/completions/gen_query zsh/vendor-completions/_gen_query \
+    fish/vendor_completions.d/gen_query.fish \
     doc/libkorvane-gen1/changelog.gz doc/libkorvane-gen-doc/html/index.html; do
     [ -s "/usr/share/$file" ] || fail "no $file"
 done

@@ -80,12 +80,15 @@ def ask(root, question, arguments):
 
 
 def json_fault(output):
-    try:
-        if output:
-            json.loads(output)
-    except ValueError as error:
-        return f"no JSON: {error}"
-    return None
+    """An answer is one object, or objects in a line each."""
+    for parts in ([output], output.splitlines()):
+        try:
+            for part in parts:
+                json.loads(part or b"{}")
+            return None
+        except ValueError as error:
+            fault = f"no JSON: {error}"
+    return fault
 
 
 def answers_of(root, binary, examples, questions):

@@ -1,0 +1,122 @@
+#include "input.h"
+#include "json.h"
+#include "lookup.h"
+#include "query.h"
+
+#include <clocale>
+#include <cstdlib>
+#include <utility>
+
+namespace {
+
+/// Standard input that has this text, for the span of one question.
+class InputText {
+  public:
+    explicit InputText(std::string& text)
+        : m_previous(stdin), m_stream(text.empty() ? std::fopen("/dev/null", "re")
+                                                   : fmemopen(text.data(), text.size(), "r")) {
+        if (m_stream != nullptr)
+            stdin = m_stream;
+    }
+    ~InputText() {
+        stdin = m_previous;
+        if (m_stream != nullptr)
+            std::fclose(m_stream);
+    }
+    InputText(InputText const&) = delete;
+    InputText& operator=(InputText const&) = delete;
+
+  private:
+    std::FILE* m_previous;
+    std::FILE* m_stream;
+};
+
+/// One line, written at once: whoever asked is waiting for it.
+void write_reply(Request const& request, Status status, Answer const& answer) {
+    std::fprintf(stdout, "{\"id\": %s, \"status\": %d, \"answer\": ", request.id.c_str(), status);
+    print_json_inline(answer, status != STATUS_YES, stdout);
+    std::fputs("}\n", stdout);
+    std::fflush(stdout);
+}
+
+class Serve : public Command {
+  public:
+    explicit Serve(Commands const& root) : m_root(root) {}
+
+    Status run(Answer& answer) override {
+        static bool is_serving = false;
+        if (is_serving) {
+            answer.remark("serve is asked already");
+            return STATUS_USAGE;
+        }
+        is_serving = true;
+        answer.json_lines(); // all are written already
+        char* line = nullptr;
+        std::size_t room = 0;
+        ssize_t size = 0;
+        for (std::size_t number = 1;
+             std::ferror(stdout) == 0 && (size = getline(&line, &room, stdin)) >= 0; ++number)
+            answer_line({line, static_cast<std::size_t>(size)}, number);
+        std::free(line);
+        is_serving = false;
+        if (std::feof(stdin) != 0 || std::ferror(stdout) != 0)
+            return STATUS_YES;
+        answer.remark(reading_fault("-"));
+        return STATUS_USAGE;
+    }
+
+  private:
+    void answer_line(std::string_view line, std::size_t number) const {
+        Request request;
+        std::string fault;
+        try {
+            fault = read_request(line, request);
+        } catch (std::bad_alloc const&) {
+            fault = "there is not enough memory";
+        }
+        if (!fault.empty()) {
+            Answer refusal;
+            refusal.remark("line " + std::to_string(number) + ": " + fault);
+            write_reply(request, STATUS_USAGE, refusal);
+        } else if (request.args == std::vector<std::string>{"reset"}) {
+            forget_project();
+            write_reply(request, STATUS_YES, Answer());
+        } else {
+            ask(request);
+        }
+    }
+
+    void ask(Request& request) const {
+        std::string const locale = std::setlocale(LC_ALL, nullptr); // some subcommands change it
+        {
+            InputText const input(request.input);
+            request.args.insert(request.args.begin(), "--json");
+            Reply reply = reply_to(m_root, request.args);
+            if (reply.text)
+                reply.answer.detail("text", *reply.text);
+            write_reply(request, reply.status, reply.answer);
+        }
+        std::setlocale(LC_ALL, locale.c_str());
+    }
+
+    Commands const& m_root;
+};
+
+constexpr Help help = {
+    .name = "serve",
+    .summary = "Answers questions that come as lines of JSON, until the end of input",
+    .example = "  $ echo '{\"id\": 1, \"args\": [\"text\", \"compare\", \"a10\", \"a9\"]}' | "
+               "gen_query serve\n"
+               "  ...\n"
+               "One process answers thousands of questions, each in a line of its own, written\n"
+               "at once: {\"id\": 1, \"status\": 0, \"answer\": {...}}, the status and the object\n"
+               "that --json gives. A question may have \"input\", the text of its standard input.\n"
+               "A project once set stays set, and the cache of lookups stays filled, as in any\n"
+               "tool; {\"args\": [\"reset\"]} forgets both. Bad lines are answered with status 2.",
+};
+
+} // namespace
+
+void add_serve(Commands& commands) {
+    commands.add(help, [&commands] { return std::make_unique<Serve>(commands); });
+}

@@ -1,0 +1,56 @@
+#include "settings.h"
+
+#include "settings_file.h"
+
+#include <filesystem>
+#include <stdexcept>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr char const* file_name = "gen_query.toml";
+
+/// The nearest file, or "".
+fs::path nearest_file(fs::path directory) {
+    std::error_code fault;
+    directory = fs::absolute(directory, fault).lexically_normal();
+    for (;; directory = directory.parent_path()) {
+        if (fs::exists(directory / file_name, fault))
+            return directory / file_name;
+        if (directory == directory.parent_path())
+            return {};
+    }
+}
+
+bool is_library_list(std::string const& name) {
+    return name == "project-libs" || name == "user-libs";
+}
+
+/// The values as one, the way library options take them.
+std::string joined(fs::path const& base, std::vector<std::string> const& values) {
+    std::string all;
+    for (std::string const& value : values)
+        all += (all.empty() ? "" : ";") + (base / value).lexically_normal().string();
+    return all;
+}
+
+} // namespace
+
+Settings read_settings(std::string const& directory) {
+    fs::path const file = nearest_file(directory);
+    if (file.empty())
+        return {};
+    fs::path const base = file.parent_path();
+    Settings settings{{"project", {base, file}}};
+    for (auto const& [name, values] : read_settings_file(file)) {
+        bool const is_single = name == "project" || name == "db" || name == "output";
+        if (!is_single && !is_library_list(name))
+            throw std::runtime_error("'" + file.string() + "': unknown setting '" + name +
+                                     "'; known are project, db, output, project-libs, user-libs");
+        if (is_single && values.size() != 1)
+            throw std::runtime_error("'" + file.string() + "': '" + name + "' takes one directory");
+        settings[name] = {joined(base, values), file};
+    }
+    return settings;
+}

@@ -79,6 +79,7 @@ class Commands {
 void add_condition(Commands& commands);
 void add_describe(Commands& commands);
 void add_env(Commands& commands);
+void add_filelist(Commands& commands);
 void add_find(Commands& commands);
 void add_flags(Commands& commands);
 void add_histogram(Commands& commands);

@@ -32,6 +32,7 @@ std::unique_ptr<Commands> all_commands() {
     add_find(commands);
     add_include(commands);
     add_sources(commands);
+    add_filelist(commands);
     add_project(commands);
     add_where(commands);
     add_installation(commands);

@@ -1,10 +1,12 @@
 #include "command.h"
 #include "lookup.h"
 #include "project_options.h"
+#include "verilog_includes.h"
 
 #include "gen_path.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace {
 
@@ -13,6 +15,11 @@ class Sources : public Command {
     void declare(Options& options) override {
         options.argument("unit", &m_unit, "Name of a design unit, without an extension").required();
         options.flag("--shipped", m_shipped, "Look in the shipped libraries alone");
+        options
+            .flag("--filelist", m_file_list,
+                  "Write its Verilog source, with what it includes, as simulators take it")
+            .excludes("--all")
+            .excludes("--trace");
         m_project.declare(options);
         m_view.declare(options);
     }
@@ -32,6 +39,8 @@ class Sources : public Command {
         m_view.tell(more, asked);
         for (auto& [key, value] : more)
             answer.detail(key, std::move(value));
+        if (m_file_list)
+            return show_file_list(answer, candidates);
         if (!m_view.all())
             show(answer, candidates, LookupView::hits(asked));
         bool const any = m_view.all() ? !LookupView::hits(asked).empty() : !candidates.empty();
@@ -41,6 +50,31 @@ class Sources : public Command {
     }
 
   private:
+    /// Sources of different types are the same unit written twice: the most preferred one is taken.
+    Status show_file_list(Answer& answer,
+                          MEM_VECTOR<GEN_SOURCE_CANDIDATE> const& candidates) const {
+        auto const source =
+            std::find_if(candidates.begin(), candidates.end(), [](auto const& candidate) {
+                return candidate.second.extension() == "v" || candidate.second.extension() == "sv";
+            });
+        if (source == candidates.end()) {
+            answer.remark("'" + m_unit + "' has no Verilog source");
+            return STATUS_NO;
+        }
+        std::error_code fault;
+        std::string const path =
+            std::filesystem::absolute(host_text(source->second.fullpath()), fault);
+        IncludeDirectories includes;
+        includes.follow(path);
+        Value::List lines{path};
+        for (std::string const& directory : includes.added())
+            lines.emplace_back("+incdir+" + directory);
+        for (std::string const& missing : includes.faults())
+            answer.remark(missing);
+        answer.plain("lines", std::move(lines));
+        return status_of(includes.faults().empty());
+    }
+
     static void tell_file_types(Answer& answer) {
         Value::List order;
         for (STR const& extension : *gen_get_file_type_order_helper())
@@ -69,6 +103,7 @@ class Sources : public Command {
 
     std::string m_unit;
     bool m_shipped = false;
+    bool m_file_list = false;
     ProjectOptions m_project;
     LookupView m_view{LookupView::Rivals::same_extension};
 };

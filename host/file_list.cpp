@@ -1,0 +1,202 @@
+#include "file_list.h"
+
+#include "input.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+#include <string_view>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view blanks = " \t\r\n\v\f";
+
+struct Word {
+    std::string text;
+    std::size_t line;
+};
+
+/// Parts a list into words, without its comments: "//" and "#" to the end of the line, "/*" to
+/// "*/", each at the beginning of a word, since paths have "//" inside.
+class Words {
+  public:
+    Words(std::string const& name, std::string_view text) : m_name(name), m_rest(text) {}
+
+    std::vector<Word> all() {
+        std::vector<Word> words;
+        while (skip_blanks(), !m_rest.empty()) {
+            if (m_rest.starts_with("//") || m_rest.front() == '#')
+                skip(std::min(m_rest.find('\n'), m_rest.size()));
+            else if (m_rest.starts_with("/*"))
+                skip_comment();
+            else
+                words.push_back({next_word(), m_line});
+        }
+        return words;
+    }
+
+  private:
+    void skip(std::size_t size) {
+        m_line += static_cast<std::size_t>(
+            std::count(m_rest.begin(), m_rest.begin() + static_cast<std::ptrdiff_t>(size), '\n'));
+        m_rest.remove_prefix(size);
+    }
+    void skip_blanks() { skip(std::min(m_rest.find_first_not_of(blanks), m_rest.size())); }
+
+    void skip_comment() {
+        std::size_t const end = m_rest.find("*/", 2);
+        if (end == std::string_view::npos)
+            fail("a comment does not end");
+        skip(end + 2);
+    }
+
+    std::string next_word() {
+        if (m_rest.front() != '"') {
+            std::string_view const word = m_rest.substr(0, m_rest.find_first_of(blanks));
+            m_rest.remove_prefix(word.size());
+            return with_variables(word);
+        }
+        std::size_t const end = m_rest.find('"', 1);
+        if (end == std::string_view::npos)
+            fail("a name in quotes does not end");
+        std::string_view const word = m_rest.substr(1, end - 1);
+        m_rest.remove_prefix(end + 1);
+        return with_variables(word);
+    }
+
+    /// Puts values in the place of $NAME, ${NAME} and $(NAME).
+    std::string with_variables(std::string_view word) const {
+        std::string text;
+        while (!word.empty()) {
+            std::size_t const dollar = std::min(word.find('$'), word.size());
+            text += word.substr(0, dollar);
+            word.remove_prefix(dollar);
+            if (!word.empty())
+                text += value_of(take_variable(word));
+        }
+        return text;
+    }
+
+    std::string take_variable(std::string_view& word) const {
+        word.remove_prefix(1);
+        char const open = word.empty() ? '\0' : word.front();
+        std::string_view name;
+        if (open == '{' || open == '(') {
+            std::size_t const end = word.find(open == '{' ? '}' : ')');
+            if (end == std::string_view::npos)
+                fail("a variable does not end");
+            name = word.substr(1, end - 1);
+            word.remove_prefix(end + 1);
+        } else {
+            auto const end = std::find_if(word.begin(), word.end(), [](char c) {
+                return c != '_' && !(c >= '0' && c <= '9') &&
+                       !((c | 0x20) >= 'a' && (c | 0x20) <= 'z');
+            });
+            name = word.substr(0, static_cast<std::size_t>(end - word.begin()));
+            word.remove_prefix(name.size());
+        }
+        return std::string(name);
+    }
+
+    std::string value_of(std::string const& name) const {
+        char const* const value = std::getenv(name.c_str());
+        if (value == nullptr)
+            fail("the variable '" + name + "' is not set");
+        return value;
+    }
+
+    [[noreturn]] void fail(std::string const& fault) const {
+        throw std::runtime_error(m_name + ":" + std::to_string(m_line) + ": " + fault);
+    }
+
+    std::string m_name;
+    std::string_view m_rest;
+    std::size_t m_line = 1;
+};
+
+/// A list that is being read.
+struct OpenList {
+    std::string path;
+    std::string base;
+    std::vector<Word> words;
+    std::size_t next = 0;
+
+    std::string place() const { return path + ":" + std::to_string(words[next - 1].line); }
+};
+
+class ListReader {
+  public:
+    std::vector<ListEntry> read(std::string const& path) {
+        open(path, "");
+        while (!m_open.empty()) {
+            if (m_open.back().next == m_open.back().words.size())
+                m_open.pop_back();
+            else
+                take(next_word());
+        }
+        return std::move(m_entries);
+    }
+
+  private:
+    using Kind = ListEntry::Kind;
+
+    void open(std::string const& path, std::string base) {
+        for (OpenList const& list : m_open)
+            if (std::error_code fault; fs::equivalent(list.path, path, fault))
+                throw std::runtime_error(m_open.back().place() + ": '" + path + "' names itself");
+        std::string text;
+        if (std::string const fault = read_input(path, text); !fault.empty())
+            throw std::runtime_error((m_open.empty() ? "" : m_open.back().place() + ": ") + fault);
+        m_open.push_back({path, std::move(base), Words(path, text).all()});
+    }
+
+    std::string next_word() {
+        OpenList& list = m_open.back();
+        return list.words[list.next++].text;
+    }
+
+    std::string value_of(std::string const& option) {
+        if (m_open.back().next == m_open.back().words.size())
+            throw std::runtime_error(m_open.back().place() + ": " + option + " without a value");
+        return next_word();
+    }
+
+    void take(std::string const& word) {
+        if (word == "-f" || word == "-F") {
+            fs::path const path = fs::path(m_open.back().base) / value_of(word);
+            open(path, word == "-F" ? path.parent_path() / "" : fs::path());
+        } else if (word == "-y") {
+            add(Kind::library_directory, value_of(word));
+        } else if (word == "-v") {
+            add(Kind::library_file, value_of(word));
+        } else if (word == "-I") {
+            add(Kind::include_directory, value_of(word));
+        } else if (word.starts_with("-I")) {
+            add(Kind::include_directory, word.substr(2));
+        } else if (word.starts_with("+incdir+")) {
+            for (std::string_view const directory :
+                 pieces_of(std::string_view(word).substr(8), '+'))
+                add(Kind::include_directory, std::string(directory));
+        } else if (word.starts_with("-") || word.starts_with("+")) {
+            add(Kind::option, word);
+        } else {
+            add(Kind::file, word);
+        }
+    }
+
+    void add(Kind kind, std::string text) {
+        m_entries.push_back({kind, std::move(text), m_open.back().base, m_open.back().place()});
+    }
+
+    std::vector<OpenList> m_open;
+    std::vector<ListEntry> m_entries;
+};
+
+} // namespace
+
+std::vector<ListEntry> read_file_list(std::string const& path) {
+    return ListReader().read(path);
+}

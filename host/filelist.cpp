@@ -1,0 +1,164 @@
+#include "command.h"
+#include "file_hint.h"
+#include "file_list.h"
+#include "lookup.h"
+#include "project_options.h"
+#include "verilog_includes.h"
+
+#include <filesystem>
+#include <set>
+
+#include "gen_path.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string absolute_path(fs::path const& path) {
+    std::error_code fault;
+    return fs::absolute(path, fault).lexically_normal();
+}
+
+class FileList : public Command {
+  public:
+    void declare(Options& options) override {
+        options.argument("list", &m_list, "The list, as simulators read it").required().file();
+        options.flag("--includes", m_includes, "Add the directories that the sources include from");
+        m_project.declare(options);
+    }
+
+    Status run(Answer& answer) override {
+        m_project.apply(answer);
+        for (ListEntry const& entry : read_file_list(m_list))
+            take(entry, answer);
+        if (m_includes)
+            follow_includes(answer);
+        answer.detail("files", std::move(m_records));
+        answer.plain("lines", Value::List(m_lines.begin(), m_lines.end()));
+        return status_of(m_whole);
+    }
+
+  private:
+    using Kind = ListEntry::Kind;
+
+    void take(ListEntry const& entry, Answer& answer) {
+        switch (entry.kind) {
+        case Kind::option:
+            m_lines.push_back(entry.text);
+            break;
+        case Kind::file:
+            take_file(entry, "", answer);
+            break;
+        case Kind::library_file:
+            take_file(entry, "-v ", answer);
+            break;
+        case Kind::library_directory:
+            take_directory(entry, "-y ", answer);
+            break;
+        case Kind::include_directory:
+            take_directory(entry, "+incdir+", answer);
+            break;
+        }
+    }
+
+    void take_file(ListEntry const& entry, char const* option, Answer& answer) {
+        std::string const path = find(entry, answer);
+        m_records.push_back(Value::Record{{"name", entry.text},
+                                          {"place", entry.place},
+                                          {"path", path.empty() ? Value() : Value(path)}});
+        if (path.empty())
+            return complain(entry.place + ": '" + entry.text + "' is not found" +
+                                file_hint(entry.text),
+                            answer);
+        if (!m_listed.insert(path).second)
+            return answer.remark(entry.place + ": '" + path + "' is listed already");
+        list(option, path, answer);
+        m_sources.push_back(path);
+    }
+
+    /// Beside the list where it says so, else as every tool finds it.
+    static std::string find(ListEntry const& entry, Answer& answer) {
+        std::error_code fault;
+        if (fs::path const beside = fs::path(entry.base) / entry.text;
+            !entry.base.empty() && fs::exists(beside, fault))
+            return absolute_path(beside);
+        STR const name = gen_text(entry.text);
+        LookupWatch watch(LookupWatch::Manner::walk_on, "as named");
+        gen_find_file(name); // finds nothing, but tells all that could be found
+        std::vector<Asked> const hits = LookupView::hits(watch.take());
+        std::string hidden;
+        for (std::size_t i = 1; i < hits.size(); ++i)
+            hidden += (hidden.empty() ? "'" : ", '") + hits[i].path + "'";
+        if (!hidden.empty())
+            answer.remark(entry.place + ": '" + hits.front().path + "' shadows " + hidden);
+        return hits.empty() ? "" : absolute_path(hits.front().path);
+    }
+
+    void take_directory(ListEntry const& entry, char const* option, Answer& answer) {
+        std::error_code fault;
+        for (fs::path const& base :
+             {fs::path(entry.base), fs::path(host_text(gen_get_project_dir_path()))}) {
+            if (!fs::is_directory(base / entry.text, fault))
+                continue;
+            std::string const path = absolute_path(base / entry.text);
+            list(option, path, answer);
+            if (entry.kind == Kind::include_directory)
+                m_include_directories.push_back(path);
+            return;
+        }
+        complain(entry.place + ": there is no directory '" + entry.text + "'", answer);
+    }
+
+    void follow_includes(Answer& answer) {
+        IncludeDirectories includes(m_include_directories);
+        for (std::string const& source : m_sources)
+            includes.follow(source);
+        for (std::string const& fault : includes.faults())
+            complain(fault, answer);
+        for (std::string const& directory : includes.added())
+            list("+incdir+", directory, answer);
+    }
+
+    void list(char const* option, std::string const& path, Answer& answer) {
+        if (path.find_first_of(" \t\n") != std::string::npos)
+            complain("simulators cannot read a name with blanks: '" + path + "'", answer);
+        m_lines.push_back(option + path);
+    }
+
+    void complain(std::string remark, Answer& answer) {
+        answer.remark(std::move(remark));
+        m_whole = false;
+    }
+
+    std::string m_list;
+    bool m_includes = false;
+    ProjectOptions m_project;
+    bool m_whole = true;
+    std::vector<std::string> m_lines;
+    std::vector<std::string> m_sources;
+    std::vector<std::string> m_include_directories;
+    std::set<std::string> m_listed;
+    Value::List m_records;
+};
+
+constexpr Help help = {
+    .name = "filelist",
+    .summary = "Resolves a simulator's list of files as every tool would find them",
+    .example =
+        "  $ printf 'adder.v // the project has it\\ncarry.v\\n' >design.f\n"
+        "  $ gen_query filelist design.f\n"
+        "  /opt/korvane/project/adder.v\n"
+        "  /opt/korvane/libraries/primitives/other/carry.v\n"
+        "  ...\n"
+        "A list has names, -f and -F with other lists, +incdir+, -I, -y, -v, and others\n"
+        "that stay as they are; comments with //, # or /* */; variables as $NAME. Out\n"
+        "come absolute names, which Verilator takes after -f, Icarus Verilog after -c.\n"
+        "Remarked are files that hide others. With --includes sources are followed into\n"
+        "what they include. Status 1 tells that something is missing.",
+};
+
+} // namespace
+
+void add_filelist(Commands& commands) {
+    commands.add<FileList>(help);
+}

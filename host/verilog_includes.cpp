@@ -1,0 +1,111 @@
+#include "verilog_includes.h"
+
+#include "input.h"
+#include "lookup.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "gen_path.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Where what begins at @p at ends: behind @p end, or with the source.
+std::size_t behind(std::string_view source, std::string_view end, std::size_t at) {
+    std::size_t const found = source.find(end, at);
+    return found == std::string_view::npos ? source.size() : found + end.size();
+}
+
+std::string absolute(std::string const& path) {
+    std::error_code fault;
+    return fs::absolute(path, fault).lexically_normal();
+}
+
+/// Where a text that begins at @p at ends, its quotes behind a backslash left out.
+std::size_t behind_text(std::string_view source, std::size_t at) {
+    for (++at; at < source.size() && source[at] != '"'; ++at)
+        if (source[at] == '\\')
+            ++at;
+    return std::min(at + 1, source.size());
+}
+
+} // namespace
+
+std::vector<std::string> included_names(std::string_view source) {
+    constexpr std::string_view directive = "`include";
+    std::vector<std::string> names;
+    for (std::size_t at = 0; at < source.size();) {
+        std::string_view const rest = source.substr(at);
+        if (rest.starts_with("//")) {
+            at = behind(source, "\n", at);
+        } else if (rest.starts_with("/*")) {
+            at = behind(source, "*/", at + 2);
+        } else if (rest.front() == '"') {
+            at = behind_text(source, at);
+        } else if (rest.starts_with(directive)) {
+            std::size_t const open = source.find_first_not_of(" \t", at + directive.size());
+            at += directive.size();
+            if (open == source.npos || source[open] != '"')
+                continue;
+            at = behind(source, "\"", open + 1);
+            names.emplace_back(source.substr(open + 1, at - open - 2));
+        } else {
+            ++at;
+        }
+    }
+    return names;
+}
+
+void IncludeDirectories::follow(std::string const& source) {
+    std::size_t next = m_files.size();
+    meet(source);
+    for (; next < m_files.size(); ++next) {
+        std::string const file = m_files[next];
+        std::string text;
+        if (std::string fault = read_input(file, text); !fault.empty())
+            m_faults.push_back(std::move(fault));
+        for (std::string const& name : included_names(text))
+            resolve(name, file);
+    }
+}
+
+void IncludeDirectories::meet(std::string const& file) {
+    if (m_met.insert(file).second)
+        m_files.push_back(file);
+}
+
+void IncludeDirectories::resolve(std::string const& name, std::string const& from) {
+    STR found;
+    gen_find_include_file(name.c_str(), from.c_str(), nullptr, &found, nullptr);
+    if (found.empty()) {
+        m_faults.push_back("'" + from + "': '" + name + "' is not found");
+        return;
+    }
+    std::string const path = absolute(host_text(found));
+    meet(path);
+    add_directory_of(name, from, path);
+}
+
+void IncludeDirectories::add_directory_of(std::string const& name, std::string const& from,
+                                          std::string const& path) {
+    std::error_code fault;
+    if (fs::path(name).is_absolute())
+        return;
+    for (std::string const& directory : m_directories)
+        if (fs::path const candidate = fs::path(directory) / name; fs::exists(candidate, fault)) {
+            if (!fs::equivalent(candidate, path, fault))
+                m_faults.push_back("'" + from + "': a simulator takes '" + candidate.string() +
+                                   "' where the tools take '" + path + "'");
+            return;
+        }
+    std::string const ending = "/" + name;
+    std::string directory = fs::path(from).parent_path();
+    if (path.ends_with(ending))
+        directory = path.substr(0, path.size() - ending.size());
+    if (!fs::equivalent(fs::path(directory) / name, path, fault))
+        m_faults.push_back("'" + from + "': no directory leads a simulator from '" + name +
+                           "' to '" + path + "'");
+    m_directories.push_back(std::move(directory));
+}

@@ -144,17 +144,16 @@ class FileList : public Command {
 constexpr Help help = {
     .name = "filelist",
     .summary = "Resolves a simulator's list of files as every tool would find them",
-    .example =
-        "  $ printf 'adder.v // the project has it\\ncarry.v\\n' >design.f\n"
-        "  $ gen_query filelist design.f\n"
-        "  /opt/korvane/project/adder.v\n"
-        "  /opt/korvane/libraries/primitives/other/carry.v\n"
-        "  ...\n"
-        "A list has names, -f and -F with other lists, +incdir+, -I, -y, -v, and others\n"
-        "that stay as they are; comments with //, # or /* */; variables as $NAME. Out\n"
-        "come absolute names, which Verilator takes after -f, Icarus Verilog after -c.\n"
-        "Remarked are files that hide others. With --includes sources are followed into\n"
-        "what they include. Status 1 tells that something is missing.",
+    .example = "  $ printf 'adder.v // the project has it\\ncarry.v\\n' >design.f\n"
+               "  $ gen_query filelist design.f\n"
+               "  /opt/korvane/project/adder.v\n"
+               "  /opt/korvane/libraries/primitives/other/carry.v\n"
+               "  ...\n"
+               "A list has names, -f and -F with other lists, +incdir+, -I, -y, -v, and others\n"
+               "that stay as they are; comments with //, # or /* */; variables as $NAME. Out\n"
+               "come absolute names, which Verilator takes after -f, Icarus Verilog after -c.\n"
+               "Remarked are files that hide others. With --includes sources are followed into\n"
+               "what they include. Status 1 tells that something is missing.",
 };
 
 } // namespace

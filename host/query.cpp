@@ -152,8 +152,7 @@ Reply reply_to(Commands const& root, std::vector<std::string> words) {
     return failed;
 }
 
-int run_gen_query(Commands const& root, int argc, char const* const* argv) {
-    Reply const reply = reply_to(root, {argv + std::min(argc, 1), argv + argc});
+Status print_reply(Reply const& reply) {
     bool printed = false;
     try {
         print(reply);
@@ -171,4 +170,8 @@ int run_gen_query(Commands const& root, int argc, char const* const* argv) {
         return STATUS_USAGE;
     }
     return reply.status;
+}
+
+int run_gen_query(Commands const& root, int argc, char const* const* argv) {
+    return print_reply(reply_to(root, {argv + std::min(argc, 1), argv + argc}));
 }

@@ -17,5 +17,9 @@ struct Reply {
 /// Asks what @p words ask, gen_query's own name left out. Running out of memory is an answer, too.
 Reply reply_to(Commands const& root, std::vector<std::string> words);
 
-/// Does the same for a command line, prints the answer and gives the exit status.
+/// Prints it to standard output, and its remarks to standard error.
+/// @return the exit status: the reply's own, or STATUS_USAGE where it cannot be printed
+Status print_reply(Reply const& reply);
+
+/// Does both for a command line, and gives the exit status.
 int run_gen_query(Commands const& root, int argc, char const* const* argv);

@@ -14,6 +14,15 @@
 
 namespace {
 
+/// The string without the name of this run's directory.
+STR below_ground(STR text) {
+    STR const directory = at("");
+    for (std::size_t place = 0; (place = text.find(directory, place)) != text.npos;)
+        text.erase(place, directory.size());
+    return text;
+}
+
+// A variable that the C library has no memory to set is left as it was.
 std::vector<Call> const calls = {
     {.name = "exe_init",
      .ask =
@@ -21,14 +30,16 @@ std::vector<Call> const calls = {
              static STR const name = at("korvane/linux/tool");
              char const* argv[] = {name.c_str(), nullptr};
              gen_exe_init(1, argv);
-             return gen_get_module_fullpath() + told(std::getenv("KORVANE_ROOTDIR"));
+             return below_ground(gen_get_module_fullpath() +
+                                 told(std::getenv("KORVANE_ROOTDIR")));
          },
      .prepare =
          [] {
              start();
              gen_module_fullpath = nullptr;
              unsetenv("KORVANE_ROOTDIR");
-         }},
+         },
+     .lapse = "korvane/linux/toolnull"},
     {.name = "exe_init_by_path",
      .ask =
          [] {
@@ -83,8 +94,8 @@ std::vector<Call> const calls = {
              STR path;
              STR library_path;
              bool const changed = gen_set_paths_for_64bit("fitter", path, library_path);
-             return told(changed) + path + library_path + told(std::getenv("PATH")) +
-                    told(std::getenv("LD_LIBRARY_PATH"));
+             return below_ground(told(changed) + path + library_path + told(std::getenv("PATH")) +
+                                 told(std::getenv("LD_LIBRARY_PATH")));
          },
      .prepare =
          [] {
@@ -92,14 +103,16 @@ std::vector<Call> const calls = {
              setenv("KORVANE_PLATFORM", "linux", 1);
              setenv("PATH", "/usr/bin:/bin", 1);
              unsetenv("LD_LIBRARY_PATH");
-         }},
+         },
+     .lapse = "true/usr/bin:/binkorvane//linux64/:/usr/bin:/binnull"},
     {.name = "restore_paths",
      .ask =
          [] {
              gen_restore_paths("/a/path/of/some/length", "/another/path/of/some/length");
              return told(std::getenv("PATH")) + told(std::getenv("LD_LIBRARY_PATH"));
          },
-     .prepare = [] { unsetenv("LD_LIBRARY_PATH"); }},
+     .prepare = [] { unsetenv("LD_LIBRARY_PATH"); },
+     .lapse = "/a/path/of/some/lengthnull"},
     {.name = "set_switch",
      .ask =
          [] {

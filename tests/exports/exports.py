@@ -73,7 +73,8 @@ class Declarations:
         kind = re.match(r"(class|struct|namespace)\b\s*(KORVANE_API\s+)?(\w+)[^()]*$", head)
         if kind:
             if body is not None:
-                self.definition_of_type(kind, head, body, prefix)
+                # A class within an exported one is exported with it.
+                self.definition_of_type(kind, body, prefix, exported_class or kind[2] is not None)
             return
         if API not in head and not exported_class:
             return
@@ -86,9 +87,8 @@ class Declarations:
         elif re.search(r"\b(extern|static)\b", words):
             self.expected[prefix + re.search(r"(\w+)\s*(\[[^\]]*\]\s*)*$", before_value)[1]] += 1
 
-    def definition_of_type(self, kind, head, body, prefix):
+    def definition_of_type(self, kind, body, prefix, exported):
         name = prefix + kind[3]
-        exported = kind[2] is not None
         self.scope(body, name + "::", exported)
         if exported and re.search(r"\bvirtual\b|\boverride\b", body):
             for what in ("vtable for ", "typeinfo for ", "typeinfo name for "):

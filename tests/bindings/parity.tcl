@@ -42,6 +42,8 @@ proc parse {known} {
         } elseif {!$literally && [dict exists $known $word]} {
             lassign [dict get $known $word] name takes
             dict set options $name [expr {$takes ? [lindex $arguments [incr i]] : 1}]
+        } elseif {!$literally && [regexp {^(--[^=]+)=(.*)$} $word -> option value] && [dict exists $known $option]} {
+            dict set options [lindex [dict get $known $option] 0] $value
         } elseif {!$literally && [string match --* $word]} {
             error "unknown option $word"
         } else {

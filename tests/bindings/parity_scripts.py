@@ -20,7 +20,7 @@ import parity  # noqa: E402
 import staging  # noqa: E402
 
 # Subcommands and options of gen_query that are about gen_query or shells.
-ALONE = {"env", "temp", "stopwatch", "serve", "settings", "filelist", "real", "class", "--help", "--stdin", "--print", "--as-is",
+ALONE = {"env", "temp", "stopwatch", "serve", "settings", "filelist", "--filelist", "real", "class", "--help", "--stdin", "--print", "--as-is",
          "--locale", "--root", "--color=always", "--create", "-"}
 NOT_ASKED = {
     "python": ALONE,

@@ -79,8 +79,9 @@ KORVANE_API FIO_PATH gen_get_oaw_productivity_filename();
 struct GEN_TOOL_FILE {
     char const* family; ///< "report", "window" or "advisor"
     char const* getter; ///< the function that gives it, with its number or choice if it takes one
-    FIO_PATH path;
+    FIO_PATH path;      ///< as that function gives it
 };
+
 /// All of them, in the order in which people look for them; of the numbered report windows the
 /// third stands for the rest.
 KORVANE_API MEM_VECTOR<GEN_TOOL_FILE> gen_get_tool_files();

@@ -83,12 +83,22 @@ def repeated(paragraph):
     return [line for part in declarations(code) for line in comment + part] if code else comment
 
 
+def end_of_class(paragraph):
+    """The line that ends the class around the paragraph, or its public part; None when there is none."""
+    depth = 0
+    for number, line in enumerate(paragraph):
+        depth += line.count("{") - line.count("}")
+        if re.match(r"\s*private:", line) or (depth < 0 and line.startswith("};")):
+            return number
+    return None
+
+
 def grouped(sections):
     """Paragraphs for Doxygen. What a remark is about, up to the next one or the end of the class, is a group of its name."""
     is_open = False
     for paragraph in sections:
         remark = remark_of(paragraph)
-        end = next((i for i, line in enumerate(paragraph) if re.match(r"\s*private:|\};", line)), None)
+        end = end_of_class(paragraph)
         if is_open and (remark or end is not None):
             yield [*repeated(paragraph[:end or 0] or [""]), "/// @}", ""]
             paragraph, is_open = paragraph[end or 0:], False

@@ -120,6 +120,46 @@ std::string unknown_option_fault(Options const& options, std::string const& word
     return "unknown option '" + word + "'" + did_you_mean(word, known);
 }
 
+/// Settings as the library reads them: it takes no comment within a list, nor a "[" that ends its
+/// line. What it would drop without a word is refused.
+class SettingsText {
+  public:
+    SettingsText(std::string const& path, std::string_view text) : m_path(path) {
+        for (std::string_view const line : lines_of(text))
+            take(trimmed(line.substr(0, line.find('#'))));
+        if (m_in_list)
+            fail("a list does not end");
+    }
+
+    std::string const& text() const { return m_text; }
+
+  private:
+    void take(std::string_view line) {
+        ++m_number;
+        if (std::count(line.begin(), line.end(), '"') % 2 != 0)
+            fail("a name in quotes does not end, or has a \"#\" in it");
+        if (!m_in_list && !line.empty()) {
+            std::size_t const equals = line.find('=');
+            if (equals == line.npos || line.front() == '[')
+                fail("a setting has the form: db = \"directory\"");
+            m_in_list = trimmed(line.substr(equals + 1)).starts_with('[');
+        }
+        m_in_list = m_in_list && !line.ends_with(']');
+        m_text += line;
+        m_text += m_in_list ? ' ' : '\n';
+    }
+
+    [[noreturn]] void fail(std::string const& fault) const {
+        throw std::runtime_error("'" + m_path + "', line " + std::to_string(m_number) + ": " +
+                                 fault);
+    }
+
+    std::string const& m_path;
+    std::string m_text;
+    std::size_t m_number = 0;
+    bool m_in_list = false;
+};
+
 } // namespace
 
 std::string read_command_line(Options& options, std::vector<std::string> words) {
@@ -148,9 +188,9 @@ read_settings_file(std::string const& path) {
     std::string text;
     if (std::string const fault = read_input(path, text); !fault.empty())
         throw std::runtime_error(fault);
-    std::istringstream stream(text);
+    std::istringstream stream(SettingsText(path, text).text());
     std::vector<std::pair<std::string, std::vector<std::string>>> settings;
     for (CLI::ConfigItem const& item : CLI::ConfigTOML().from_config(stream))
-        settings.emplace_back(item.fullname(), item.inputs);
+        settings.emplace_back(item.name, item.inputs);
     return settings;
 }

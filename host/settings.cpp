@@ -2,6 +2,7 @@
 
 #include "settings_file.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
 
@@ -35,6 +36,18 @@ std::string joined(fs::path const& base, std::vector<std::string> const& values)
     return all;
 }
 
+/// Why a setting cannot be used, or "".
+std::string fault_of(std::string const& name, std::vector<std::string> const& values) {
+    bool const is_single = name == "project" || name == "db" || name == "output";
+    if (!is_single && !is_library_list(name))
+        return "unknown setting '" + name +
+               "'; known are project, db, output, project-libs, user-libs";
+    if (is_single && values.size() != 1)
+        return "'" + name + "' takes one directory";
+    bool const has_empty = std::find(values.begin(), values.end(), "") != values.end();
+    return has_empty ? "'" + name + "' has an empty name" : "";
+}
+
 } // namespace
 
 Settings read_settings(std::string const& directory) {
@@ -44,13 +57,13 @@ Settings read_settings(std::string const& directory) {
     fs::path const base = file.parent_path();
     Settings settings{{"project", {base, file}}};
     for (auto const& [name, values] : read_settings_file(file)) {
-        bool const is_single = name == "project" || name == "db" || name == "output";
-        if (!is_single && !is_library_list(name))
-            throw std::runtime_error("'" + file.string() + "': unknown setting '" + name +
-                                     "'; known are project, db, output, project-libs, user-libs");
-        if (is_single && values.size() != 1)
-            throw std::runtime_error("'" + file.string() + "': '" + name + "' takes one directory");
+        if (std::string const fault = fault_of(name, values); !fault.empty())
+            throw std::runtime_error("'" + file.string() + "': " + fault);
         settings[name] = {joined(base, values), file};
     }
+    // What is put behind it as it is are names of files.
+    if (auto const db = settings.find("db");
+        db != settings.end() && !db->second.value.ends_with('/'))
+        db->second.value += '/';
     return settings;
 }

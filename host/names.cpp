@@ -1,5 +1,6 @@
 #include "command.h"
 #include "lookup.h"
+#include "project_options.h"
 
 #include "fio.h"
 #include "gen_path_project.h"
@@ -9,7 +10,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,17 +20,12 @@ class Names : public Command {
     void declare(Options& options) override {
         options.flag("--exists", m_exists,
                      "Mark the files that are on the disk; exit status 1 when none is");
-        options.value("--project", &m_project, "Project directory; the current one if not given")
-            .directory();
-        options
-            .value("--db", &m_database_directory,
-                   "Database directory, as given (end it in \"/\"); the project's \"db/\" if not "
-                   "given")
-            .directory();
+        m_project.declare(options);
         options.value("--database-file", &m_database_file, "Name of the database file to show");
     }
 
     Status run(Answer& answer) override {
+        m_project.apply(answer);
         MEM_VECTOR<GEN_TOOL_FILE> names = gen_get_tool_files();
         names.push_back({"database", "gen_generate_pdb_filename", database_file()});
         Value::List rows;
@@ -49,18 +44,19 @@ class Names : public Command {
     }
 
   private:
+    /// In the project's "db/" as long as nobody has said where the database is.
     FIO_PATH database_file() const {
-        gen_set_project_dir_path(m_project ? gen_text(*m_project)
-                                           : FIO_FILE_SYSTEM::get_current_directory());
-        gen_set_db_dir_path(m_database_directory
-                                ? gen_text(*m_database_directory)
-                                : gen_get_project_dir_path() + GEN_DB_DIR_NAME + "/");
-        return gen_generate_pdb_filename(gen_text(m_database_file), "pdb", nullptr);
+        STR name = gen_text(m_database_file);
+        if (gen_project_db_directory_fio_find == nullptr) {
+            if (gen_project_directory_fio_find == nullptr)
+                gen_set_project_dir_path(FIO_FILE_SYSTEM::get_current_directory());
+            name.insert(0, gen_get_project_dir_path() + GEN_DB_DIR_NAME + "/");
+        }
+        return gen_generate_pdb_filename(name, "pdb", nullptr);
     }
 
     bool m_exists = false;
-    std::optional<std::string> m_project;
-    std::optional<std::string> m_database_directory;
+    ProjectOptions m_project;
     std::string m_database_file = "top";
 };
 
@@ -148,7 +144,7 @@ void add_names(Commands& commands) {
                    "  6\n"
                    "  $ gen_query names --db /q/db | tail -n 1\n"
                    "  database  gen_generate_pdb_filename            /q/dbtop.pdb\n"
-                   "No \"/\" is put between a database directory and a name.",
+                   "No \"/\" is put between the directory of --db and a name.",
     });
     commands.add<Temp>({
         .name = "temp",

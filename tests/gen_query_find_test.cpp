@@ -296,16 +296,31 @@ TEST_F(GenQueryFind, SettingsOfTheProjectHoldBelowIt) {
         auto const rows = json({"settings", "--project", m_root / directory})["settings"];
         EXPECT_EQ(rows[0]["value"], std::string("/k/") + directory);
         EXPECT_EQ(rows[0]["from"], "--project");
-        EXPECT_EQ(rows[1]["value"], "/k/project/db");
+        EXPECT_EQ(rows[1]["value"], "/k/project/db/");
         EXPECT_EQ(rows[1]["from"], "/k/project/gen_query.toml");
         EXPECT_TRUE(rows[2]["value"].is_null());
         EXPECT_EQ(rows[3]["value"], "/k/project/lib;/k/project/more lib");
     }
     EXPECT_EQ(json({"settings"})["settings"][0]["value"], "/k/project");
     EXPECT_EQ(json({"settings", "--db", "other"})["settings"][1]["value"], "other");
-    EXPECT_EQ(json({"project"})["database"], "/k/project/db");
+    EXPECT_EQ(json({"project"})["database"], "/k/project/db/");
+    EXPECT_EQ(json({"names"})["names"].back()["path"], "/k/project/db/top.pdb");
     fs::remove(m_root / "project/adder.v");
     EXPECT_EQ(ask({"find", "adder.v"}).output, "/k/project/db/adder.v\n");
+}
+
+TEST_F(GenQueryFind, SettingsMayHaveAListOverSeveralLines) {
+    std::ofstream(m_root / "project/gen_query.toml") << "user-libs = [ # in this order\n"
+                                                        "    \"lib\", # ours\n"
+                                                        "\n"
+                                                        "    \"a=b\",\n"
+                                                        "]\r\n"
+                                                        "project-libs = []\n"
+                                                        "db = \"db\"";
+    auto const rows = json({"settings"})["settings"];
+    EXPECT_EQ(rows[1]["value"], "/k/project/db/");
+    EXPECT_EQ(rows[3]["value"], "");
+    EXPECT_EQ(rows[4]["value"], "/k/project/lib;/k/project/a=b");
 }
 
 TEST_F(GenQueryFind, SettingsThatCannotBeUsedAreSaid) {
@@ -315,6 +330,14 @@ TEST_F(GenQueryFind, SettingsThatCannotBeUsedAreSaid) {
     } const cases[] = {
         {"database = \"db\"\n", "unknown setting 'database'"},
         {"db = [\"a\", \"b\"]\n", "'db' takes one directory"},
+        {"db = \"a\"\ndb = \"b\"\n", "'db' takes one directory"},
+        {"db =\n", "'db' has an empty name"},
+        {"user-libs = [\"a\", \"\"]\n", "'user-libs' has an empty name"},
+        {"\ndb\n", "gen_query.toml', line 2: a setting has the form: db = \"directory\""},
+        {"[paths]\ndb = \"a\"\n", "line 1: a setting has the form"},
+        {"db = \"a\nb\"\n", "line 1: a name in quotes does not end"},
+        {"user-libs = [\"a#b\"]\n", "line 1: a name in quotes does not end, or has a \"#\""},
+        {"user-libs = [\n\"a\",\n", "line 2: a list does not end"},
     };
     for (auto const& [text, fault] : cases) {
         std::ofstream(m_root / "project/gen_query.toml") << text;

@@ -133,6 +133,28 @@ TEST_F(GenQueryNames, DatabaseFileIsTheOneThatGenWouldUse) {
         EXPECT_EQ(names(arguments).back()["path"], path);
 }
 
+TEST_F(GenQueryNames, SettingsOfTheProjectHoldAndTheProjectStays) {
+    m_root.write("project/gen_query.toml", "project = \"chip\"\n");
+    EXPECT_EQ(names({}).back()["path"], m_root / "project/chip/db/top.pdb");
+    m_root.write("project/gen_query.toml", "db = \"base\"\n");
+    EXPECT_EQ(names({}).back()["path"], m_root / "project/base/top.pdb");
+    EXPECT_EQ(names({"--db", "/p/"}).back()["path"], "/p/top.pdb");
+    EXPECT_THAT(run({"names", "--project", "/nowhere"}).errors,
+                HasSubstr("project directory '/nowhere' does not exist"));
+
+    // What was asked before stays set, and what is asked here changes nothing.
+    m_root.make_directory("other");
+    m_root.write("other/db/only_here.v");
+    std::string const project = m_root / "other";
+    ProgramStart start;
+    start.arguments = {m_root / "linux/gen_query"};
+    start.directory = m_root / "project";
+    start.input = R"({"args": ["find", "/", "--project", ")" + project + "\"]}\n" +
+                  R"({"args": ["names"]})" + "\n" + R"({"args": ["find", "only_here.v"]})" + "\n";
+    EXPECT_THAT(run_gen_query({"serve"}, start).output,
+                MatchesRegex(".*" + project + "/db/top.pdb.*\n.*\"status\": 1.*\n"));
+}
+
 TEST_F(GenQueryNames, ExistsMarksWhatIsOnTheDisk) {
     EXPECT_EQ(run({"names", "--exists"}).status, 1);
     m_root.write("common/advisors/oa_ssn_table.xml");

@@ -142,8 +142,8 @@ void add_names(Commands& commands) {
                    "/opt/korvane/project/db/top.pdb\n"
                    "  $ gen_query names --exists | grep -c 'yes$'\n"
                    "  6\n"
-                   "  $ gen_query names --db /q/db | tail -n 1\n"
-                   "  database  gen_generate_pdb_filename            /q/dbtop.pdb\n"
+                   "  $ gen_query names --db db | tail -n 1\n"
+                   "  database  gen_generate_pdb_filename            dbtop.pdb\n"
                    "No \"/\" is put between the directory of --db and a name.",
     });
     commands.add<Temp>({

@@ -40,13 +40,14 @@ class Search {
     std::string const& best() const { return m_best; }
 
   private:
-    /// The same name elsewhere is nearest, then one in another case, then another extension.
+    /// The same name elsewhere is nearest, then one in another case, then with another extension.
     void judge(fs::path const& path) {
         std::string const name = path.filename();
-        int const rank = name == m_name                                      ? 3
-                         : gen_stricmp(name.c_str(), m_name.c_str()) == 0    ? 2
-                         : !m_stem.empty() && path.stem().string() == m_stem ? 1
-                                                                             : 0;
+        int const rank = name == m_name                                   ? 3
+                         : gen_stricmp(name.c_str(), m_name.c_str()) == 0 ? 2
+                         : !m_stem.empty() && gen_stricmp(path.stem().c_str(), m_stem.c_str()) == 0
+                             ? 1
+                             : 0;
         // Of equals that of the earlier look, and of one look the first by name.
         bool const is_first =
             rank > 0 && rank == m_rank && m_looks == m_best_look && path.string() < m_best;

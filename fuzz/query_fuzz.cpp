@@ -5,7 +5,8 @@
 // runs in this process and in a directory of its own. Passed over is what would reach out of it:
 // - arguments that name a path elsewhere, but for subcommands that only ask whether files exist;
 // - `time stopwatch`, which starts a program, and `machine`, which asks for hosts;
-// - `env` and `text fold --locale`, which keep what they are given for as long as the process lives.
+// - `env` and `text fold --locale`, which keep what they are given for as long as the process
+// lives.
 
 #include "fuzz_input.h"
 #include "gen_exe.h"
@@ -169,7 +170,7 @@ class Streams {
 void run(Line const& line) {
     std::unique_ptr<Commands> const commands = all_commands();
     Streams const streams(line.input);
-    Reply const reply = reply_to(*commands, line.arguments);
+    Reply const reply = reply_to(*commands, line.arguments, stdout);
     int const status = print_reply(reply);
     require(status == STATUS_YES || status == STATUS_NO || status == STATUS_USAGE, "exit status");
     bool const is_help = reply.text.has_value();

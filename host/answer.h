@@ -68,11 +68,14 @@ class Answer {
     };
 
     Answer() = default;
-    explicit Answer(bool for_scripts) : m_for_scripts(for_scripts) {}
+    explicit Answer(bool for_scripts, std::FILE* stream = nullptr)
+        : m_for_scripts(for_scripts), m_stream(stream) {}
 
-    /// In JSON, it is the rows of its hidden lists, an object a line.
-    void json_lines() { m_json_lines = true; }
-    bool is_json_lines() const { return m_json_lines; }
+    /// Where parts of it may be written before the whole is known; null where they have to be kept.
+    std::FILE* stream() const { return m_stream; }
+    /// All has been written there, but for why it could not be more.
+    void set_written() { m_written = true; }
+    bool is_written() const { return m_written; }
 
     /// Whether it will be shown as JSON.
     bool for_scripts() const { return m_for_scripts; }
@@ -106,7 +109,8 @@ class Answer {
     }
 
     bool m_for_scripts = false;
-    bool m_json_lines = false;
+    std::FILE* m_stream = nullptr;
+    bool m_written = false;
     std::vector<Entry> m_entries;
     std::vector<std::string> m_remarks;
 };

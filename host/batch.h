@@ -2,18 +2,28 @@
 
 /// Names by the thousand: a subcommand that takes names reads them from standard input for "-".
 
-#include "option.h"
+#include "command.h"
+
+#include <functional>
+#include <string>
+#include <vector>
 
 class Batch {
   public:
+    /// Answers for one name: @p one is a line of text, or an object, of its own.
+    using Ask = std::function<Status(std::string& name, Answer& one)>;
+
     void declare(Options& options);
-    /// Puts the names of standard input in the place of each "-". Gives why it cannot be read, or
-    /// "".
-    std::string expand(std::vector<std::string>& names);
-    /// Whether there was one: each name is then answered in a line of its own.
-    bool is_on() const { return m_on; }
+    /// Whether names are to be read.
+    static bool is_asked_for(std::vector<std::string> const& names);
+    /// Asks for every name in turn. What comes out is written at once where the answer can be, so
+    /// that nobody waits for the end of input, and else is the list "answers" of @p all.
+    /// @return the worst status of them all
+    Status answer(std::vector<std::string> const& names, Answer& all, Ask const& ask) const;
 
   private:
+    std::string each(std::vector<std::string> const& names,
+                     std::function<bool(std::string&)> const& take) const;
+
     bool m_nul = false;
-    bool m_on = false;
 };

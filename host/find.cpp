@@ -26,32 +26,23 @@ class Find : public Command {
 
     Status run(Answer& answer) override {
         m_project.apply(answer);
-        if (std::string fault = m_batch.expand(m_names); !fault.empty()) {
-            answer.remark(std::move(fault));
-            return STATUS_USAGE;
-        }
-        if (m_batch.is_on())
-            answer.json_lines();
         LookupWatch watch(m_view.manner(), "as named");
+        if (Batch::is_asked_for(m_names))
+            return m_batch.answer(m_names, answer, [&](std::string const& name, Answer& one) {
+                return answer_one(name, watch, one);
+            });
         bool all_found = true;
         Value::List files;
         Value::List paths;
         for (std::string const& name : m_names) {
-            std::string path = look_up(name);
-            std::vector<Asked> const asked = watch.take();
-            m_view.show(answer, name, m_names.size() > 1, asked);
-            // With each hit denied the lookup itself has come back with nothing.
-            std::vector<Asked> const hits = LookupView::hits(asked);
-            if (m_view.all() && !hits.empty())
-                path = hits.front().path;
-            files.emplace_back(told(name, path, asked, hits));
-            if (path.empty()) {
-                answer.remark("'" + name + "' is not found" +
-                              (m_batch.is_on() ? "" : file_hint(name)));
+            Found found = find(name, watch, m_names.size() > 1, answer);
+            files.emplace_back(std::move(found.record));
+            if (found.path.empty()) {
+                answer.remark(not_found(name) + file_hint(name));
                 all_found = false;
+            } else if (!m_view.all()) {
+                paths.emplace_back(found.path);
             }
-            if (!m_view.all() && (m_batch.is_on() || !path.empty()))
-                paths.emplace_back(path);
         }
         answer.detail("files", std::move(files));
         if (!m_view.all())
@@ -60,6 +51,37 @@ class Find : public Command {
     }
 
   private:
+    struct Found {
+        std::string path; ///< "" for none
+        Value::Record record;
+    };
+
+    Status answer_one(std::string const& name, LookupWatch& watch, Answer& answer) const {
+        Found found = find(name, watch, true, answer);
+        for (auto& [key, value] : found.record)
+            answer.detail(key, std::move(value));
+        if (!m_view.all())
+            answer.view(found.path);
+        if (found.path.empty())
+            answer.remark(not_found(name));
+        return status_of(!found.path.empty());
+    }
+
+    static std::string not_found(std::string const& name) { return "'" + name + "' is not found"; }
+
+    /// Finds one, and shows people what they want to see of that.
+    Found find(std::string const& name, LookupWatch& watch, bool one_of_several,
+               Answer& answer) const {
+        std::string path = look_up(name);
+        std::vector<Asked> const asked = watch.take();
+        m_view.show(answer, name, one_of_several, asked);
+        // With each hit denied the lookup itself has come back with nothing.
+        std::vector<Asked> const hits = LookupView::hits(asked);
+        if (m_view.all() && !hits.empty())
+            path = hits.front().path;
+        return {path, told(name, path, asked, hits)};
+    }
+
     std::string look_up(std::string const& name) const {
         STR const text = gen_text(name);
         if (m_eda)
@@ -112,7 +134,7 @@ constexpr Help help = {
                "Asked are the project, its database, the project's libraries, the user's\n"
                "libraries, the project's parablocks and the shipped libraries, in this order.\n"
                "With the name \"-\" names are read from standard input and answered a line each,\n"
-               "which is empty where nothing is found; --json makes JSON Lines of them.\n"
+               "at once, which is empty where nothing is found; with --json it is an object.\n"
                "The exit status is 0 when every name is found, else 1.",
 };
 

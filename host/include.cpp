@@ -30,35 +30,22 @@ class Include : public Command {
         for (std::optional<std::string> const& file : {m_from, m_alias})
             if (std::error_code fault; file && !std::filesystem::exists(*file, fault))
                 answer.remark("including file '" + *file + "' does not exist");
-        if (std::string fault = m_batch.expand(m_names); !fault.empty()) {
-            answer.remark(std::move(fault));
-            return STATUS_USAGE;
-        }
-        if (m_batch.is_on())
-            answer.json_lines();
+        if (Batch::is_asked_for(m_names))
+            return m_batch.answer(m_names, answer, [&](std::string const& name, Answer& one) {
+                return answer_one(name, one);
+            });
         bool all_found = true;
         Value::List files;
         Value::List paths;
         for (std::string const& name : m_names) {
-            Found found;
-            if (m_view.all()) // watched below, with each hit denied, it comes back with nothing
-                found = look_up(name);
-            LookupWatch watch(m_view.manner(),
-                              name.starts_with('/') ? "as named" : "beside the including file");
-            Found const watched = look_up(name);
-            if (!m_view.all())
-                found = watched;
-            std::vector<Asked> const asked = watch.take();
-            m_view.show(answer, name, m_names.size() > 1, asked);
-            std::vector<Asked> const hits = LookupView::hits(asked);
-            files.emplace_back(told(name, found.beside_alias, asked, hits));
-            if (hits.empty()) {
-                answer.remark("'" + name + "' is not found" +
-                              (m_batch.is_on() ? "" : file_hint(name)));
+            Found found = find(name, m_names.size() > 1, answer);
+            files.emplace_back(std::move(found.record));
+            if (!found.any) {
+                answer.remark(not_found(name) + file_hint(name));
                 all_found = false;
-            }
-            if (!m_view.all() && (m_batch.is_on() || !hits.empty()))
+            } else if (!m_view.all()) {
                 paths.emplace_back(found.path);
+            }
         }
         answer.detail("files", std::move(files));
         if (!m_view.all())
@@ -68,12 +55,46 @@ class Include : public Command {
 
   private:
     struct Found {
+        bool any; ///< a file that is read; one beside the alias alone is none
+        STR path;
+        Value::Record record;
+    };
+    struct Paths {
         STR path;
         STR beside_alias;
     };
 
-    Found look_up(std::string const& name) const {
-        Found found;
+    Status answer_one(std::string const& name, Answer& answer) const {
+        Found found = find(name, true, answer);
+        for (auto& [key, value] : found.record)
+            answer.detail(key, std::move(value));
+        if (!m_view.all())
+            answer.view(host_text(found.path));
+        if (!found.any)
+            answer.remark(not_found(name));
+        return status_of(found.any);
+    }
+
+    static std::string not_found(std::string const& name) { return "'" + name + "' is not found"; }
+
+    /// Finds one, and shows people what they want to see of that.
+    Found find(std::string const& name, bool one_of_several, Answer& answer) const {
+        Paths paths;
+        if (m_view.all()) // watched below, with each hit denied, it comes back with nothing
+            paths = look_up(name);
+        LookupWatch watch(m_view.manner(),
+                          name.starts_with('/') ? "as named" : "beside the including file");
+        Paths const watched = look_up(name);
+        if (!m_view.all())
+            paths = watched;
+        std::vector<Asked> const asked = watch.take();
+        m_view.show(answer, name, one_of_several, asked);
+        std::vector<Asked> const hits = LookupView::hits(asked);
+        return {!hits.empty(), paths.path, told(name, paths.beside_alias, asked, hits)};
+    }
+
+    Paths look_up(std::string const& name) const {
+        Paths found;
         gen_find_include_file(name.c_str(), text_or_null(m_from), text_or_null(m_alias),
                               &found.path, &found.beside_alias);
         return found;

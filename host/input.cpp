@@ -4,6 +4,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 
@@ -51,6 +52,25 @@ std::vector<std::string_view> pieces_of(std::string_view text, char end) {
 
 std::vector<std::string_view> lines_of(std::string_view text) {
     return pieces_of(text, '\n');
+}
+
+std::string read_pieces(char end, std::function<bool(std::string& piece)> const& take) {
+    struct Buffer {
+        char* text = nullptr;
+        std::size_t room = 0;
+        ~Buffer() { std::free(text); }
+    } buffer;
+    std::FILE* const stream = stdin;
+    for (;;) {
+        ssize_t const size = getdelim(&buffer.text, &buffer.room, end, stream);
+        if (size < 0)
+            return std::feof(stream) != 0 ? "" : reading_fault("-");
+        std::string piece(buffer.text, static_cast<std::size_t>(size));
+        if (piece.ends_with(end))
+            piece.pop_back();
+        if (!take(piece))
+            return "";
+    }
 }
 
 std::string_view trimmed(std::string_view text) {

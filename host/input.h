@@ -2,6 +2,7 @@
 
 /// What subcommands read: standard input or a file.
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,10 @@ std::string reading_fault(std::string const& path);
 std::vector<std::string_view> lines_of(std::string_view text);
 /// The same for pieces that something else ends.
 std::vector<std::string_view> pieces_of(std::string_view text, char end);
+
+/// Hands over standard input piece by piece, each as soon as @p end or the end of input is read,
+/// until @p take returns false. Gives why it cannot be read further, or "".
+std::string read_pieces(char end, std::function<bool(std::string& piece)> const& take);
 
 /// @p text without the blanks, tabs and line ends around it.
 std::string_view trimmed(std::string_view text);

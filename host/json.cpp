@@ -99,20 +99,18 @@ bool read_texts(nlohmann::json const& list, std::vector<std::string>& texts) {
 } // namespace
 
 void print_json(Answer const& answer, bool is_error, std::FILE* stream) {
-    if (!answer.is_json_lines()) {
-        write_object(answer, is_error, JsonWriter(stream, false));
-        std::fputc('\n', stream);
-        return;
-    }
-    for (Answer::Entry const& entry : answer.entries()) {
-        auto const* const rows = std::get_if<Value::List>(&entry.value.content());
-        if (entry.shown != Answer::Shown::hidden || rows == nullptr)
-            continue;
-        for (Value const& row : *rows) {
-            std::visit(JsonWriter(stream, true), row.content());
-            std::fputc('\n', stream);
-        }
-    }
+    write_object(answer, is_error, JsonWriter(stream, false));
+    std::fputc('\n', stream);
+}
+
+Value::Record record_of(Answer const& answer, bool is_error) {
+    Value::Record record;
+    for (Answer::Entry const& entry : answer.entries())
+        if (entry.shown != Answer::Shown::view)
+            record.emplace_back(entry.key, entry.value);
+    if (is_error && !answer.remarks().empty())
+        record.emplace_back("error", joined(answer.remarks()));
+    return record;
 }
 
 void print_json_inline(Answer const& answer, bool is_error, std::FILE* stream) {

@@ -10,11 +10,12 @@
 #include "answer.h"
 
 /// Writes the answer as one JSON object, with the remarks as a member "error" if the answer is none
-/// to be glad of. json_text.h tells what becomes of bytes that are not UTF-8. An answer of JSON
-/// Lines is one object a line.
+/// to be glad of. json_text.h tells what becomes of bytes that are not UTF-8.
 void print_json(Answer const& answer, bool is_error, std::FILE* stream);
-/// The same without any line end, an answer of JSON Lines too.
+/// The same without any line end.
 void print_json_inline(Answer const& answer, bool is_error, std::FILE* stream);
+/// The same as a value of another answer.
+Value::Record record_of(Answer const& answer, bool is_error);
 
 /// A question as programs ask it: {"id": 1, "args": ["text", "sort"], "input": "b\na\n"}. The id is
 /// optional, a number or a text, and so is the input.

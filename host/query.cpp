@@ -24,7 +24,8 @@ std::string version_text() {
 /// Takes a command line apart, from the root of the subcommands down to the one that is asked.
 class Reader {
   public:
-    Reader(Commands const& root, Reply& reply) : m_commands(&root), m_reply(reply) {}
+    Reader(Commands const& root, Reply& reply, std::FILE* stream)
+        : m_commands(&root), m_reply(reply), m_stream(stream) {}
 
     void read(std::vector<std::string> words) {
         while (m_commands->is_family())
@@ -53,7 +54,7 @@ class Reader {
     }
 
     void run() {
-        m_reply.answer = Answer(m_reply.json);
+        m_reply.answer = Answer(m_reply.json, m_stream);
         if (char const* const variable = std::getenv("GEN_QUERY_ROOT"); variable && !m_root)
             m_root = variable;
         if (m_root && !m_root->empty())
@@ -120,11 +121,22 @@ class Reader {
     std::string m_path = "gen_query";
     std::optional<std::string> m_root; ///< of the installation, where another one is asked for
     Reply& m_reply;
+    std::FILE* m_stream;
 };
+
+/// Why the lines that are written already are not all of them.
+void print_fault_line(Reply const& reply) {
+    if (!reply.json || reply.status != STATUS_USAGE || reply.answer.remarks().empty())
+        return;
+    print_json_inline(reply.answer, true, stdout);
+    std::fputc('\n', stdout);
+}
 
 void print(Reply const& reply) {
     if (reply.text)
         std::fwrite(reply.text->data(), 1, reply.text->size(), stdout);
+    else if (reply.answer.is_written())
+        print_fault_line(reply);
     else if (reply.json)
         print_json(reply.answer, reply.status != STATUS_YES, stdout);
     else
@@ -133,11 +145,11 @@ void print(Reply const& reply) {
 
 } // namespace
 
-Reply reply_to(Commands const& root, std::vector<std::string> words) {
+Reply reply_to(Commands const& root, std::vector<std::string> words, std::FILE* stream) {
     Reply reply;
     std::string fault;
     try {
-        Reader(root, reply).read(std::move(words));
+        Reader(root, reply, stream).read(std::move(words));
         return reply;
     } catch (std::bad_alloc const&) {
         fault = no_memory;
@@ -148,8 +160,15 @@ Reply reply_to(Commands const& root, std::vector<std::string> words) {
     }
     Reply failed;
     failed.json = reply.json;
+    if (reply.answer.is_written())
+        failed.answer.set_written();
     failed.answer.remark(fault);
     return failed;
+}
+
+void print_remarks(Answer const& answer) {
+    for (std::string const& remark : answer.remarks())
+        std::fprintf(stderr, "gen_query: %s\n", printable(remark).c_str());
 }
 
 Status print_reply(Reply const& reply) {
@@ -157,8 +176,7 @@ Status print_reply(Reply const& reply) {
     try {
         print(reply);
         printed = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
-        for (std::string const& remark : reply.answer.remarks())
-            std::fprintf(stderr, "gen_query: %s\n", printable(remark).c_str());
+        print_remarks(reply.answer);
     } catch (std::bad_alloc const&) {
         std::fprintf(stderr, "gen_query: %s\n", no_memory);
         return STATUS_USAGE;
@@ -173,5 +191,5 @@ Status print_reply(Reply const& reply) {
 }
 
 int run_gen_query(Commands const& root, int argc, char const* const* argv) {
-    return print_reply(reply_to(root, {argv + std::min(argc, 1), argv + argc}));
+    return print_reply(reply_to(root, {argv + std::min(argc, 1), argv + argc}, stdout));
 }

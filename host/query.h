@@ -15,7 +15,11 @@ struct Reply {
 };
 
 /// Asks what @p words ask, gen_query's own name left out. Running out of memory is an answer, too.
-Reply reply_to(Commands const& root, std::vector<std::string> words);
+/// @param stream where the answers of a batch are written as they come; null keeps them
+Reply reply_to(Commands const& root, std::vector<std::string> words, std::FILE* stream = nullptr);
+
+/// Prints the remarks to standard error, for people.
+void print_remarks(Answer const& answer);
 
 /// Prints it to standard output, and its remarks to standard error.
 /// @return the exit status: the reply's own, or STATUS_USAGE where it cannot be printed

@@ -4,7 +4,6 @@
 #include "query.h"
 
 #include <clocale>
-#include <cstdlib>
 #include <utility>
 
 namespace {
@@ -50,18 +49,16 @@ class Serve : public Command {
             return STATUS_USAGE;
         }
         is_serving = true;
-        answer.json_lines(); // all are written already
-        char* line = nullptr;
-        std::size_t room = 0;
-        ssize_t size = 0;
-        for (std::size_t number = 1;
-             std::ferror(stdout) == 0 && (size = getline(&line, &room, stdin)) >= 0; ++number)
-            answer_line({line, static_cast<std::size_t>(size)}, number);
-        std::free(line);
+        answer.set_written();
+        std::size_t number = 0;
+        std::string fault = read_pieces('\n', [&](std::string const& line) {
+            answer_line(line, ++number);
+            return std::ferror(stdout) == 0;
+        });
         is_serving = false;
-        if (std::feof(stdin) != 0 || std::ferror(stdout) != 0)
+        if (fault.empty())
             return STATUS_YES;
-        answer.remark(reading_fault("-"));
+        answer.remark(std::move(fault));
         return STATUS_USAGE;
     }
 

@@ -1,4 +1,6 @@
+#include "batch.h"
 #include "command.h"
+#include "file_hint.h"
 #include "lookup.h"
 #include "project_options.h"
 #include "verilog_includes.h"
@@ -13,7 +15,10 @@ namespace {
 class Sources : public Command {
   public:
     void declare(Options& options) override {
-        options.argument("unit", &m_unit, "Name of a design unit, without an extension").required();
+        options
+            .argument("unit", &m_unit, "Name of a design unit, without an extension; - reads names")
+            .required();
+        m_batch.declare(options);
         options.flag("--shipped", m_shipped, "Look in the shipped libraries alone");
         options
             .flag("--filelist", m_file_list,
@@ -26,39 +31,48 @@ class Sources : public Command {
 
     Status run(Answer& answer) override {
         m_project.apply(answer);
+        if (Batch::is_asked_for({m_unit}))
+            return m_batch.answer({m_unit}, answer, [this](std::string const& unit, Answer& one) {
+                return answer_one(unit, true, one);
+            });
+        return answer_one(m_unit, false, answer);
+    }
+
+  private:
+    Status answer_one(std::string const& unit, bool one_of_several, Answer& answer) const {
         LookupWatch watch(m_view.manner(), "other");
         MEM_VECTOR<GEN_SOURCE_CANDIDATE> candidates;
         auto* const search =
             m_shipped ? gen_get_source_files_from_korvane_lib : gen_get_source_files;
-        search(gen_text(m_unit), &candidates);
+        search(gen_text(unit), &candidates);
         std::vector<Asked> const asked = watch.take();
-        m_view.show(answer, m_unit, false, asked);
-        answer.detail("unit", m_unit);
+        m_view.show(answer, unit, one_of_several, asked);
+        answer.detail("unit", unit);
         tell_file_types(answer);
         Value::Record more;
         m_view.tell(more, asked);
         for (auto& [key, value] : more)
             answer.detail(key, std::move(value));
         if (m_file_list)
-            return show_file_list(answer, candidates);
+            return show_file_list(answer, unit, candidates);
         if (!m_view.all())
-            show(answer, candidates, LookupView::hits(asked));
+            show(answer, one_of_several, candidates, LookupView::hits(asked));
         bool const any = m_view.all() ? !LookupView::hits(asked).empty() : !candidates.empty();
         if (!any)
-            answer.remark("'" + m_unit + "' has no source file");
+            answer.remark("'" + unit + "' has no source file" +
+                          (one_of_several ? "" : file_hint(unit)));
         return status_of(any);
     }
 
-  private:
     /// Sources of different types are the same unit written twice: the most preferred one is taken.
-    Status show_file_list(Answer& answer,
-                          MEM_VECTOR<GEN_SOURCE_CANDIDATE> const& candidates) const {
+    static Status show_file_list(Answer& answer, std::string const& unit,
+                                 MEM_VECTOR<GEN_SOURCE_CANDIDATE> const& candidates) {
         auto const source =
             std::find_if(candidates.begin(), candidates.end(), [](auto const& candidate) {
                 return candidate.second.extension() == "v" || candidate.second.extension() == "sv";
             });
         if (source == candidates.end()) {
-            answer.remark("'" + m_unit + "' has no Verilog source");
+            answer.remark("'" + unit + "' has no Verilog source");
             return STATUS_NO;
         }
         std::error_code fault;
@@ -82,15 +96,23 @@ class Sources : public Command {
         answer.detail("file_type_order", std::move(order));
     }
 
-    static void show(Answer& answer, MEM_VECTOR<GEN_SOURCE_CANDIDATE> const& candidates,
+    /// As a table; of several units each in a line.
+    static void show(Answer& answer, bool one_of_several,
+                     MEM_VECTOR<GEN_SOURCE_CANDIDATE> const& candidates,
                      std::vector<Asked> const& hits) {
         Value::List files;
-        for (auto const& [group, path] : candidates)
+        std::string line;
+        for (auto const& [group, path] : candidates) {
             files.emplace_back(Value::Record{{"group", static_cast<int>(group)},
                                              {"from", group_of(path.fullpath(), hits)},
                                              {"type", path.extension()},
                                              {"path", path.fullpath()}});
-        answer.table("files", std::move(files));
+            line += (line.empty() ? "" : "\t") + host_text(path.fullpath());
+        }
+        if (!one_of_several)
+            return answer.table("files", std::move(files));
+        answer.detail("files", std::move(files));
+        answer.view(line);
     }
 
     /// The group that the lookup asked when it found @p path. (Its tag is shared by two groups.)
@@ -102,6 +124,7 @@ class Sources : public Command {
     }
 
     std::string m_unit;
+    Batch m_batch;
     bool m_shipped = false;
     bool m_file_list = false;
     ProjectOptions m_project;
@@ -117,6 +140,8 @@ constexpr Help help = {
                "  1      project  vhd   /opt/korvane/project/counter.vhd\n"
                "  1      project  v     /opt/korvane/project/counter.v\n"
                "The groups are visited in the order of a lookup: 1, 2, 3, 5, 4.\n"
+               "With the name \"-\" names are read from standard input and answered a line each,\n"
+               "the paths parted by tabs.\n"
                "The exit status is 0 when there is any, else 1.",
 };
 

@@ -1,5 +1,6 @@
 #include "text.h"
 
+#include "batch.h"
 #include "gen_string_fold.h"
 
 #include <clocale>
@@ -9,7 +10,8 @@ namespace {
 class Fold : public Command {
   public:
     void declare(Options& options) override {
-        options.argument("texts", &m_texts, "Texts").required();
+        options.argument("texts", &m_texts, "Texts; - reads them").required();
+        m_batch.declare(options);
         options.flag("-u,--upper", m_upper, "To upper case");
         options.value("-l,--locale", &m_locale, "Fold by this locale, \"\" for the environment's");
     }
@@ -23,9 +25,17 @@ class Fold : public Command {
         using Change = void (*)(char*);
         Change const lower = by_locale ? Change{gen_tolower} : Change{gen_ascii_tolower};
         Change const upper = by_locale ? Change{gen_toupper} : Change{gen_ascii_toupper};
+        Change const change = m_upper ? upper : lower;
+        if (Batch::is_asked_for(m_texts))
+            return m_batch.answer(m_texts, answer, [change](std::string& text, Answer& one) {
+                one.detail("given", text);
+                change(text.data());
+                one.plain("text", text);
+                return STATUS_YES;
+            });
         Value::List folded;
         for (std::string& text : m_texts) {
-            (m_upper ? upper : lower)(text.data());
+            change(text.data());
             folded.emplace_back(text);
         }
         answer.plain("texts", std::move(folded));
@@ -34,6 +44,7 @@ class Fold : public Command {
 
   private:
     std::vector<std::string> m_texts;
+    Batch m_batch;
     std::optional<std::string> m_locale;
     bool m_upper = false;
 };

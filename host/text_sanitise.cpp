@@ -1,5 +1,6 @@
 #include "text.h"
 
+#include "batch.h"
 #include "gen_string_checksum.h"
 
 namespace {
@@ -7,10 +8,18 @@ namespace {
 class Sanitise : public Command {
   public:
     void declare(Options& options) override {
-        options.argument("names", &m_names, "Names").required();
+        options.argument("names", &m_names, "Names; - reads them").required();
+        m_batch.declare(options);
     }
 
     Status run(Answer& answer) override {
+        if (Batch::is_asked_for(m_names))
+            return m_batch.answer(m_names, answer, [](std::string& name, Answer& one) {
+                one.detail("given", name);
+                gen_replace_invalid_chars(name.data());
+                one.plain("name", name.c_str());
+                return STATUS_YES;
+            });
         Value::List sanitised;
         for (std::string& name : m_names) {
             gen_replace_invalid_chars(name.data());
@@ -22,6 +31,7 @@ class Sanitise : public Command {
 
   private:
     std::vector<std::string> m_names;
+    Batch m_batch;
 };
 
 constexpr Help help = {

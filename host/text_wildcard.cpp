@@ -1,5 +1,6 @@
 #include "text.h"
 
+#include "batch.h"
 #include "gen_string_wildcard.h"
 
 #include <algorithm>
@@ -55,7 +56,8 @@ class Wildcard : public Command {
   public:
     void declare(Options& options) override {
         options.argument("pattern", &m_pattern, "A pattern with * and ?").required();
-        options.argument("names", &m_names, "Names to match with it");
+        options.argument("names", &m_names, "Names to match with it; - reads them");
+        m_batch.declare(options);
         options.flag("-p,--part", m_part, "Let it match a part of a name");
     }
 
@@ -75,6 +77,8 @@ class Wildcard : public Command {
                 "+ ^ $ { } are passed on as they are, which makes no valid expression here");
             return STATUS_USAGE;
         }
+        if (Batch::is_asked_for(m_names))
+            return match_batch(expression, answer);
         Value::List matches;
         for (std::string const& name : m_names)
             if (expression.matches(name))
@@ -85,8 +89,23 @@ class Wildcard : public Command {
     }
 
   private:
+    Status match_batch(Expression const& expression, Answer& answer) {
+        bool any = false;
+        Status const status =
+            m_batch.answer(m_names, answer, [&](std::string const& name, Answer& one) {
+                bool const matches = expression.matches(name);
+                any = any || matches;
+                one.detail("name", name);
+                one.detail("matches", matches);
+                one.view(matches ? name : "");
+                return STATUS_YES;
+            });
+        return status == STATUS_YES ? status_of(any) : status;
+    }
+
     std::string m_pattern;
     std::vector<std::string> m_names;
+    Batch m_batch;
     bool m_part = false;
 };
 
@@ -98,7 +117,8 @@ constexpr Help help = {
                "  matches     alu.v\n"
                "              ADD.V\n"
                "The exit status is 1 when no name matches. A \"?\" stands for one character or\n"
-               "none.",
+               "none. With the name \"-\" names are read from standard input and answered a line\n"
+               "each, which is empty where a name does not match.",
 };
 
 } // namespace

@@ -166,12 +166,21 @@ TEST(Answer, TablesAreAlignedByCharacters) {
                                "ascii  no\n");
 }
 
-TEST(Answer, JsonLinesAreTheRowsAlone) {
+TEST(Answer, RecordHasWhatTheObjectHas) {
     Answer answer(true);
-    answer.json_lines();
-    answer.detail("rows", Value::List{Value::Record{{"a", 1}}, Value::Record{{"a", 2}}});
-    answer.plain("paths", Value::List{"/p", ""});
-    EXPECT_EQ(json_of(answer), "{\"a\": 1}\n{\"a\": 2}\n");
+    answer.field("name", "a");
+    answer.view("for people");
+    answer.detail("path", {});
+    answer.remark("not found");
+    auto const json = [&answer](bool is_error) {
+        Answer whole(true);
+        whole.detail("one", record_of(answer, is_error));
+        return printed(whole, [](Answer const& shown, std::FILE* stream) {
+            print_json_inline(shown, false, stream);
+        });
+    };
+    EXPECT_EQ(json(false), R"({"one": {"name": "a", "path": null}})");
+    EXPECT_EQ(json(true), R"({"one": {"name": "a", "path": null, "error": "not found"}})");
 }
 
 TEST(JsonText, AnyBytesGoThereAndBack) {

@@ -337,21 +337,98 @@ TEST(GenQuery, ColourIsAsWanted) {
     EXPECT_EQ(query({"find", "/", "--color=some"}).status, 2);
 }
 
+namespace {
+
+/// What gen_query answers to each of three lines before it gets the next one.
+std::string conversation(std::string const& arguments, std::string const& line) {
+    return run_program({.arguments = {"/bin/bash", "-c",
+                                      "coproc server { \"$query\" " + arguments +
+                                          " 2>/dev/null; }\n"
+                                          "for i in 1 2 3; do\n"
+                                          "  echo \"$line\" >&${server[1]}\n"
+                                          "  read -r -t 20 -u ${server[0]} answer\n"
+                                          "  echo \"$answer\"\n"
+                                          "done"},
+                        .set = {{"query", TEST_BINARY_DIR "/gen_query"}, {"line", line}}})
+        .output;
+}
+
+} // namespace
+
 TEST(GenQueryServe, AnswersAtOnce) {
-    ProgramResult const result =
-        run_program({.arguments = {"/bin/bash", "-c",
-                                   "coproc server { \"$query\" serve; }\n"
-                                   "for i in 1 2 3; do\n"
-                                   "  echo '{\"id\": '$i', \"args\": [\"text\", \"fold\", \"A\"]}' "
-                                   ">&${server[1]}\n"
-                                   "  read -r -t 20 -u ${server[0]} line; echo \"$line\"\n"
-                                   "done"},
-                     .set = {{"query", TEST_BINARY_DIR "/gen_query"}}});
-    std::string expected;
-    for (char const* const id : {"1", "2", "3"})
-        expected +=
-            std::string("{\"id\": ") + id + ", \"status\": 0, \"answer\": {\"texts\": [\"a\"]}}\n";
-    EXPECT_EQ(result.output, expected);
+    std::string const answer = R"({"id": 1, "status": 0, "answer": {"texts": ["a"]}})"
+                               "\n";
+    EXPECT_EQ(conversation("serve", R"({"id": 1, "args": ["text", "fold", "A"]})"),
+              answer + answer + answer);
+}
+
+TEST(GenQueryBatch, AnswersAtOnce) {
+    struct {
+        char const* arguments;
+        std::string line;
+        std::string answer;
+    } const cases[] = {
+        {"find -", "/", "/\n"},
+        {"find - --json", "/",
+         "{\"name\": \"/\", \"path\": \"/\", \"group\": \"as named\", \"in_project\": null}\n"},
+        {"include -", "/", "/\n"},
+        {"sources - --json --project /nowhere", "no_such_unit",
+         "{\"unit\": \"no_such_unit\", \"file_type_order\": [\".kbd\", \".ksd\", \".khd\", "
+         "\".vhd\", "
+         "\".v\", \".sv\", \".edf\"], \"files\": [], "
+         "\"error\": \"'no_such_unit' has no source file\"}\n"},
+        {"text fold -", "A", "a\n"},
+        {"text fold -u - --json", "b", "{\"given\": \"b\", \"text\": \"B\"}\n"},
+        {"text trim - --json", " b ", "{\"given\": \" b \", \"text\": \"b\"}\n"},
+        {"text sanitise -", "a.b", "aLb\n"},
+        {"text sanitise - --json", "a.b", "{\"given\": \"a.b\", \"name\": \"aLb\"}\n"},
+        {"text wildcard 'a*' -", "ab", "ab\n"},
+        {"text wildcard 'a*' -", "b", "\n"},
+        {"text wildcard 'a*' - --json", "b", "{\"name\": \"b\", \"matches\": false}\n"},
+    };
+    for (auto const& [arguments, line, answer] : cases)
+        EXPECT_EQ(conversation(arguments, line), answer + answer + answer) << arguments;
+}
+
+TEST(GenQueryBatch, NamesEndWithTheirLineOrANul) {
+    EXPECT_EQ(query({"text", "fold", "-"}, "A\n\nB").output, "a\n\nb\n");
+    EXPECT_EQ(query({"text", "fold", "-", "-0"}, std::string("A\nC\0\0B", 6)).output,
+              "a\nc\n\nb\n");
+    EXPECT_EQ(query({"text", "fold", "X", "-", "Y", "-"}, "A\n").output, "x\na\ny\n");
+    EXPECT_EQ(query({"text", "fold", "-"}, "").output, "");
+    ProgramResult const bad = query({"text", "fold", "-"}, std::string("A\0B\nC\n", 6));
+    EXPECT_EQ(bad.status, 2);
+    EXPECT_EQ(bad.output, "\nc\n");
+    EXPECT_EQ(bad.errors, "gen_query: a name holds a NUL byte; with -0 names end with one\n");
+}
+
+TEST(GenQueryBatch, StatusIsThatOfTheWorst) {
+    EXPECT_EQ(query({"find", "-"}, "/\n/tmp\n").status, 0);
+    EXPECT_EQ(query({"find", "-"}, "/\n/no/such/file\n/\n").status, 1);
+    EXPECT_EQ(query({"text", "wildcard", "a*", "-"}, "b\na\n").status, 0);
+    EXPECT_EQ(query({"text", "wildcard", "a*", "-"}, "b\n").status, 1);
+}
+
+TEST(GenQueryBatch, FaultsAreAnsweredInALineOfTheirOwn) {
+    EXPECT_EQ(query({"find", "-", "--json"}, "/no/such/file\n").output,
+              "{\"name\": \"/no/such/file\", \"path\": null, \"group\": null, "
+              "\"in_project\": null, \"error\": \"'/no/such/file' is not found\"}\n");
+    ProgramResult const unread = shell("\"$query\" find / - --json </");
+    EXPECT_EQ(unread.status, 2);
+    EXPECT_THAT(
+        unread.output,
+        testing::EndsWith("}\n{\"error\": \"cannot read standard input: Is a directory\"}\n"));
+    ProgramResult const full = shell("yes / | \"$query\" find - >/dev/full");
+    EXPECT_EQ(full.status, 2);
+    EXPECT_EQ(full.errors, "gen_query: cannot write to standard output\n");
+}
+
+TEST(GenQueryBatch, ServeAnswersAllInOneLine) {
+    EXPECT_EQ(
+        query({"serve"}, R"({"args": ["text", "trim", "-", "c "], "input": " a\n b\n"})").output,
+        R"({"id": null, "status": 0, "answer": {"answers": [{"given": " a", "text": "a"}, )"
+        R"({"given": " b", "text": "b"}, {"given": "c ", "text": "c"}]}})"
+        "\n");
 }
 
 TEST(GenQueryServe, KeepsTheProjectUntilItIsReset) {

@@ -77,9 +77,9 @@ bool add_natural_key(PyObject* module) {
         {Py_tp_doc, doc},
         {0, nullptr},
     };
-    static PyType_Spec spec = {"korvane_gen.natural_key", sizeof(Key), 0, Py_TPFLAGS_DEFAULT,
-                               slots};
-    PyObject* const type = PyType_FromSpec(&spec);
+    static PyType_Spec description = {"korvane_gen.natural_key", sizeof(Key), 0, Py_TPFLAGS_DEFAULT,
+                                      slots};
+    PyObject* const type = PyType_FromSpec(&description);
     bool const added = type != nullptr && PyModule_AddObjectRef(module, "natural_key", type) == 0;
     Py_XDECREF(type);
     return added;

@@ -43,6 +43,11 @@ char* GuardedText::unterminated(std::string_view text, std::size_t gap) {
     return place(text, m_size - gap - text.size());
 }
 
+char* GuardedText::unterminated_at_start(std::string_view text) {
+    check(text.size() <= m_size);
+    return place(text, 0);
+}
+
 char* GuardedText::place(std::string_view text, std::size_t offset) {
     char* const copy = m_start + offset;
     if (!text.empty())

@@ -21,6 +21,8 @@ class GuardedText {
     /// Copies @p text without a terminator so that @p gap bytes lie behind it before the forbidden
     /// page.
     char* unterminated(std::string_view text, std::size_t gap = 0);
+    /// The same to the first bytes behind the forbidden page.
+    char* unterminated_at_start(std::string_view text);
 
   private:
     char* place(std::string_view text, std::size_t offset);

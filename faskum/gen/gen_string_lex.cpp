@@ -34,8 +34,11 @@ int compare_runs(Iterator end1, Iterator& at1, Iterator end2, Iterator& at2) {
         ++at2;
     int difference = 0;
     while (difference == 0 && at1 < end1 && at2 < end2 && ascii_is_digit(*at1) &&
-           ascii_is_digit(*at2))
-        difference = *at1++ - *at2++;
+           ascii_is_digit(*at2)) {
+        difference = *at1 - *at2;
+        ++at1; // not with the reading: both may be one
+        ++at2;
+    }
     Iterator const differing1 = at1;
     Iterator const differing2 = at2;
     skip_digits(end1, at1);

@@ -40,11 +40,11 @@ KORVANE_API extern char* gen_module_fullpath;
 ///
 /// `argv[0]` is taken as it is when it has a "/" and names a file; else the file of its last name
 /// is looked for as find_executable_in_path does. A null counts as "". The path is made absolute
-/// and simplified. Where the simplified text does not name the file, as with ".." behind a symbolic
-/// link, the real path of its directory is taken; without a current directory a relative path stays
-/// relative. Where no file is found, "Failed to find '" and argv[0] go to standard error and the
-/// process ends with exit status 255. A second call keeps the first location and does the rest
-/// again. A system that refuses the environment variable is ignored.
+/// and simplified, and begins with one "/" alone. Where the simplified text does not name the file,
+/// as with ".." behind a symbolic link, the real path of its directory is taken; without a current
+/// directory a relative path stays relative. Where no file is found, "Failed to find '" and argv[0]
+/// go to standard error and the process ends with exit status 255. A second call keeps the first
+/// location and does the rest again. A system that refuses the environment variable is ignored.
 KORVANE_API void gen_exe_init(int argc, char const** argv);
 /// Ends version information and module loading. The executable's location stays known.
 KORVANE_API void gen_exe_fini();

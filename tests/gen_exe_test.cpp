@@ -102,6 +102,15 @@ TEST(GenExeInit, NameWithSlashThatIsAFileIsTakenAsItIs) {
     EXPECT_EQ(module_of({"./bin/tool", decoy, work.path(), {}}), work / "bin/tool");
     EXPECT_EQ(module_of({"bin/tool", decoy, work.path(), {}}), work / "bin/tool");
     EXPECT_EQ(module_of({work / "bin/tool", decoy, "/", {}}), work / "bin/tool");
+    EXPECT_EQ(module_of({work.path().substr(1) + "/bin/tool", decoy, "/", {}}), work / "bin/tool");
+}
+
+TEST(GenExeInit, ModulePathBeginsWithOneSlash) {
+    TempDirectory const work;
+    work.write("bin/tool");
+    EXPECT_EQ(module_of({"/" + (work / "bin/tool"), {}, "/", {}}), work / "bin/tool");
+    EXPECT_EQ(module_of({"tool", {{"PATH", "/" + (work / "bin")}}, "/", {}}), work / "bin/tool");
+    EXPECT_EQ(module_of({"tool", {{"KORVANE_DIR", "/"}}, "/", {}}), "/bin/tool");
 }
 
 TEST(GenExeInit, NameWithSlashThatIsNoFileIsLookedForByItsLastPart) {
@@ -143,6 +152,11 @@ TEST(GenExeInit, ParentOfASymbolicLinkIsWhereTheLinkLeads) {
         if (*other == '\0') // at last there is another one where the text leads
             work.write("bin/tool");
     }
+    std::filesystem::rename(work / "bin/tool", work / "elsewhere");
+    std::filesystem::remove(work / "bin");
+    work.write("bin"); // no directory
+    for (auto const& [how, module] : cases)
+        EXPECT_EQ(module_of(how), module) << how.name;
 }
 
 /// Starts up under @p name, in a copy of this process in which @p enter led somewhere.

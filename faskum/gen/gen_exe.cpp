@@ -58,8 +58,10 @@ STR with_real_directory(STR const& file) {
 STR absolute_path(STR const& file) {
     FIO_PATH path(file);
     path.become_absolute("");
-    return simplifying_misleads(file, path.fullpath()) ? with_real_directory(file)
-                                                       : path.fullpath();
+    STR text =
+        simplifying_misleads(file, path.fullpath()) ? with_real_directory(file) : path.fullpath();
+    // A "/" too many in front means nothing to the system, but a network path to FIO_PATH.
+    return text.erase(0, text.starts_with("//") ? 1 : 0);
 }
 
 void record_module(char const* name) {

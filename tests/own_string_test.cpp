@@ -2,11 +2,17 @@
 /// copies.
 
 #include "environment.h"
+#include "err_report.h"
+#include "flag_recorder.h"
+#include "gen_dyn_flag.h"
 #include "gen_exe.h"
 #include "gen_legal.h"
 #include "gen_meminfo.h"
 #include "gen_os_info.h"
+#include "gen_path_project.h"
+#include "gen_path_tools.h"
 #include "gen_time_clock.h"
+#include "gen_undo_redo.h"
 #include "in_child.h"
 #include "mem.h"
 #include "temp_directory.h"
@@ -26,6 +32,19 @@ std::string messages;
 int keep(char const*, char const* text) {
     messages += text;
     return 0;
+}
+
+/// A sink that, as one does that opens a file of its own in the output directory, gives the project
+/// another directory.
+int keep_in_another_project(char const*, char const* text) {
+    messages += text;
+    STR(200, 'x').swap(gen_project_dir_path);
+    return 0;
+}
+
+/// A handler that does.
+void move_project(char const* condition, char const*, char const*, int) {
+    keep_in_another_project("", condition);
 }
 
 /// A call in the two ways: with an argument of its own, and with one that is the library's.
@@ -137,6 +156,65 @@ Row const rows[] = {
          char const* const tag = own_string ? gen_module_fullpath : label.c_str();
          gen_meminfo_report_dll_usage(tag, tag);
          return messages;
+     }},
+    {"gen_meminfo_report_dll_usage, of a string that changes",
+     [](bool own_string) {
+         mem_cfg_set("profile_dll_usage", true);
+         mem_cfg_set("report_modules_flow", true);
+         mem_msg_set_sink(keep_in_another_project);
+         gen_project_dir_path = long_path.c_str();
+         char const* const label = own_string ? gen_project_dir_path.c_str() : long_path.c_str();
+         gen_meminfo_report_dll_usage("", label);
+         return messages.substr(0, messages.find(" at "));
+     }},
+    {"gen_generate_pdb_filename, of strings that change",
+     [](bool own_string) {
+         mem_msg_set_sink(keep_in_another_project);
+         gen_project_dir_path = long_path.c_str();
+         STR const copy = gen_project_dir_path;
+         STR const& own = own_string ? gen_project_dir_path : copy;
+         STR const path = gen_generate_pdb_filename(own, own, &own);
+         return messages + std::string(path);
+     }},
+    {"GEN_DYN_FLAG_MANAGER, of a name that changes",
+     [](bool own_string) {
+         RecordingClearer clearer;
+         GEN_DYN_FLAG_MANAGER manager(&clearer);
+         STR const copy = long_path.c_str();
+         auto const named = [&](int slot) {
+             return slot == 9 ? copy : STR(std::to_string(slot).c_str());
+         };
+         for (int slot = 0; slot < 32; ++slot)
+             manager.create_flag(named(slot).c_str());
+         // A second flag of one name goes into a slot below it that was swept.
+         manager.destroy_flag(GEN_DYN_FLAG(1U << 3));
+         manager.destroy_flag(GEN_DYN_FLAG(1U << 7));
+         manager.create_flag("swept");
+         manager.create_flag(copy.c_str());
+         gen_project_dir_path = copy;
+         char const* const name = own_string ? gen_project_dir_path.c_str() : copy.c_str();
+         err_set_internal_error_handler(move_project);
+         unsigned const given = manager.create_flag(name).mask();
+         return messages + std::to_string(given);
+     }},
+    {"GEN_UNDO_REDO_MGR",
+     [](bool own_string) {
+         TempDirectory const directory;
+         gen_project_dir_path = (directory.path() + "/").c_str();
+         STR const copy = gen_project_dir_path;
+         STR const& own = own_string ? gen_project_dir_path : copy;
+         GEN_UNDO_REDO_MGR manager;
+         manager.start_new_file(own);
+         manager.begin_section(own);
+         manager.add_description(own);
+         manager.add_undo_command(own, own);
+         manager.add_redo_command(own, own);
+         manager.end_section();
+         manager.commit_file();
+         std::string text = read_file(directory / "undo_redo.txt");
+         for (std::size_t at = 0; (at = text.find(directory.path(), at)) != text.npos;)
+             text.erase(at, directory.path().size());
+         return text;
      }},
     {"gen_mem_msg_debug",
      [](bool own_string) {

@@ -87,11 +87,14 @@ GEN_DYN_FLAG GEN_DYN_FLAG_MANAGER::create_flag(char const* name) {
     std::uint32_t const no_slot = m_num_slots + 1;
     std::uint32_t chosen = no_slot;
     GEN_DYN_FLAG namesake;
+    STR taken; // a copy of the name: who receives the report may change the string it stands in
     GEN_DYN_FLAG to_sweep;
     for (std::uint32_t i = 0; i < m_num_slots; ++i) {
         if (m_names[i] != nullptr) {
             if (gen_strcmp(m_names[i], name) != 0)
                 continue;
+            if (namesake == GEN_DYN_FLAG())
+                name = taken.assign(name).c_str();
             namesake = slot_flag(i);
             report_filled(reports::flag_exists, name, namesake.mask());
         } else if (m_dirty[i] != 0) {

@@ -84,12 +84,13 @@ void gen_meminfo_report_dll_usage(char const* tag, char const* phase) {
     bool const modules = mem_cfg_is_on("profile_dll_usage", false);
     bool const details = mem_cfg_is_on("list_dll_details", false);
     bool const memory = mem_cfg_is_on("report_modules_flow", false);
-    if (tag == nullptr)
-        tag = "";
-    if (phase == nullptr)
-        phase = "start";
+    if (!modules && !memory)
+        return;
+    // Copies: the labels may be strings that whoever receives the lines changes.
+    STR const caller = tag != nullptr ? tag : "";
+    STR const point = phase != nullptr ? phase : "start";
     if (modules)
-        report_modules(tag, phase, details);
+        report_modules(caller.c_str(), point.c_str(), details);
     if (memory)
-        report_memory(tag, phase);
+        report_memory(caller.c_str(), point.c_str());
 }

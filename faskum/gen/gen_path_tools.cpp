@@ -112,13 +112,11 @@ STR gen_generate_pdb_filename(STR const& name, STR const& extension, STR const* 
     if (directory != nullptr)
         gen_pdb_directory = *directory;
     bool const is_kept = !gen_pdb_directory.empty();
-    STR path = is_kept ? gen_pdb_directory : gen_get_db_dir_path_string();
-    if (is_kept)
-        gen_mem_msg_debug("DRV path is %s", path.c_str());
-    path += name;
-    if (!extension.empty()) {
-        path += '.';
-        path += extension;
-    }
+    STR const base = is_kept ? gen_pdb_directory : gen_get_db_dir_path_string();
+    STR path = base + name;
+    if (!extension.empty())
+        path.append(1, '.').append(extension);
+    if (is_kept) // once the strings have been taken over: the channel's sink may change them
+        gen_mem_msg_debug("DRV path is %s", base.c_str());
     return path;
 }

@@ -8,6 +8,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <malloc.h>
 #include <utility>
 #include <vector>
 
@@ -157,6 +158,27 @@ TEST_F(Installation, EnvironmentIsNoTrackedMemory) {
             return std::to_string(MEM_MANAGER::s_system_memory_counter.current() - before);
         });
     EXPECT_EQ(seen, "0");
+}
+
+TEST_F(Installation, EnvironmentHasBlocksOfMallocOfTheExactSize) {
+    std::string const seen =
+        run({{"KORVANE_PLATFORM", "linux"}, {"PATH", "/bin"}, {"LD_LIBRARY_PATH", "/lib"}}, [] {
+            std::string sizes;
+            STR path;
+            STR library_path;
+            gen_set_paths_for_64bit("fitter", path, library_path);
+            for (std::size_t const length : {0U, 20U, 21U, 300U, 5000U}) {
+                gen_restore_paths(STR(length, 'p'), path);
+                std::size_t const size = std::strlen("PATH=") + length + 1;
+                char* const block = std::getenv("PATH") - std::strlen("PATH=");
+                std::size_t const usable = malloc_usable_size(block);
+                constexpr std::size_t most_rounding = 56; // with a rest too small to be split off
+                if (usable < size || usable > size + most_rounding)
+                    sizes += std::to_string(size) + ":" + std::to_string(usable) + " ";
+            }
+            return sizes;
+        });
+    EXPECT_EQ(seen, "");
 }
 
 TEST_F(Installation, UnsetPathsCountAsEmpty) {

@@ -179,6 +179,8 @@ class GenPathAlias : public GenPathTest {
         std::filesystem::create_directories(long_name + std::string("/a d"));
         write(std::string("here/") + long_name + "x.h");
         write(std::string("here/") + long_name + "top.v");
+        write(std::string("here/") + long_name + ".v"); // of the very string as a base name
+        write(std::string("korvane/libraries/") + long_name + ".v");
         for (STR* const global : globals)
             *global = long_name;
     }
@@ -196,10 +198,14 @@ class GenPathAlias : public GenPathTest {
     MEM_MSG_SINK m_previous_sink;
 };
 
-/// What a host may do with gen's strings when it receives a report.
+/// What a host may do when it receives a report: it changes gen's strings, and makes good what was
+/// missing.
 void change_everything(char const*, char const*, char const*, int) {
     for (STR* const global : globals)
         STR(200, 'x').swap(*global);
+    delete std::exchange(gen_korvane_eda_libraries, nullptr);
+    delete std::exchange(gen_korvane_libraries, nullptr);
+    gen_init_korvane_lib_paths();
 }
 
 } // namespace
@@ -269,6 +275,9 @@ TEST_F(GenPathAlias, OwnObjectsMayBeSetAgain) {
     order->front().erase(0, 1);
     gen_remove_file_type_order_helper(order, order->front());
     EXPECT_EQ(order->size(), 6U);
+    MEM_VECTOR<STR> repeated{"v", "w", "W"};
+    gen_remove_file_type_order_helper(&repeated, repeated.front());
+    EXPECT_THAT(repeated, ElementsAre("w", "W"));
 }
 
 TEST_F(GenPathAlias, SharedOrderMayBeConsumed) {

@@ -159,6 +159,8 @@ TEST(MemAllocDeathTest, FailureSaysOneLineAndEndsWith255) {
                 "^korvane: out of memory: 4096 bytes for GEN \\(tracker 1255\\)\n$");
     EXPECT_EXIT(MEM_MANAGER::fail(1, nullptr, nullptr), testing::ExitedWithCode(255),
                 "^korvane: out of memory: 1 bytes for  \\(tracker 0\\)\n$");
+    EXPECT_EXIT(MEM_MANAGER::fail(1, nullptr, std::string(1000, 'x').c_str()),
+                testing::ExitedWithCode(255), "^korvane: out of memory: 1 bytes for x{122}\n$");
 }
 
 TEST(MemAllocDeathTest, CountPastTheSizeTypeFails) {

@@ -133,7 +133,7 @@ TEST(GenExeInit, ParentOfASymbolicLinkIsWhereTheLinkLeads) {
         Start how;
         std::string module;
     } const cases[] = {
-        // By its text alone each of these would be bin/tool, which is not there.
+        // By its text alone each of these would be bin/tool, which is not there at first.
         {{"link/../bin/tool", {}, work.path(), {}}, tool},
         {{work / "link/../bin/tool", {}, "/", {}}, tool},
         {{in_root, {}, "/", {}}, tool},
@@ -143,14 +143,16 @@ TEST(GenExeInit, ParentOfASymbolicLinkIsWhereTheLinkLeads) {
         // The file keeps its own name.
         {{"link/../bin/alias", {}, work.path(), {}}, work / "other/bin/alias"},
     };
-    for (char const* const other : {"", "bin/tool"}) {
+    for (char const* const other : {"", "bin", "bin/tool"}) {
+        if (*other != '\0') { // what the text leads to instead
+            std::filesystem::remove(work / "bin");
+            work.write(other);
+        }
         for (auto const& [how, module] : cases) {
             auto answers = answers_of(start(how));
             EXPECT_EQ(answers["module_fullpath"], module) << how.name;
             EXPECT_EQ(answers["korvane_path"], work / "other/") << how.name;
         }
-        if (*other == '\0') // at last there is another one where the text leads
-            work.write("bin/tool");
     }
     std::filesystem::rename(work / "bin/tool", work / "elsewhere");
     std::filesystem::remove(work / "bin");

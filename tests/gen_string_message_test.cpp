@@ -208,6 +208,10 @@ TEST(FormatMessage, LonePercentAtTheEndPrintsNothing) {
     expect_messages({{"%", ""}, {"text%", "text"}, {"%1%", "x"}, {"%%%", "%"}});
 }
 
+TEST(FormatMessage, OtherControlCharactersStandForThemselves) {
+    expect_messages({{"\ta\vb\fc\x01%1\x1F", "\ta\vb\fc\x01x\x1F"}});
+}
+
 TEST(FormatMessage, LineEndsAreTranslated) {
     expect_messages({
         {"one\ntwo", "one\r\ntwo"},

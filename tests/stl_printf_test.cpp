@@ -43,6 +43,7 @@ TEST(StlPrintf, MalformedFormatsAsPrintf) {
 TEST(StlPrintf, ExtentsPastTheRangeOfIntAreAnErrorAsInPrintf) {
     EXPECT_EQ(ours("%d%2147483648d", 1, 2), (Printed{-1, ""}));
     EXPECT_EQ(ours("%.2147483648d", 1), (Printed{-1, ""}));
+    EXPECT_EQ(ours("%2147483648f", 1.5), (Printed{-1, ""}));
 }
 
 TEST(StlPrintf, TextPastTheRangeOfIntIsAnErrorAsInPrintf) {

@@ -74,8 +74,7 @@ bool stl_format_by_printf(STL_TEXT& text, STL_CONVERSION const& conversion,
     case STL_ARGUMENT::text:
     case STL_ARGUMENT::wide_text:
     case STL_ARGUMENT::pointer:
-        return conversion.letter == 'n' ||
-               print(text, conversion, reinterpret_cast<void*>(value.word));
+        break;
     }
-    return false;
+    return conversion.letter == 'n' || print(text, conversion, reinterpret_cast<void*>(value.word));
 }

@@ -15,20 +15,12 @@ constexpr char const* do_not_edit_lines[] = {
     "the Block Editor! File corruption is VERY likely to occur.",
 };
 
-std::size_t total_length(std::span<char const* const> lines) {
-    std::size_t length = 0;
-    for (std::string_view const line : lines)
-        length += line.size();
-    return length;
-}
-
 STR paragraph(std::span<char const* const> lines) {
     STR text;
-    text.reserve(total_length(lines));
     for (std::string_view const line : lines) {
         std::size_t const last = line.find_last_not_of(' ');
         // One character past the last that is not a blank: the one space that parts two lines.
-        text += line.substr(0, last == std::string_view::npos ? 1 : last + 2);
+        text += line.substr(0, last + 2); // npos + 2 is 1
     }
     return text;
 }
@@ -36,7 +28,6 @@ STR paragraph(std::span<char const* const> lines) {
 STR comment(char const* prefix, std::span<char const* const> lines) {
     std::string_view const leader = prefix != nullptr ? prefix : "";
     STR text;
-    text.reserve(lines.size() * (leader.size() + 1) + total_length(lines));
     for (std::string_view const line : lines) {
         text += leader;
         text += line;

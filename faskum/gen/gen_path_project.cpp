@@ -18,9 +18,9 @@ FIO_PATH path_or_empty(FIO_PATH const* path) {
 
 /// Whether the file system calls the text without its last character a directory. The bit is tested
 /// alone, as it always was: block devices and sockets carry it too.
-bool is_directory_without_last_character(STR path) {
+bool is_directory_without_last_character(STR const& text) {
     constexpr unsigned directory_bit = 0x4000;
-    path.pop_back();
+    STR const path = text.substr(0, text.size() - 1);
     struct stat status;
     return stat(path.c_str(), &status) == 0 && (status.st_mode & directory_bit) != 0;
 }

@@ -45,7 +45,11 @@ std::optional<STR> read_meminfo() {
     while ((size = gen_retry(read_block)) > 0)
         text.append(block, static_cast<std::size_t>(size));
     close(file);
-    return size == 0 ? std::optional(std::move(text)) : std::nullopt;
+    // GCOVR_EXCL_START: tests/faults has it, and counts nothing
+    if (size < 0)
+        return std::nullopt;
+    // GCOVR_EXCL_STOP
+    return text;
 }
 
 unsigned long long bytes_of(std::int32_t kilobytes) {

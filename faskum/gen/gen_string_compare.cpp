@@ -43,7 +43,7 @@ constexpr int page_size = 4096;
 
 /// So does valgrind, of which a program cannot know before it runs.
 int find_last_block_offset() {
-    return RUNNING_ON_VALGRIND != 0 ? -1 : page_size - block_size;
+    return RUNNING_ON_VALGRIND != 0 ? -1 : page_size - block_size; // GCOVR_EXCL_BR_LINE: valgrind
 }
 /// The last offset in a page at which a block may be read.
 int const last_block_offset = find_last_block_offset();

@@ -49,7 +49,7 @@ GEN_BINDATA::~GEN_BINDATA() {
 
 void GEN_BINDATA::add_any_item(double item) {
     std::uint32_t const index = bin(item);
-    if (index < m_num_bins)
+    if (index < m_num_bins) // MUTANT_EXCL_LINE(< to <=): bin() never answers the number of bins
         ++m_counts[index];
     ++m_num_items;
 }

@@ -73,6 +73,7 @@ void GEN_DYN_FLAG::test_myself_out(GEN_DYN_FLAG_MANAGER* mgr) {
     GEN_DYN_FLAG const early = f1 | f3 | f4;
     GEN_DYN_FLAG const late = f4 | f5;
     transcript.truth((mask & f1) != none);
+    // MUTANT_EXCL_LINE(& to |): none of the flags is empty
     transcript.truth((mask & early) != none);
     transcript.truth((mask & early) == early);
     transcript.truth((mask & f5) != none);

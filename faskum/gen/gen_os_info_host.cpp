@@ -19,7 +19,7 @@ constexpr char system_names[][14] = {
 
 void append_address(STR& text, char const* bytes, int length) {
     for (int i = 0; i < length; ++i) {
-        char digits[4];
+        char digits[4]; // MUTANT_EXCL_LINE(4 to 5): three are written
         unsigned const byte = static_cast<unsigned char>(bytes[i]);
         if (i > 0)
             text += '.';

@@ -1,8 +1,15 @@
-"""The changes that mutation testing tries: an operator, a constant or a statement of a source at a time."""
+"""The changes that mutation testing tries: an operator, a constant or a statement of a source at a time.
+
+A comment marks those that no test can notice, with the reason, in their line or above it:
+
+    // MUTANT_EXCL_LINE: reason                       every change of the line
+    // MUTANT_EXCL_LINE(0 to 1; without): reason      those changes that begin so
+"""
 
 import dataclasses
 import re
 
+MARK = re.compile(r"// .*\bMUTANT_EXCL_LINE(?:\((?P<changes>.+)\))?: \S")
 SWAPS = {
     "==": ["!="], "!=": ["=="], "<": ["<="], "<=": ["<"], ">": [">="], ">=": [">"],
     "+": ["-"], "-": ["+"], "*": ["/"], "/": ["*"], "%": ["*"],
@@ -49,7 +56,8 @@ def changed_number(literal):
     try:
         value = int(digits, 0 if not re.fullmatch(r"0\d+", digits) else 8)
     except ValueError:
-        return f"({literal} + 1)"
+        has_odd = not literal[-1].isdigit() or float(literal.replace("'", "")) < 2**53
+        return f"({literal} {'+ 1' if has_odd else '* 2'})"
     return f"{value + 1}{suffix}"
 
 
@@ -132,16 +140,46 @@ def without_assertions(tokens):
     return left
 
 
+class Mark:
+    """What a comment says about changes of a line."""
+
+    def __init__(self, line, line_before):
+        stands_alone = line.lstrip().startswith("//")
+        match = MARK.match(line_before.lstrip()) or (MARK.search(line) if not stands_alone else None)
+        self.beginnings = (match["changes"] or "").split("; ") if match else []
+        self.idle = set(self.beginnings)
+
+    def excludes(self, mutant):
+        meant = {beginning for beginning in self.beginnings if mutant.change.startswith(beginning)}
+        self.idle -= meant
+        return bool(meant)
+
+
+@dataclasses.dataclass
+class Found:
+    tried: list
+    excluded: int
+    idle_marks: list
+
+
+def numbered(mutants):
+    numbers = {}
+    for mutant in mutants:
+        number = numbers[mutant.name] = numbers.get(mutant.name, 0) + 1
+        yield dataclasses.replace(mutant, change=f"{mutant.change} (place {number})") if number > 1 else mutant
+
+
 def mutants_of(path, file, is_compiled):
     """All of the source at path, which they call file, in lines for which is_compiled(path, line) holds."""
     source = path.read_text()
     tokens = without_assertions([match for match in TOKEN.finditer(source) if match.lastgroup != "skip"])
     lines = source.split("\n")
-    found = []
+    marks = [Mark(*pair) for pair in zip(lines, [""] + lines)]
+    every = []
 
     def add(begin, end, change, replacement):
         line = source.count("\n", 0, begin)
-        found.append(Mutant(file, line + 1, lines[line].strip(), change, begin, end, replacement))
+        every.append(Mutant(file, line + 1, lines[line].strip(), change, begin, end, replacement))
 
     for match in tokens:
         for old, new in token_changes(source, match):
@@ -150,11 +188,9 @@ def mutants_of(path, file, is_compiled):
         text = " ".join(source[tokens[first].start():tokens[last].end()].split())
         add(tokens[first].start(), tokens[last].end(), f"without {text}", ";")
 
+    tried = [mutant for mutant in numbered(every) if not marks[mutant.line - 1].excludes(mutant)]
+    excluded = len(every) - len(tried)
     if "#if" in source:
-        found = [mutant for mutant in found if is_compiled(path, mutant.line)]
-    numbers = {}
-    for index, mutant in enumerate(found):
-        number = numbers[mutant.name] = numbers.get(mutant.name, 0) + 1
-        if number > 1:
-            found[index] = dataclasses.replace(mutant, change=f"{mutant.change} (place {number})")
-    return found
+        tried = [mutant for mutant in tried if is_compiled(path, mutant.line)]
+    idle = [f"{file}:{number}: {lines[number - 1].strip()}" for number, mark in enumerate(marks, 1) if mark.idle]
+    return Found(tried, excluded, idle)

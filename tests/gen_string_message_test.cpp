@@ -4,8 +4,10 @@
 #include "huge_text.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
 #include <cstdint>
+#include <cwchar>
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
@@ -314,6 +316,15 @@ TEST(FormatMessage, WithoutArgumentsInsertsPrintNothing) {
     STR text;
     gen_formatmessage(text, "<%1> <%3!d!> <%2!5.2f!> %%", nullptr);
     EXPECT_EQ(text, "<> <> <> %");
+}
+
+TEST(FormatMessage, ErrorNumberStaysAsItIs) {
+    constexpr auto in_no_locale = static_cast<wint_t>(0x7fffffff);
+    for (char const* const format : {"%1!C!", "%1!d! %2!C!", "%2!m! %1!C!", "%1!C! %2!d! %1!C!"}) {
+        errno = EIO;
+        message(format, in_no_locale, in_no_locale);
+        EXPECT_EQ(errno, EIO) << format;
+    }
 }
 
 TEST(FormatMessage, TextsOfMegabytesComeThrough) {

@@ -116,8 +116,10 @@ void expect_nothing_written(WriteCase const& row) {
 
 TEST(StlPrintf, WriteConversionOnlyStepsOverItsPointer) {
     static constexpr WriteCase cases[] = {
-        {"%d%n,%d", "5,77"},      {"%d%hhn,%d", "5,77"}, {"%d%lln,%d", "5,77"},
-        {"%d%-8.3ln,%d", "5,77"}, {"%*n,%d", ",77"},     {"%.*n,%d", ",77"},
+        {"%d%n,%d", "5,77"},
+        {"%d%hhn,%d", "5,77"},
+        {"%d%lln,%d", "5,77"},
+        {"%d%-8.3ln,%d", "5,77"},
     };
     for (WriteCase const& row : cases)
         expect_nothing_written(row);
@@ -128,7 +130,7 @@ TEST(StlPrintf, WriteConversionOnlyStepsOverItsPointerWherePrintfJudges) {
     static constexpr WriteCase cases[] = {
         {"%1$d%2$n,%3$d", "5,77"}, {"%3$d,%2$hhn%1$d", "77,5"}, {"%1$d%2$*1$n,%3$d", "5,77"},
         {"%d%n,%d%y", "5,77%y"},   {"%d%5.3n,%d%y", "5,77%y"},  {"%*n,%d%y", ",77%y"},
-        {"%.*hn,%d%y", ",77%y"},
+        {"%.*hn,%d%y", ",77%y"},   {"%*n,%d", ",77"},           {"%.*n,%d", ",77"},
     };
     for (WriteCase const& row : cases)
         expect_nothing_written(row);

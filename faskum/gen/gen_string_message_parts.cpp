@@ -1,5 +1,7 @@
 #include "gen_string_message_parts.h"
 
+#include <cerrno>
+
 namespace {
 
 // Whether the character stands for itself.
@@ -62,6 +64,7 @@ bool MessageParts::add_insert(char const*& at) {
 }
 
 void MessageParts::render(STL_TEXT& text, char* args) const {
+    int const error = errno; // also for the next message's %m
     STL_ARG_CURSOR cursor(args);
     STL_VALUE values[MessageInsert::most + 1];
     for (unsigned number = 1; number <= m_highest; ++number)
@@ -76,4 +79,5 @@ void MessageParts::render(STL_TEXT& text, char* args) const {
                  (cursor.has_arguments() || part.conversion.argument == STL_ARGUMENT::none))
             stl_format(text, part.conversion, values[part.number]);
     }
+    errno = error;
 }

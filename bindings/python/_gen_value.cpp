@@ -89,6 +89,10 @@ bool Text::take_any(PyObject* object, Site const& site) {
     }
     m_owned = PyUnicode_Check(path) ? PyUnicode_EncodeFSDefault(path) : Py_NewRef(path);
     Py_DECREF(path);
+    if (m_owned == nullptr && PyErr_ExceptionMatches(PyExc_UnicodeEncodeError)) {
+        PyErr_Clear();
+        return site.raise(PyExc_ValueError, "holds a character that no file name can have");
+    }
     if (m_owned == nullptr)
         return false;
     m_bytes = PyBytes_AS_STRING(m_owned);

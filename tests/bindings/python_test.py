@@ -358,6 +358,8 @@ class WrongArguments(unittest.TestCase):
                     if good[name] == "text":
                         with self.assertRaisesRegex(ValueError, rf"argument '{name}' holds a null"):
                             getattr(_gen, function)(**{**good, name: "a\0b"})
+                        with self.assertRaisesRegex(ValueError, rf"argument '{name}' holds a character that no"):
+                            getattr(_gen, function)(**{**good, name: "a\ud800b"})
                     elif isinstance(good[name], int):
                         with self.assertRaisesRegex(OverflowError, rf"argument '{name}' does not fit"):
                             getattr(_gen, function)(**{**good, name: 2**70})

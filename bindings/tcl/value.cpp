@@ -128,8 +128,12 @@ int raise_status(Tcl_Interp* interp, gen_c_status status) {
         return raise(interp, "NOT_STARTED", nullptr, "this needs \"gen start\"");
     case GEN_C_FAILED:
         return raise(interp, "FAILED", nullptr, gen_c_reason());
-    case GEN_C_BAD_ARGUMENT:
-        return raise(interp, "ARGUMENT", nullptr, gen_c_reason());
+    case GEN_C_BAD_ARGUMENT: {
+        std::string_view const reason = gen_c_reason(); // begins with the argument's name
+        std::string_view const name = reason.substr(0, reason.find_first_of(" :"));
+        return raise(interp, "ARGUMENT",
+                     Tcl_NewStringObj(name.data(), static_cast<int>(name.size())), gen_c_reason());
+    }
     default:
         return raise(interp, "NO_MEMORY", nullptr, "out of memory");
     }

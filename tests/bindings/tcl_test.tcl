@@ -35,7 +35,7 @@ test start-3 "the environment has a root" -body {
 } -result $root/
 test start-4 "another root is refused" {
     failure {gen start -root /}
-} {{root is another one than the process has started with} {KORVANE ARGUMENT}}
+} {{root is another one than the process has started with} {KORVANE ARGUMENT root}}
 test start-5 "the installation" {
     set told [gen installation]
     list [dict get $told device_files] [llength [dict get $told libraries]] \
@@ -229,11 +229,11 @@ test wrong-1 "which argument, and why" {
 } [list {{argument "name" holds a null character} {KORVANE ARGUMENT name}} \
        {{argument "seconds" is no integer} {KORVANE ARGUMENT seconds}} \
        {{argument "seconds" does not fit 32 bits} {KORVANE ARGUMENT seconds}} \
-       {{radix is not from 2 to 36} {KORVANE ARGUMENT}} \
-       {{argument 2 is missing} {KORVANE ARGUMENT}} \
-       {{argument 1 is nothing that %d can print} {KORVANE ARGUMENT}} \
-       {{low is not below high} {KORVANE ARGUMENT}} \
-       {{pattern: + ^ $ { } are passed on as they are, which makes no valid expression} {KORVANE ARGUMENT}} \
+       {{radix is not from 2 to 36} {KORVANE ARGUMENT radix}} \
+       {{argument 2 is missing} {KORVANE ARGUMENT argument}} \
+       {{argument 1 is nothing that %d can print} {KORVANE ARGUMENT argument}} \
+       {{low is not below high} {KORVANE ARGUMENT low}} \
+       {{pattern: + ^ $ { } are passed on as they are, which makes no valid expression} {KORVANE ARGUMENT pattern}} \
        {{unknown option "-x": should be "gen find ?-eda? ?-cached|-all|-trace? name"} {KORVANE OPTION -x}} \
        {{wrong # args: should be "gen lexcompare ?-nocase? first second"} {TCL WRONGARGS}} \
        [list "unknown subcommand \"nothing\": must be [join [dict keys $::korvane_gen::usage] {, }]" \

@@ -147,7 +147,10 @@ class Real {
         if (!PyFloat_Check(object) && !PyLong_Check(object))
             return site.raise(PyExc_TypeError, "must be a number");
         m_value = PyFloat_AsDouble(object);
-        return PyErr_Occurred() == nullptr;
+        if (PyErr_Occurred() == nullptr)
+            return true;
+        PyErr_Clear(); // an integer beyond all doubles
+        return site.raise(PyExc_OverflowError, "does not fit 64 bits");
     }
     double pass() const { return m_value; }
 

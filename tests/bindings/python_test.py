@@ -363,6 +363,9 @@ class WrongArguments(unittest.TestCase):
                     elif isinstance(good[name], int):
                         with self.assertRaisesRegex(OverflowError, rf"argument '{name}' does not fit"):
                             getattr(_gen, function)(**{**good, name: 2**70})
+                    elif isinstance(good[name], float):
+                        with self.assertRaisesRegex(OverflowError, rf"argument '{name}' does not fit"):
+                            getattr(_gen, function)(**{**good, name: 2**2000})
 
     def test_missing_unknown_and_too_many(self):
         for call, complaint in [
@@ -375,6 +378,13 @@ class WrongArguments(unittest.TestCase):
                 (lambda: gen.natural_key(3), "argument 'text' must be")]:
             with self.assertRaisesRegex(TypeError, complaint):
                 call()
+
+    def test_library_directories_are_paths(self):
+        for directories in (5, None, [1], ["lib", None]):
+            with self.assertRaisesRegex(TypeError, "library directories must be paths"):
+                gen.project.libraries = directories
+            with self.assertRaisesRegex(TypeError, "library directories must be paths"):
+                gen.project.user_libraries = directories
 
     def test_what_does_not_fit_is_named(self):
         for call, complaint in [

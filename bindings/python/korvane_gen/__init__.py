@@ -3,7 +3,7 @@
     import korvane_gen as gen
 
     with gen.start("/opt/korvane"):
-        gen.project.user_libraries = ["~/lib"]
+        gen.project.user_libraries = ["/home/ada/lib"]
         print(gen.find("adder.v"))
         print(sorted(["data[10]", "data[9]"], key=gen.natural_key))
 

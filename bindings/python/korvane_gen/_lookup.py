@@ -43,7 +43,11 @@ def _joined(directories: Directories) -> Text:
     """A path list. One text is one already; of several each is quoted, whatever it holds."""
     if isinstance(directories, (str, bytes, os.PathLike)):
         return directories
-    return b";".join(b'"' + os.fsencode(directory) + b'"' for directory in directories)
+    try:
+        names = [os.fsencode(directory) for directory in directories]
+    except TypeError as fault:
+        raise TypeError(f"library directories must be paths: {fault}") from None
+    return b";".join(b'"' + name + b'"' for name in names)
 
 
 class Project:

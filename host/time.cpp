@@ -3,8 +3,10 @@
 #include "gen_time.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstring>
 #include <optional>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -89,7 +91,7 @@ class Elapsed : public Command {
 /// Starts a command with its standard output joined to standard error, where it does not get
 /// between the lines of the answer, and waits for it.
 /// @return its exit status, 128 and the signal's number for one that was killed, nothing for one
-///         that could not be started
+///         that could not be started; errno says why
 std::optional<int> run_command(std::vector<std::string>& command) {
     std::vector<char*> arguments;
     arguments.reserve(command.size() + 1);
@@ -107,7 +109,11 @@ std::optional<int> run_command(std::vector<std::string>& command) {
         posix_spawnp(&child, arguments[0], &streams, nullptr, arguments.data(), environ);
     posix_spawn_file_actions_destroy(&streams);
     int status = 0;
-    if (refused != 0 || waitpid(child, &status, 0) != child)
+    if (refused != 0) {
+        errno = refused;
+        return std::nullopt;
+    }
+    if (waitpid(child, &status, 0) != child)
         return std::nullopt;
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
@@ -127,12 +133,13 @@ class Stopwatch : public Command {
         watch.start();
         Clock::time_point const before = Clock::now();
         std::optional<int> const status = run_command(m_command);
+        int const fault = errno;
         // The tick count restarts every few hours, where a command may still run.
         auto const elapsed =
             std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - before).count();
         watch.stop();
         if (!status) {
-            answer.remark("cannot start '" + m_command.front() + "'");
+            answer.remark("cannot start '" + m_command.front() + "': " + std::strerror(fault));
             return STATUS_USAGE;
         }
         answer.field("exit_status", *status);

@@ -109,7 +109,8 @@ class KORVANE_API GEN_DYN_FLAG_MANAGER {
 
     /// Counts the slots into whichever of the three is not null: `used` has the named ones, `clean`
     /// all that are free. A free slot counts as clean even while it is dirty; `dirty` counts named
-    /// slots that were never swept, which only a manager without a clearer has.
+    /// slots that were never swept, which only a manager without a clearer has. One counter given
+    /// for several counts their slots together.
     void get_usage_stats(int* used, int* dirty, int* clean) const;
 
     /// A mask for people to read: "(0x5) alpha | beta". The bits come from 0 upwards; a free slot

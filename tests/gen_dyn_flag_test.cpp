@@ -267,6 +267,15 @@ TEST_F(DynFlags, FreeDirtySlotsCountAsClean) {
     EXPECT_THAT(stats(), ElementsAre(3, 0, 29));
 }
 
+TEST_F(DynFlags, OneCounterForSeveralCountsThemTogether) {
+    fill(5);
+    int counter = -1;
+    manager.get_usage_stats(&counter, &counter, &counter);
+    EXPECT_EQ(counter, 32);
+    manager.get_usage_stats(&counter, &counter, nullptr);
+    EXPECT_EQ(counter, 5);
+}
+
 TEST_F(DynFlags, StatisticsSkipNullCounters) {
     fill(5);
     int one = -1;

@@ -162,19 +162,14 @@ void GEN_DYN_FLAG_MANAGER::destroy_flag(GEN_DYN_FLAG const& flag) {
 }
 
 void GEN_DYN_FLAG_MANAGER::get_usage_stats(int* used, int* dirty, int* clean) const {
-    int named = 0;
-    int named_dirty = 0;
-    int unnamed = 0;
-    for (std::uint32_t i = 0; i < m_num_slots; ++i) {
-        int& counter = m_names[i] == nullptr ? unnamed : m_dirty[i] != 0 ? named_dirty : named;
-        ++counter;
+    int ignored = 0;
+    for (int** const counter : {&used, &dirty, &clean}) {
+        if (*counter == nullptr)
+            *counter = &ignored;
+        **counter = 0;
     }
-    if (used != nullptr)
-        *used = named;
-    if (dirty != nullptr)
-        *dirty = named_dirty;
-    if (clean != nullptr)
-        *clean = unnamed;
+    for (std::uint32_t i = 0; i < m_num_slots; ++i)
+        ++*(m_names[i] == nullptr ? clean : m_dirty[i] != 0 ? dirty : used);
 }
 
 STR GEN_DYN_FLAG_MANAGER::get_flag_name(GEN_DYN_FLAG const& flag) const {

@@ -179,8 +179,6 @@ class GenPathAlias : public GenPathTest {
         std::filesystem::create_directories(long_name + std::string("/a d"));
         write(std::string("here/") + long_name + "x.h");
         write(std::string("here/") + long_name + "top.v");
-        write(std::string("here/") + long_name + ".v"); // of the very string as a base name
-        write(std::string("korvane/libraries/") + long_name + ".v");
         for (STR* const global : globals)
             *global = long_name;
     }
@@ -236,6 +234,28 @@ TEST_F(GenPathAlias, OwnStringsMayBeChangedByWhoReceivesAReport) {
             }
             EXPECT_EQ(outcomes[1], outcomes[0]) << row.name;
         }
+    err_set_internal_error_handler(previous);
+}
+
+TEST_F(GenPathAlias, BaseNameMayBeAStringThatChanges) {
+    std::string const name = "a base name that is too long to be kept without the heap";
+    std::string const here = write("here/" + name + ".v");
+    std::string const shipped = write("korvane/libraries/" + name + ".v");
+    gen_project_dir_path = library_string(name);
+    EXPECT_EQ(found_sources(gen_get_source_files, gen_project_dir_path), "1|" + here);
+
+    auto const previous = err_set_internal_error_handler(change_everything);
+    gen_user_library_paths = library_string(name);
+    delete std::exchange(gen_korvane_libraries, nullptr);
+    EXPECT_EQ(found_sources(gen_get_source_files, gen_user_library_paths), "1|" + here);
+    gen_user_library_paths = library_string(name);
+    delete std::exchange(gen_korvane_libraries, nullptr);
+    EXPECT_EQ(found_sources(gen_get_source_files_from_korvane_lib, gen_user_library_paths),
+              "1|" + shipped);
+    std::string const eda = write("korvane/eda/ibis/" + name);
+    gen_user_library_paths = library_string(name);
+    delete std::exchange(gen_korvane_eda_libraries, nullptr);
+    EXPECT_EQ(found(gen_find_eda_file(gen_user_library_paths)), eda);
     err_set_internal_error_handler(previous);
 }
 

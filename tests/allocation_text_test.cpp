@@ -11,6 +11,7 @@
 #include "gen_string.h"
 #include "gen_time.h"
 #include "gen_username.h"
+#include "system_trouble.h"
 #include "test_locale.h"
 
 #include <clocale>
@@ -59,8 +60,9 @@ void in_some_zone() {
 
 std::ofstream* stream = nullptr;
 
-void make_locale() {
+std::string make_locale() {
     static TestLocale const made;
+    return made.trouble();
 }
 
 /// The tests' locale as the base of the twins, which have not been asked for it before.
@@ -289,7 +291,8 @@ std::vector<Call> const calls = {
          [] {
              unsigned long long bytes = 7;
              return GEN_MACHINE_INFO::get_virtual_ram(&bytes) ? told(true) : told(bytes == 7);
-         }},
+         },
+     .once = proc_trouble},
 
     {.name = "legal_text",
      .ask = [] { return gen_get_legal_text("-- ") + gen_get_legal_banner(); }},

@@ -198,7 +198,8 @@ TEST_F(LocalNumber, BaseNameMayBeAnotherInstalledLocale) {
 
 TEST_F(LocalNumber, DecimalPointOfTheBaseMayBeOfTwoBytes) {
     TestLocale const locale(TestLocale::wide_point);
-    ASSERT_EQ(locale.trouble(), "");
+    if (!locale.trouble().empty())
+        GTEST_SKIP() << locale.trouble();
     LOCALIZATION_BASE_STRING = TestLocale::wide_point;
     EXPECT_EQ(gen_local_atof("1\u066B5"), 1.5);
     EXPECT_EQ(gen_local_atof("1.5"), 1.0);

@@ -3,6 +3,7 @@
 
 #include "environment.h"
 #include "gen_query.h"
+#include "system_trouble.h"
 #include "temp_directory.h"
 #include "terminal.h"
 #include "test_directories.h"
@@ -182,6 +183,8 @@ TEST_F(GenQueryFind, ProjectMayLieElsewhere) {
 // Colour
 
 TEST_F(GenQueryFind, ColourMarksTheAnswerOnATerminalAlone) {
+    if (!terminal_trouble().empty())
+        GTEST_SKIP() << terminal_trouble();
     ScopedCurrentDirectory const here(m_root / "project");
     ScopedVariable const terminal("TERM", "xterm");
     ScopedVariable const colour("NO_COLOR", nullptr);

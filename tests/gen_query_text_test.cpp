@@ -150,7 +150,8 @@ TEST(GenQueryTextChecksum, ANulByteIsSaid) {
 
 TEST(GenQueryTextFold, FollowsTheLocaleThatIsNamed) {
     TestLocale const locale;
-    ASSERT_EQ(locale.trouble(), "");
+    if (!locale.trouble().empty())
+        GTEST_SKIP() << locale.trouble();
     EXPECT_EQ(text({"fold", "A\xC4"}).output, "a\xC4\n");
     EXPECT_EQ(text({"fold", "--locale", TestLocale::name, "A\xC4"}).output, "a\xE4\n");
     EXPECT_EQ(text({"fold", "-u", "-l", TestLocale::name, "a\xE4"}).output, "A\xC4\n");

@@ -103,7 +103,8 @@ TEST(Fold, NullAndEmptyAreLeftAlone) {
 
 TEST(Fold, PlainFamilyFollowsTheLocaleAndTheAsciiFamilyDoesNot) {
     TestLocale const locale;
-    ASSERT_EQ(locale.trouble(), "");
+    if (!locale.trouble().empty())
+        GTEST_SKIP() << locale.trouble();
     std::setlocale(LC_ALL, TestLocale::name);
     STR text = "A\xC4\xDF";
     gen_tolower(text);

@@ -115,7 +115,8 @@ TEST(Wildcard, EmbeddedNulsAreKept) {
 
 TEST(Wildcard, LettersAreThoseOfTheLocale) {
     TestLocale const locale;
-    ASSERT_EQ(locale.trouble(), "");
+    if (!locale.trouble().empty())
+        GTEST_SKIP() << locale.trouble();
     std::setlocale(LC_ALL, TestLocale::name);
     EXPECT_EQ(expression_of("\xC4", false), "[\xE4\xC4]");
     EXPECT_EQ(expression_of("\xE4", false), "[\xE4\xC4]");

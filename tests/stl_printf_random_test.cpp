@@ -200,7 +200,8 @@ TEST(StlPrintf, FewPlacesRoundAsPrintf) {
 
 TEST(StlPrintf, FewPlacesBehindTheCommaOfTheLocaleAsPrintf) {
     TestLocale const locale;
-    ASSERT_EQ(locale.trouble(), "");
+    if (!locale.trouble().empty())
+        GTEST_SKIP() << locale.trouble();
     std::setlocale(LC_ALL, TestLocale::name);
     ASSERT_EQ(ours("%.2f", 1234.5), (Printed{7, "1234,50"}));
     compare_doubles(few_places, 100'000);
@@ -212,7 +213,8 @@ TEST(StlPrintf, SignificantPlacesAsPrintf) {
 
 TEST(StlPrintf, SignificantPlacesAroundTheCommaOfTheLocaleAsPrintf) {
     TestLocale const locale;
-    ASSERT_EQ(locale.trouble(), "");
+    if (!locale.trouble().empty())
+        GTEST_SKIP() << locale.trouble();
     std::setlocale(LC_ALL, TestLocale::name);
     ASSERT_EQ(ours("%g", 1.5), (Printed{3, "1,5"}));
     compare_doubles(significant_places, 50'000);

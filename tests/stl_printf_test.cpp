@@ -66,7 +66,8 @@ TEST(StlPrintf, WideCharactersNeedTheLocale) {
 
 TEST(StlPrintf, DecimalCommaAndGroupingOfTheLocale) {
     TestLocale const locale;
-    ASSERT_EQ(locale.trouble(), "");
+    if (!locale.trouble().empty())
+        GTEST_SKIP() << locale.trouble();
     std::setlocale(LC_ALL, TestLocale::name);
     EXPECT_EQ(ours("%.2f", 1234.5), (Printed{7, "1234,50"}));
     EXPECT_EQ(ours("%'d", 1234567), (Printed{9, "1.234.567"}));
@@ -75,7 +76,8 @@ TEST(StlPrintf, DecimalCommaAndGroupingOfTheLocale) {
 
 TEST(StlPrintf, DecimalPointOfTwoBytes) {
     TestLocale const locale(TestLocale::wide_point);
-    ASSERT_EQ(locale.trouble(), "");
+    if (!locale.trouble().empty())
+        GTEST_SKIP() << locale.trouble();
     std::setlocale(LC_NUMERIC, TestLocale::wide_point);
     EXPECT_EQ(ours("%.2f", 1234.5), (Printed{8, "1234\u066B50"}));
     EXPECT_AS_PRINTF("%f %e %g %.0f %g", 0.5, 0.5, 0.5, 2.5, 7.0);

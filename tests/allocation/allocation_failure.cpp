@@ -145,7 +145,9 @@ std::string call_name(testing::TestParamInfo<Call> const& info) {
 TEST_P(AllocationFailure, DoesNotReturn) {
     Call const& call = GetParam();
     ground();
-    call.once();
+    std::string const trouble = call.once();
+    if (!trouble.empty())
+        GTEST_SKIP() << trouble;
     Outcome const whole = call_without_memory(call, 0, HeapFailure::one);
     ASSERT_EQ(whole.status, 0) << whole.errors;
     ASSERT_GT(whole.requests, 0U) << "nothing to fail";

@@ -32,8 +32,8 @@ struct Call {
     std::optional<std::string> lapse = {};
     /// The lapse stays: the C library remembers it.
     bool lapse_stays = false;
-    /// What every call of this kind needs, made once.
-    std::function<void()> once = [] {};
+    /// What every call of this kind needs, made once; gives what the system lacks for that, or "".
+    std::function<std::string()> once = [] { return std::string(); };
     /// What may be on standard error of a process that goes on, as a regular expression.
     std::string told = {};
 };

@@ -4,7 +4,10 @@
 #include "test_directories.h"
 
 #include <clocale>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <unistd.h>
 
 TestLocale::TestLocale(char const* which)
     : m_path("LOCPATH", m_directory.path().c_str()), m_previous(std::setlocale(LC_ALL, nullptr)) {
@@ -15,10 +18,12 @@ TestLocale::TestLocale(char const* which)
     start.arguments = {"/usr/bin/localedef", "--force",          "-i", source, "-f",
                        characters,           m_directory / which};
     ProgramResult const made = run_program(start);
-    if (made.status == 127)
-        m_trouble = "/usr/bin/localedef is not installed";
-    else if (std::setlocale(LC_NUMERIC, which) == nullptr)
-        m_trouble = "localedef could not make the test locale: " + made.errors;
+    if (made.status == 127 || access("/usr/share/i18n/charmaps", R_OK) != 0) {
+        m_trouble = "localedef and its character sets are not installed";
+    } else if (std::setlocale(LC_NUMERIC, which) == nullptr) {
+        std::fprintf(stderr, "localedef cannot make %s:\n%s", which, made.errors.c_str());
+        std::abort();
+    }
     std::setlocale(LC_ALL, m_previous.c_str());
 }
 

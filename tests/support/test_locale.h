@@ -19,7 +19,7 @@ class TestLocale {
     TestLocale(TestLocale const&) = delete;
     TestLocale& operator=(TestLocale const&) = delete;
 
-    /// Why the locale could not be made; "" when it was.
+    /// What this system lacks for making it; "" when it is made.
     std::string const& trouble() const { return m_trouble; }
 
   private:

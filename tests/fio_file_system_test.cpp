@@ -115,6 +115,8 @@ TEST(FioFileSystem, TouchRefusesWhatIsThereInWhateverForm) {
     EXPECT_FALSE(FIO_FILE_SYSTEM::touch(library_string(directory / "dangling")));
     EXPECT_FALSE(std::filesystem::exists(directory / "target"));
     EXPECT_FALSE(FIO_FILE_SYSTEM::touch(library_string(directory.path())));
+    ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
+    EXPECT_FALSE(FIO_FILE_SYSTEM::touch(library_string(directory / "fifo")));
 }
 
 TEST(FioFileSystem, TouchFailsWhereItCannot) {

@@ -225,7 +225,7 @@ TEST(GenQueryHistogram, LongInputShowsProgressAtATerminal) {
         numbers += "1 ";
     TempDirectory const directory;
     std::string const file = directory.write("numbers", numbers);
-    std::string const command = TEST_BINARY_DIR "/gen_query histogram " + file;
+    std::string const command = TEST_BINARY_DIR "/gen_query histogram '" + file + "'";
     std::string const shown = "\r1.0 million numbers";
     EXPECT_THAT(run_at_terminal({"/bin/sh", "-c", command + " >/dev/null"}, "").seen,
                 HasSubstr(shown));

@@ -1,6 +1,5 @@
 #include "fio_file_system.h"
 
-#include "fio_directory.h"
 #include "fio_existence.h"
 #include "fio_wildcard.h"
 
@@ -102,8 +101,8 @@ bool FIO_FILE_SYSTEM::touch(STR const& path) {
 }
 
 STR FIO_FILE_SYSTEM::get_current_directory() {
-    // Not the allocating form of getcwd, which does not tell a want of memory from other troubles.
-    // A current directory may be deeper than PATH_MAX.
+    // Not the allocating form of getcwd, which does not set a want of memory apart from other
+    // errors. A current directory may be deeper than PATH_MAX.
     STR result;
     result.resize(PATH_MAX);
     while (getcwd(result.data(), result.size()) == nullptr) {

@@ -16,11 +16,11 @@ FIO_PATH path_or_empty(FIO_PATH const* path) {
     return path != nullptr ? *path : FIO_PATH();
 }
 
-/// Whether the file system calls the text without its last character a directory. The bit is tested
-/// alone, as it always was: block devices and sockets carry it too.
-bool is_directory_without_last_character(STR const& text) {
+/// Whether the file system calls the string without its last character a directory. The bit is
+/// tested alone, as it always was: block devices and sockets carry it too.
+bool is_directory_without_last_character(STR const& string) {
     constexpr unsigned directory_bit = 0x4000;
-    STR const path = text.substr(0, text.size() - 1);
+    STR const path = string.substr(0, string.size() - 1);
     struct stat status;
     return stat(path.c_str(), &status) == 0 && (status.st_mode & directory_bit) != 0;
 }
@@ -41,6 +41,11 @@ bool is_output_directory_usable() {
 }
 
 } // namespace
+
+void gen_default_project_directory() {
+    if (gen_project_directory_fio_find == nullptr)
+        gen_set_project_dir_path(FIO_FILE_SYSTEM::get_current_directory());
+}
 
 void gen_set_project_dir_path(STR dir) {
     FIO_PATH path;

@@ -27,11 +27,11 @@ bool MessageParts::read(char const* at) {
                 continue;
             add_text(" ");
             ++at;
-        } else if (is_message_digit(*at)) {
+        } else if (ascii_is_digit(*at)) {
             if (!add_insert(at))
                 return false;
         } else {
-            if (*at == '%' && is_message_digit(at[1])) // an insert to the first reading alone
+            if (*at == '%' && ascii_is_digit(at[1])) // an insert to the first reading alone
                 return false;
             add_text({at++, 1});
         }

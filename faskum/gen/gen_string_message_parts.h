@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gen_string_ascii.h"
 #include "stl.h"
 
 #include <cstddef>
@@ -15,14 +16,10 @@ struct MessageInsert {
     std::string_view conversion; ///< without its "%"
 };
 
-inline bool is_message_digit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 /// Reads the insert at whose first digit @p at is, and steps past it.
 inline MessageInsert read_message_insert(char const*& at) {
     auto number = static_cast<unsigned>(*at++ - '0');
-    if (is_message_digit(*at))
+    if (ascii_is_digit(*at))
         number = 10 * number + static_cast<unsigned>(*at++ - '0');
     if (*at != '!')
         return {number, "s"};

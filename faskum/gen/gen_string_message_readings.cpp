@@ -14,7 +14,7 @@ void MessageReadings::read_inserts() {
         ++at;
         if (*at == '0')
             return;
-        if (is_message_digit(*at))
+        if (ascii_is_digit(*at))
             record(at);
     }
 }
@@ -25,7 +25,7 @@ void MessageReadings::read_all() {
             at = read_plain(at);
         } else if (at[1] == '\0' || at[1] == '0') {
             return;
-        } else if (is_message_digit(*++at)) {
+        } else if (ascii_is_digit(*++at)) {
             append_argument(record(at));
         } else {
             m_text.append(*at++);

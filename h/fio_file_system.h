@@ -1,6 +1,6 @@
 #pragma once
 
-/// What gen asks of the file system. Every text with an embedded NUL names nothing.
+/// What gen asks of the file system. Every string with an embedded NUL names nothing.
 
 #include <cstdint>
 

@@ -9,20 +9,20 @@
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
 
-/// An ordered list of directories, built from a path-list text or from paths.
+/// An ordered list of directories, built from a path-list string or from paths.
 ///
-/// A path-list text is split at ";". Blanks around an entry are dropped, an entry in double quotes
-/// is kept whole, empty entries are dropped; a text that as a whole names an existing directory is
-/// one entry. An empty list finds nothing.
+/// A path-list string is split at ";". Blanks around an entry are dropped, an entry in double
+/// quotes is kept whole, empty entries are dropped; a string that as a whole names an existing
+/// directory is one entry. An empty list finds nothing.
 ///
-///     text                 entries
+///     string               entries
 ///     "/a;lib; /c d "      "/a" "lib" "/c d"
 ///     "\"/a;b\";/c"        "/a;b" "/c"
 ///     ";; \"\" ;"          none
 ///     "\"/a"               "\"/a"       a quote that nothing closes is part of the name
 ///
-/// A path that is found is the text that was asked for: the entry, "/" where it lacked one, and the
-/// name, with nothing simplified. A name that is empty or absolute is never found.
+/// A path that is found is the string that was asked for: the entry, "/" where it lacked one, and
+/// the name, with nothing simplified. A name that is empty or absolute is never found.
 class KORVANE_API FIO_FIND {
   public:
     /// Over the directories of a path list, or over those given, in their order.
@@ -36,7 +36,7 @@ class KORVANE_API FIO_FIND {
     static void* operator new(std::size_t size);
     static void operator delete(void* object);
 
-    /// Rebuilds the list in place from a path-list text; the base for results is kept.
+    /// Rebuilds the list in place from a path-list string; the base for results is kept.
     void init(STR const& path_list);
 
     /// The directories as given, in order. Valid until the next init.
@@ -44,7 +44,8 @@ class KORVANE_API FIO_FIND {
 
     /// Makes relative entries, and so the results under them, start at @p directory; a relative
     /// @p directory is itself taken from the current one, as that is at the time of this call. Null
-    /// and "" leave relative entries as they are. Costs a comparison of texts when nothing changed.
+    /// and "" leave relative entries as they are. Costs a comparison of strings when nothing
+    /// changed.
     void set_directory_for_results_to_become_absolute_to(char const* directory);
 
     /// @p relative_path under the first directory where it exists, be it file or directory; the
@@ -60,7 +61,7 @@ class KORVANE_API FIO_FIND {
     void find_all(STR const& base_name, MEM_VECTOR<STR> const& extensions,
                   MEM_LIST<FIO_PATH>* results, bool all_directories, bool absolute);
 
-    /// Takes the text this object was made of as a wildcard pattern ("dir/*.ddb") and gives the
+    /// Takes the string this object was made of as a wildcard pattern ("dir/*.ddb") and gives the
     /// bare names that match its last component, sorted by byte value, one a call; "" when there is
     /// none left. "*" stands for any run of bytes, "?" for one byte; "." and ".." are never among
     /// the names. A relative pattern starts at the current directory.

@@ -12,7 +12,7 @@
 
 /// A path parsed into directory, base name and extension.
 ///
-///     text            directory   base        extension
+///     string          directory   base        extension
 ///     ""              ""          ""          ""
 ///     "top.v"         ""          "top"       "v"
 ///     "/p/src/top.v"  "/p/src/"   "top"       "v"
@@ -20,17 +20,17 @@
 ///     "/p/a.b/c"      "/p/a.b/"   "c"         ""
 ///     ".profile"      ""          ".profile"  ""
 ///     "a.tar.gz"      ""          "a.tar"     "gz"
-///     "tool."         ""          "tool"      ""      (the text keeps its ".")
+///     "tool."         ""          "tool"      ""      (the string keeps its ".")
 ///     ".."            ""          ".."        ""
 ///
-/// A null text gives the empty path, which stands for "not found" in every lookup. A path that was
-/// moved from is the empty path. Nothing here asks the file system, but become_absolute for the
+/// A null string gives the empty path, which stands for "not found" in every lookup. A path that
+/// was moved from is the empty path. Nothing here asks the file system, but become_absolute for the
 /// current directory.
 class KORVANE_API FIO_PATH {
   public:
     /// The empty path.
     FIO_PATH() = default;
-    /// The path of a text, or a copy.
+    /// The path of a string, or a copy.
     FIO_PATH(char const* text);
     FIO_PATH(STR const& text);
     FIO_PATH(FIO_PATH const& other)
@@ -51,11 +51,11 @@ class KORVANE_API FIO_PATH {
 
     /// True for the empty path, asked without a copy of the text.
     bool empty() const { return m_text.empty(); }
-    /// The whole text, with "/" between its components.
+    /// The whole string, with "/" between its components.
     STR fullpath() const { return m_text; }
     operator STR const() const { return m_text; }
-    /// The whole text with the separator that path_separator chose; valid until the path is changed
-    /// or rendered again.
+    /// The whole string with the separator that path_separator chose; valid until the path is
+    /// changed or rendered again.
     operator char const*() const;
 
     /// The directory part, ending in "/"; "" where there is none.
@@ -81,14 +81,14 @@ class KORVANE_API FIO_PATH {
     /// Number of directories in the directory part, the root counted as one: "top.v" has 0, "a/b.v"
     /// and "/b.v" have 1, "/a/b.v" and "/a//b.v" have 2.
     int levels() const;
-    /// The text begins with "/" (with "//" for unc).
+    /// The string begins with "/" (with "//" for unc).
     bool absolute() const { return !m_text.empty() && m_text[0] == '/'; }
     bool unc() const { return absolute() && m_text.size() > 1 && m_text[1] == '/'; }
 
     /// Makes the path all directory: @p directory itself when that is absolute, else the directory
     /// part followed by it. "" only drops the file name.
     void cd(STR directory);
-    /// Removes "." and ".." components and doubled separators by their text alone.
+    /// Removes "." and ".." components and doubled separators by the string alone.
     ///
     ///     "a/./b//c.v"   => "a/b/c.v"
     ///     "a/b/../c.v"   => "a/c.v"
@@ -124,8 +124,8 @@ class KORVANE_API FIO_PATH {
 
     STR m_text;
     std::size_t m_name = 0;      ///< where the file name begins
-    std::size_t m_extension = 0; ///< where the extension's dot stands, or the text's length
-    /// The text with a separator other than '/', made when it is asked for. Hardly any path needs
+    std::size_t m_extension = 0; ///< where the extension's dot stands, or the string's length
+    /// The string with a separator other than '/', made when it is asked for. Hardly any path needs
     /// one, and lists and caches hold many paths.
     mutable STR* m_rendered = nullptr;
     char m_separator = '/';

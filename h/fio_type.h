@@ -23,10 +23,10 @@ enum FIO_EXTENSION_TYPE : int {
     FIO_EXTENSION_REPORT_WINDOW = 96,        ///< "krw"
 };
 
-/// The default extension of a file type with its leading dot, "" for a type without one. The text
+/// The default extension of a file type with its leading dot, "" for a type without one. The string
 /// is constant.
 KORVANE_API char const* fio_get_default_extension_string(FIO_FILE_TYPE type);
 
 /// The extension of that number without a dot, "" for FIO_EXTENSION_NONE and for unknown numbers.
-/// The text is constant.
+/// The string is constant.
 KORVANE_API char const* fio_get_extension_string(FIO_EXTENSION_TYPE type);

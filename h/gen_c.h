@@ -28,15 +28,14 @@ extern "C" {
 
 /// How a call went.
 typedef enum gen_c_status {
-    GEN_C_OK = 0,        ///< found, done
-    GEN_C_NOT_FOUND = 1, ///< the answer is that there is none
-    GEN_C_DIAGNOSED = 2, ///< answered as far as possible, with diagnostics for the user
-    GEN_C_INTERNAL_ERROR =
-        3,                  ///< answered with gen's fallback; gen_c_report tells what was reported
-    GEN_C_BAD_ARGUMENT = 4, ///< nothing done; gen_c_reason says which argument, and why
-    GEN_C_NOT_STARTED = 5,  ///< nothing done: this needs gen_c_start
-    GEN_C_FAILED = 6,       ///< the system refused; gen_c_reason says what
-    GEN_C_NO_MEMORY = 7     ///< there was none for the result
+    GEN_C_OK = 0,             ///< found, done
+    GEN_C_NOT_FOUND = 1,      ///< the answer is that there is none
+    GEN_C_DIAGNOSED = 2,      ///< answered as far as possible, with diagnostics for the user
+    GEN_C_INTERNAL_ERROR = 3, ///< answered with gen's fallback; gen_c_report has what was reported
+    GEN_C_BAD_ARGUMENT = 4,   ///< nothing done; gen_c_reason says which argument, and why
+    GEN_C_NOT_STARTED = 5,    ///< nothing done: this needs gen_c_start
+    GEN_C_FAILED = 6,         ///< the system refused; gen_c_reason says what
+    GEN_C_NO_MEMORY = 7       ///< there was none for the result
 } gen_c_status;
 
 /// Why the last call gave GEN_C_BAD_ARGUMENT, GEN_C_NOT_STARTED or GEN_C_FAILED: "name is null",
@@ -299,7 +298,7 @@ KORVANE_API gen_c_status gen_c_stopwatch_lap(gen_c_stopwatch* watch, gen_c_text*
 /// any_web_browser_will_do. The address is that of @p host, of this one where it is null.
 KORVANE_API gen_c_status gen_c_machine(char const* host, gen_c_table** answer);
 /// The lines of the usage report: line. @p modules and @p details sum up and list the modules
-/// beside the executable, @p memory tells the memory in use, each also where KORVANE_CFG says so. A
+/// beside the executable, @p memory the memory in use, each also where KORVANE_CFG says so. A
 /// null
 /// @p phase is "start". Where nothing is asked for, no lines and GEN_C_NOT_FOUND.
 KORVANE_API gen_c_status gen_c_usage_report(char const* tag, char const* phase, int modules,

@@ -1,10 +1,13 @@
 #pragma once
 
-/// Start-up of an executable of the suite, where it lies, and a few services for its process.
+/// Start-up of an executable of the suite, and where it lies; with gen_exe_search.h and
+/// gen_exe_process.h, how others are found and a few services for its process.
 ///
 /// Every executable begins with GEN_DEFINE_MAIN. Whatever depends on the executable's location ends
 /// a process that did not: two lines on standard error, then exit status 255.
 
+#include "gen_exe_process.h"
+#include "gen_exe_search.h"
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
 
@@ -40,7 +43,7 @@ KORVANE_API extern char* gen_module_fullpath;
 ///
 /// `argv[0]` is taken as it is when it has a "/" and names a file; else the file of its last name
 /// is looked for as find_executable_in_path does. A null counts as "". The path is made absolute
-/// and simplified, and begins with one "/" alone. Where the simplified text does not name the file,
+/// and simplified, and begins with one "/" alone. Where the simplified path does not name the file,
 /// as with ".." behind a symbolic link, the real path of its directory is taken; without a current
 /// directory a relative path stays relative. Where no file is found, "Failed to find '" and argv[0]
 /// go to standard error and the process ends with exit status 255. A second call keeps the first
@@ -48,21 +51,6 @@ KORVANE_API extern char* gen_module_fullpath;
 KORVANE_API void gen_exe_init(int argc, char const** argv);
 /// Ends version information and module loading. The executable's location stays known.
 KORVANE_API void gen_exe_fini();
-
-/// A regular file of that name exists, behind symbolic links too. Directories and devices are
-/// not files; a socket counts as one. A path with an embedded NUL names nothing.
-KORVANE_API bool gen_file_exists(STR const& path);
-
-/// Looks the executable @p name up and gives its path, which may be relative:
-///
-/// 1. "$KORVANE_ROOTDIR/$KORVANE_PLATFORM/name" where both variables are set,
-/// 2. "$KORVANE_DIR/bin/name" where that one is set,
-/// 3. "entry/name" for each entry of "PATH"; an empty entry stands for the root directory, one that
-///    makes a path of more than 1023 bytes is passed over.
-///
-/// Where no file is found it gives the last candidate of the first two, which does not exist,
-/// or "" when neither variable was set.
-KORVANE_API STR find_executable_in_path(STR const& name);
 
 // Of the executable /opt/k/linux/tool.exe:
 
@@ -77,17 +65,3 @@ KORVANE_API STR gen_get_korvane_path();
 /// The executable's name without extension is that of the suite's graphical shell, letter for
 /// letter.
 KORVANE_API bool gen_is_in_ui_process();
-
-/// Adds 10 to the process's nice value; a refusal is ignored.
-KORVANE_API void gen_lower_process_priority();
-
-/// Stops in the debugger, but only with the configuration switch "dont_catch_all_exceptions" on.
-/// @param guarded whatever exception the stop raises is caught and dropped
-KORVANE_API void gen_debug_break(bool guarded);
-
-/// Does nothing on this platform.
-KORVANE_API void gen_debug_output_string(char const* text);
-
-/// Writes a printf-style message to the memory library's debug channel under the owner "GEN", and
-/// gives the channel's answer. A null format counts as an empty one.
-KORVANE_API int gen_mem_msg_debug(char const* format, ...) KORVANE_PRINTF(1, 2);

@@ -30,7 +30,7 @@ KORVANE_API bool gen_is_system_64bit();
 KORVANE_API bool gen_set_paths_for_64bit(STR const& exe_name, STR& old_path,
                                          STR& old_ld_library_path);
 
-/// Sets "PATH" and "LD_LIBRARY_PATH" to copies of the texts; a variable that was unset before the
+/// Sets "PATH" and "LD_LIBRARY_PATH" to copies of the strings; a variable that was unset before the
 /// pair of calls is then set and empty. The environment keeps the copies for good, as it does those
 /// of gen_set_paths_for_64bit: two blocks of malloc a call, which are no tracked memory. A system
 /// that refuses a variable is ignored.

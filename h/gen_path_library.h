@@ -4,8 +4,8 @@
 /// ranks source files. Hosts set the project's and the user's library paths; the shipped libraries
 /// are found by themselves. gen_path_project.h has the directories of the project itself.
 ///
-/// A library path list is a text as FIO_FIND splits it. Its relative entries are taken relative to
-/// the project directory that is in force when a file is looked up.
+/// A library path list is a string as FIO_FIND splits it. Its relative entries are taken relative
+/// to the project directory that is in force when a file is looked up.
 ///
 /// All state is process-wide and for one thread.
 

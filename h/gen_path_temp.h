@@ -20,8 +20,8 @@ KORVANE_API STR gen_get_temp_path();
 ///
 ///     ("/var/tmp", "report", 42)  => "/var/tmp/rep0000002a.tmp"
 ///
-/// The prefix is part of the path as it stands: a "/" in it leads to another directory. Both texts
-/// end at their first null character.
+/// The prefix is part of the path as it stands: a "/" in it leads to another directory. Both
+/// strings end at their first null character.
 ///
 /// A name that is taken, be it by a file, a directory or a link to nowhere, is stepped over: the
 /// next number is tried, 0 after 65535. The file is always this caller's own, whoever else asks at

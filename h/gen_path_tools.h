@@ -10,7 +10,7 @@
 // Files beside the executable, in gen_get_module_path(). Like that function, these end a process
 // that was not started through GEN_DEFINE_MAIN.
 
-/// "Report_Window_01.krw" when @p first is true, else "Report_Window_02.krw". The texts are
+/// "Report_Window_01.krw" when @p first is true, else "Report_Window_02.krw". The strings are
 /// accepted for callers that have them and are not used.
 KORVANE_API FIO_PATH gen_get_krpt_name(STR const& project, STR const& revision, STR const& tool,
                                        bool first, STR const& title);
@@ -86,10 +86,10 @@ struct GEN_TOOL_FILE {
 /// third stands for the rest.
 KORVANE_API MEM_VECTOR<GEN_TOOL_FILE> gen_get_tool_files();
 
-/// The path of a database file: the directory's text, @p name and, unless @p extension is empty,
+/// The path of a database file: the directory's string, @p name and, unless @p extension is empty,
 /// "." and @p extension. No separator is added to the directory.
 /// @param directory kept for the later calls, which pass null; "" makes them forget it. The debug
-///                  channel is told which one is kept: "DRV path is /q/drv/". With none it is the
+///                  channel gets which one is kept: "DRV path is /q/drv/". With none it is the
 ///                  project's database directory; where that is not set either, the name comes
 ///                  without a directory.
 KORVANE_API STR gen_generate_pdb_filename(STR const& name, STR const& extension,

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Strings and text.
+/// Strings, numbers in them, messages and checksums.
 
 #include "gen_string_checksum.h"
 #include "gen_string_compare.h"

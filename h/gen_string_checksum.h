@@ -13,9 +13,9 @@
 ///       _   E F R C K T Q P M J L I A D B G O H N S
 KORVANE_API void gen_replace_invalid_chars(char* name);
 
-/// A 32-bit checksum of @p text, 0 for an empty text and for null: the reflected cyclic redundancy
-/// check of the polynomial 0x48728408 (which is not that of the common CRC-32), begun at 0xFFFFFFFF
-/// and not inverted at the end.
+/// A 32-bit checksum of @p text, 0 for an empty string and for null: the reflected cyclic
+/// redundancy check of the polynomial 0x48728408 (which is not that of the common CRC-32), begun at
+/// 0xFFFFFFFF and not inverted at the end.
 KORVANE_API int gen_crc_generator(char const* text);
 
 /// Does gen_replace_invalid_chars(text) and gives the checksum of what is left in it.

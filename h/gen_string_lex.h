@@ -30,15 +30,15 @@ KORVANE_API int gen_compare_integer_strings(STR::const_iterator str1_end,
                                             STR::const_iterator str2_end,
                                             STR::const_iterator* str2_iter);
 
-/// Natural order of the @p len1 bytes at @p a and the @p len2 bytes at @p b. Where both texts show
-/// a digit the two runs of digits compare as gen_compare_integer_strings says; elsewhere bytes
-/// compare as signed chars, so that bytes from 128 on sort before ASCII. When one text ends where
+/// Natural order of the @p len1 bytes at @p a and the @p len2 bytes at @p b. Where both strings
+/// show a digit the two runs of digits compare as gen_compare_integer_strings says; elsewhere bytes
+/// compare as signed chars, so that bytes from 128 on sort before ASCII. When one string ends where
 /// it is still the beginning of the other, outside a run of digits or with the same run, the result
 /// is the difference of the lengths, which sticks at 2147483647 either way on both widths. A null
 /// pointer is an empty string, whatever its length.
 KORVANE_API int gen_lexcmp(char const* a, unsigned len1, char const* b, unsigned len2);
 KORVANE_API int gen_lexcmp(STR const& a, STR const& b);
-/// Of NUL-terminated texts; a null is an empty one.
+/// Of NUL-terminated strings; a null is an empty one.
 KORVANE_API int gen_lexcmp(char const* a, char const* b);
 
 /// As gen_lexcmp with A to Z compared as a to z.

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Integers as text and back, whatever the locale.
+/// Integers to strings and back, whatever the locale.
 
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"

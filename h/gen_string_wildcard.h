@@ -7,7 +7,7 @@
 
 /// Rewrites @p *wildcard into a regular expression and returns it:
 ///
-///     "*" and "?"                 a "." before them: any text, and one character or none
+///     "*" and "?"                 a "." before them: any characters, and one or none
 ///     . ( ) [ \ ] |               a "\" before them
 ///     a letter, by the locale     itself in both cases, so that either matches: "v" => "[vV]"
 ///     anything else               kept as it is; + ^ $ { } are not escaped

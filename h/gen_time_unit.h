@@ -64,7 +64,7 @@ class GEN_TIME_FREQ {
     KORVANE_API static int get_list_index(FREQ_ENUM freq);
 };
 
-/// One row of the table of time units. The texts are constant and live as long as the library.
+/// One row of the table of time units. The strings are constant and live as long as the library.
 struct GEN_TIME_UNIT_DATA {
     GEN_TIME_UNIT::UNIT_ENUM unit; ///< its number
     char const* short_name;        ///< "ms"

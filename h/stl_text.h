@@ -42,8 +42,8 @@ class STL_TEXT {
     }
 
     /// Appends the digits of an int or unsigned, with its sign.
-    template <typename INTEGER>
-    void append_integer(INTEGER value, int radix = 10) {
+    template <typename Integer>
+    void append_integer(Integer value, int radix = 10) {
         constexpr std::size_t most_digits = 12;
         if (make_room(most_digits))
             m_size = static_cast<std::size_t>(
@@ -52,8 +52,8 @@ class STL_TEXT {
 
     /// Appends what @p print writes, which is called as snprintf is: with a buffer and its size.
     /// False when it gives a negative length, or the text would become too long.
-    template <typename PRINT>
-    bool append_printed(PRINT print) {
+    template <typename Print>
+    bool append_printed(Print print) {
         for (;;) {
             int const length = print(end(), room());
             if (length < 0)

@@ -6,8 +6,8 @@ namespace {
 
 ERR_HANDLER internal_error_handler = nullptr;
 
-char const* text_or_empty(char const* text) {
-    return text != nullptr ? text : "";
+char const* string_or_empty(char const* string) {
+    return string != nullptr ? string : "";
 }
 
 void write_line(char const* condition, char const* owner, char const* source_file, int line) {
@@ -21,7 +21,7 @@ void err_report_internal_error(char const* condition, char const* owner, char co
                                int line) {
     ERR_HANDLER const handler =
         internal_error_handler != nullptr ? internal_error_handler : write_line;
-    handler(text_or_empty(condition), text_or_empty(owner), text_or_empty(source_file), line);
+    handler(string_or_empty(condition), string_or_empty(owner), string_or_empty(source_file), line);
 }
 
 ERR_HANDLER err_set_internal_error_handler(ERR_HANDLER handler) {

@@ -19,7 +19,7 @@ bool is_absolute(std::string_view text) {
     return text.starts_with('/');
 }
 
-/// Copies a text to where there is room for it; gives the place behind it.
+/// Copies a string to where there is room for it; gives the place behind it.
 char* put(char* at, std::string_view text) {
     return std::copy(text.begin(), text.end(), at);
 }

@@ -20,7 +20,7 @@ void append_extension(STR& text, std::string_view extension) {
 }
 
 /// The directory components of a path while it is simplified: kept in place at the front of the
-/// text that is read, so that simplifying needs no memory of its own.
+/// string that is read, so that simplifying needs no memory of its own.
 class ComponentWriter {
   public:
     /// @p root is the length of the leading "/" or "//", which no ".." can remove.
@@ -94,7 +94,7 @@ FIO_PATH& FIO_PATH::operator=(STR const& text) {
 }
 
 FIO_PATH& FIO_PATH::operator=(char const* text) {
-    // By way of a copy: the text may be what this very path was rendered to.
+    // By way of a copy: the string may be what this very path was rendered to.
     return *this = STR(text != nullptr ? text : "");
 }
 

@@ -21,7 +21,7 @@ std::size_t find_closing_quote(std::string_view text, std::size_t from) {
 }
 
 bool is_one_directory(STR const& text) {
-    // Only a text that would be taken apart needs the check.
+    // Only a string that would be taken apart needs the check.
     if (text.find_first_of(";\"") == STR::npos && without_blanks(text).size() == text.size())
         return false;
     struct stat status;

@@ -6,5 +6,5 @@
 
 #include "mem_alloc_sys.h"
 
-/// The entries of a path-list text, as FIO_FIND describes it, as views into it.
+/// The entries of a path-list string, as FIO_FIND describes it, as views into it.
 MEM_VECTOR<std::string_view> fio_split_path_list(STR const& text);

@@ -1,4 +1,4 @@
-#include "mem.h"
+#include "mem_callback.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
-#include "mem.h"
+#include "mem_cfg.h"
 
 #include "blanks.h"
+#include "mem_alloc_sys.h"
 
 #include <algorithm>
 #include <cstdlib>

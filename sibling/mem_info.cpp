@@ -1,4 +1,4 @@
-#include "mem.h"
+#include "mem_info.h"
 
 #include "proc_status.h"
 

@@ -1,6 +1,6 @@
-#include "mem.h"
+#include "mem_msg.h"
 
-#include "stl.h"
+#include "stl_printf.h"
 
 #include <cstdio>
 

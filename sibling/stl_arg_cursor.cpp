@@ -1,4 +1,4 @@
-#include "stl.h"
+#include "stl_arg_cursor.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "stl.h"
+#include "stl_conversion.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -34,7 +34,7 @@ void read_extent(STL_CONVERSION& conversion, char const*& at) {
     }
 }
 
-// All that may come before length and letter. False for what only the whole format tells about.
+// All that may come before length and letter. False for what only the whole format decides.
 bool read_prefix(STL_CONVERSION& conversion, char const*& at) {
     bool has_locale_digits = false;
     conversion.is_numbered = skip_place(at);

@@ -1,4 +1,4 @@
-#include "stl.h"
+#include "stl_format.h"
 
 #include <cerrno>
 #include <cfenv>
@@ -23,7 +23,7 @@ bool print(STL_TEXT& text, STL_CONVERSION const& conversion, Value value) {
 }
 
 // Appends what `%f`, `%5.2f` and their like make of a number of usual size. printf itself would
-// make such a text cost 1.8 times as much on 32-bit (docs/performance.md).
+// make such a string cost 1.8 times as much on 32-bit (docs/performance.md).
 bool append_fixed(STL_TEXT& text, STL_CONVERSION const& conversion, double value) {
     constexpr std::size_t most_digits = 64;
     std::size_t width = 0;

@@ -1,4 +1,8 @@
-#include "stl.h"
+#include "stl_printf.h"
+
+#include "stl_conversion.h"
+#include "stl_format.h"
+#include "stl_text.h"
 
 #include <cerrno>
 #include <cstring>

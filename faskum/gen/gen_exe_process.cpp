@@ -1,4 +1,4 @@
-#include "gen_exe.h"
+#include "gen_exe_process.h"
 
 #include "mem.h"
 #include "stl.h"

@@ -1,4 +1,4 @@
-#include "gen_exe.h"
+#include "gen_exe_search.h"
 
 #include <cstdlib>
 #include <string_view>

@@ -1,3 +1,5 @@
+#include "gen_localization_character.h"
+
 #include <climits>
 #include <ctype.h>
 #include <wctype.h>

@@ -3,6 +3,8 @@
 // reports, and std::from_chars, which would need the same look at the string first, at least twice
 // (`scripts/bench gen_local_strtod`).
 
+#include "gen_localization_decimal.h"
+
 #include <cfenv>
 #include <charconv>
 #include <cmath>

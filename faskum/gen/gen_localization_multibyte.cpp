@@ -1,3 +1,5 @@
+#include "gen_localization_multibyte.h"
+
 #include <cstdlib>
 
 #include "gen_localization_base.h"

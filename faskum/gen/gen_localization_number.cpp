@@ -1,3 +1,5 @@
+#include "gen_localization_number.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <cwchar>

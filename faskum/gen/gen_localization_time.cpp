@@ -1,3 +1,5 @@
+#include "gen_localization_time.h"
+
 #include <cstdlib>
 #include <cwchar>
 

@@ -84,14 +84,15 @@ class FileList : public Command {
             return absolute_path(beside);
         STR const name = gen_text(entry.text);
         LookupWatch watch(LookupWatch::Manner::walk_on, "as named");
-        gen_find_file(name); // finds nothing, but tells all that could be found
-        std::vector<Asked> const hits = LookupView::hits(watch.take());
+        gen_find_file(name); // finds nothing, but is checked for wherever it could be
+        MEM_VECTOR<ExistenceCheck> const hits = LookupView::hits(watch.take());
         std::string hidden;
         for (std::size_t i = 1; i < hits.size(); ++i)
-            hidden += (hidden.empty() ? "'" : ", '") + hits[i].path + "'";
+            hidden += (hidden.empty() ? "'" : ", '") + host_text(hits[i].path) + "'";
         if (!hidden.empty())
-            answer.remark(entry.place + ": '" + hits.front().path + "' shadows " + hidden);
-        return hits.empty() ? "" : absolute_path(hits.front().path);
+            answer.remark(entry.place + ": '" + host_text(hits.front().path) + "' shadows " +
+                          hidden);
+        return hits.empty() ? "" : absolute_path(host_text(hits.front().path));
     }
 
     void take_directory(ListEntry const& entry, char const* option, Answer& answer) {

@@ -73,13 +73,13 @@ class Find : public Command {
     Found find(std::string const& name, LookupWatch& watch, bool one_of_several,
                Answer& answer) const {
         std::string path = look_up(name);
-        std::vector<Asked> const asked = watch.take();
-        m_view.show(answer, name, one_of_several, asked);
+        MEM_VECTOR<ExistenceCheck> const checks = watch.take();
+        m_view.show(answer, name, one_of_several, checks);
         // With each hit denied the lookup itself has come back with nothing.
-        std::vector<Asked> const hits = LookupView::hits(asked);
+        MEM_VECTOR<ExistenceCheck> const hits = LookupView::hits(checks);
         if (m_view.all() && !hits.empty())
-            path = hits.front().path;
-        return {path, told(name, path, asked, hits)};
+            path = host_text(hits.front().path);
+        return {path, described(name, path, checks, hits)};
     }
 
     std::string look_up(std::string const& name) const {
@@ -91,8 +91,9 @@ class Find : public Command {
         return host_text(gen_find_file(text).fullpath());
     }
 
-    Value::Record told(std::string const& name, std::string const& path,
-                       std::vector<Asked> const& asked, std::vector<Asked> const& hits) const {
+    Value::Record described(std::string const& name, std::string const& path,
+                            MEM_VECTOR<ExistenceCheck> const& checks,
+                            MEM_VECTOR<ExistenceCheck> const& hits) const {
         Value::Record record{{"name", name}};
         if (path.empty()) {
             record.insert(record.end(), {{"path", {}}, {"group", {}}, {"in_project", {}}});
@@ -101,7 +102,7 @@ class Find : public Command {
             record.emplace_back("group", hits.empty() ? "cache" : hits.front().group);
             record.emplace_back("in_project", in_project(path));
         }
-        m_view.tell(record, asked);
+        m_view.describe(record, checks);
         return record;
     }
 

@@ -87,10 +87,10 @@ class Include : public Command {
         Paths const watched = look_up(name);
         if (!m_view.all())
             paths = watched;
-        std::vector<Asked> const asked = watch.take();
-        m_view.show(answer, name, one_of_several, asked);
-        std::vector<Asked> const hits = LookupView::hits(asked);
-        return {!hits.empty(), paths.path, told(name, paths.beside_alias, asked, hits)};
+        MEM_VECTOR<ExistenceCheck> const checks = watch.take();
+        m_view.show(answer, name, one_of_several, checks);
+        MEM_VECTOR<ExistenceCheck> const hits = LookupView::hits(checks);
+        return {!hits.empty(), paths.path, described(name, paths.beside_alias, checks, hits)};
     }
 
     Paths look_up(std::string const& name) const {
@@ -104,8 +104,9 @@ class Include : public Command {
         return text ? text->c_str() : nullptr;
     }
 
-    Value::Record told(std::string const& name, STR const& beside_alias,
-                       std::vector<Asked> const& asked, std::vector<Asked> const& hits) const {
+    Value::Record described(std::string const& name, STR const& beside_alias,
+                            MEM_VECTOR<ExistenceCheck> const& checks,
+                            MEM_VECTOR<ExistenceCheck> const& hits) const {
         bool const found = !hits.empty();
         Value::Record record{
             {"name", name},
@@ -113,7 +114,7 @@ class Include : public Command {
             {"group", found ? Value(hits.front().group) : Value()},
             {"beside_alias", beside_alias.empty() ? Value() : Value(beside_alias)},
         };
-        m_view.tell(record, asked);
+        m_view.describe(record, checks);
         return record;
     }
 

@@ -45,19 +45,19 @@ class Sources : public Command {
         auto* const search =
             m_shipped ? gen_get_source_files_from_korvane_lib : gen_get_source_files;
         search(gen_text(unit), &candidates);
-        std::vector<Asked> const asked = watch.take();
-        m_view.show(answer, unit, one_of_several, asked);
+        MEM_VECTOR<ExistenceCheck> const checks = watch.take();
+        m_view.show(answer, unit, one_of_several, checks);
         answer.detail("unit", unit);
-        tell_file_types(answer);
+        describe_file_types(answer);
         Value::Record more;
-        m_view.tell(more, asked);
+        m_view.describe(more, checks);
         for (auto& [key, value] : more)
             answer.detail(key, std::move(value));
         if (m_file_list)
             return show_file_list(answer, unit, candidates);
         if (!m_view.all())
-            show(answer, one_of_several, candidates, LookupView::hits(asked));
-        bool const any = m_view.all() ? !LookupView::hits(asked).empty() : !candidates.empty();
+            show(answer, one_of_several, candidates, LookupView::hits(checks));
+        bool const any = m_view.all() ? !LookupView::hits(checks).empty() : !candidates.empty();
         if (!any)
             answer.remark("'" + unit + "' has no source file" +
                           (one_of_several ? "" : file_hint(unit)));
@@ -89,7 +89,7 @@ class Sources : public Command {
         return status_of(includes.faults().empty());
     }
 
-    static void tell_file_types(Answer& answer) {
+    static void describe_file_types(Answer& answer) {
         Value::List order;
         for (STR const& extension : *gen_get_file_type_order_helper())
             order.emplace_back(extension);
@@ -99,7 +99,7 @@ class Sources : public Command {
     /// As a table; of several units each in a line.
     static void show(Answer& answer, bool one_of_several,
                      MEM_VECTOR<GEN_SOURCE_CANDIDATE> const& candidates,
-                     std::vector<Asked> const& hits) {
+                     MEM_VECTOR<ExistenceCheck> const& hits) {
         Value::List files;
         std::string line;
         for (auto const& [group, path] : candidates) {
@@ -116,10 +116,10 @@ class Sources : public Command {
     }
 
     /// The group that the lookup asked when it found @p path. (Its tag is shared by two groups.)
-    static std::string group_of(STR const& path, std::vector<Asked> const& hits) {
-        auto const hit = std::find_if(hits.begin(), hits.end(), [&path](Asked const& question) {
-            return question.path == host_text(path);
-        });
+    static std::string group_of(STR const& path, MEM_VECTOR<ExistenceCheck> const& hits) {
+        auto const hit =
+            std::find_if(hits.begin(), hits.end(),
+                         [&path](ExistenceCheck const& check) { return check.path == path; });
         return hit != hits.end() ? hit->group : "";
     }
 
@@ -128,7 +128,7 @@ class Sources : public Command {
     bool m_shipped = false;
     bool m_file_list = false;
     ProjectOptions m_project;
-    LookupView m_view{LookupView::Rivals::same_extension};
+    LookupView m_view{LookupRivals::same_extension};
 };
 
 constexpr Help help = {

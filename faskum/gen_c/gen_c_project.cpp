@@ -1,6 +1,6 @@
 #include "gen_c_call.h"
-#include "gen_c_groups.h"
 #include "gen_c_table.h"
+#include "lookup_watch.h"
 
 #include "gen_path_find.h"
 #include "gen_path_project.h"
@@ -10,22 +10,8 @@
 
 using namespace gen_c;
 
-namespace gen_c {
-
-Group const groups[7] = {
-    {"project", gen_project_directory_fio_find},
-    {"database", gen_project_db_directory_fio_find},
-    {"project libraries", gen_project_libraries},
-    {"user libraries", gen_ini_user_libraries},
-    {"parablocks", gen_project_parablocks_fio_find},
-    {"shipped libraries", gen_korvane_libraries},
-    {"EDA libraries", gen_korvane_eda_libraries},
-};
-
-} // namespace gen_c
-
-template <typename SET>
-static gen_c_status set_text(char const* name, char const* text, SET set) {
+template <typename Set>
+static gen_c_status set_text(char const* name, char const* text, Set set) {
     if (lacks(name, text))
         return GEN_C_BAD_ARGUMENT;
     set(text);
@@ -71,13 +57,13 @@ gen_c_status gen_c_project(gen_c_table** answer) {
 gen_c_status gen_c_directories(int group, gen_c_table** answer) {
     if (lacks("answer", answer))
         return GEN_C_BAD_ARGUMENT;
-    if (group < 0 || group >= static_cast<int>(std::size(groups)))
+    if (group < 0 || group >= static_cast<int>(std::size(lookup_groups)))
         return refuse(GEN_C_BAD_ARGUMENT, "group", " is none of the seven");
     if (is_not_started())
         return GEN_C_NOT_STARTED;
     gen_init_korvane_lib_paths();
     gen_c_table table{"directory"};
-    if (FIO_FIND const* const find = groups[group].find)
+    if (FIO_FIND const* const find = lookup_groups[group].find)
         for (FIO_PATH const& directory : find->directories())
             table.row({directory.fullpath()});
     return give(std::move(table), answer);

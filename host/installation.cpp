@@ -8,7 +8,8 @@ namespace {
 
 Value::List libraries() {
     Value::List rows;
-    GEN_ENUM_ITERATOR<GEN_LIBRARY_TYPE> type(GEN_LIB_ROOT, GEN_LIB_EDA_HSPICE);
+    GEN_ENUM_ITERATOR<GEN_LIBRARY_TYPE> type(GEN_LIB_ROOT,
+                                             static_cast<GEN_LIBRARY_TYPE>(GEN_LIB_SIZE - 1));
     for (; !type.at_end(); ++type) {
         STR const directory = gen_get_library_path(*type);
         rows.emplace_back(Value::Record{{"library", static_cast<int>(*type)},

@@ -57,7 +57,8 @@ void gen_init_korvane_lib_paths() {
         return;
     MEM_LIST<FIO_PATH> shipped;
     MEM_LIST<FIO_PATH> eda;
-    GEN_ENUM_ITERATOR<GEN_LIBRARY_TYPE> type(GEN_LIB_LIBRARIES, GEN_LIB_EDA_HSPICE);
+    GEN_ENUM_ITERATOR<GEN_LIBRARY_TYPE> type(GEN_LIB_LIBRARIES,
+                                             static_cast<GEN_LIBRARY_TYPE>(GEN_LIB_SIZE - 1));
     for (; !type.at_end(); ++type)
         (gen_lib_is_for_eda_use_only(*type) ? eda : shipped)
             .emplace_back(gen_get_library_path(*type));

@@ -106,7 +106,8 @@ gen_c_status gen_c_libraries(gen_c_table** answer) {
     if (is_not_started())
         return GEN_C_NOT_STARTED;
     gen_c_table table{"library", "eda_only", "there", "directory"};
-    GEN_ENUM_ITERATOR<GEN_LIBRARY_TYPE> type(GEN_LIB_ROOT, GEN_LIB_EDA_HSPICE);
+    GEN_ENUM_ITERATOR<GEN_LIBRARY_TYPE> type(GEN_LIB_ROOT,
+                                             static_cast<GEN_LIBRARY_TYPE>(GEN_LIB_SIZE - 1));
     for (; !type.at_end(); ++type) {
         STR const directory = gen_get_library_path(*type);
         table.row({static_cast<int>(*type), gen_lib_is_for_eda_use_only(*type),

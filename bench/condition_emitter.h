@@ -1,7 +1,7 @@
 #pragma once
 
-/// Puts prefix functions together from the parts of a condition told in order: what all contestants
-/// of the condition benchmarks but gen write their result with.
+/// Puts prefix functions together from the parts of a condition, given in order: what all
+/// contestants of the condition benchmarks but gen write their result with.
 
 #include <cstdint>
 #include <cstring>

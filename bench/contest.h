@@ -18,8 +18,8 @@
 /// argument counts up from 0, to choose among prepared inputs. A round that handles many items
 /// gives their number, and the table then shows the time of one. The very first round is not
 /// measured: it may prepare what all need.
-template <typename ROUND>
-void enter(std::string const& work, std::string const& contestant, ROUND round, double items = 1) {
+template <typename Round>
+void enter(std::string const& work, std::string const& contestant, Round round, double items = 1) {
     benchmark::RegisterBenchmark((work + "/" + contestant).c_str(),
                                  [round, items, first = true](benchmark::State& state) mutable {
                                      if (std::exchange(first, false))
@@ -34,8 +34,8 @@ void enter(std::string const& work, std::string const& contestant, ROUND round, 
 /// A family of works, entered when the program starts:
 ///     static Family const numbers{[] { enter(...); }};
 struct Family {
-    template <typename ENTER_ALL>
-    explicit Family(ENTER_ALL enter_all) {
+    template <typename EnterAll>
+    explicit Family(EnterAll enter_all) {
         enter_all();
     }
 };

@@ -33,8 +33,8 @@ Items const& shared_items() {
 }
 
 /// Counts all items with @p add_item, once a round.
-template <typename ADD_ITEM>
-void enter_filler(std::string const& contestant, ADD_ITEM add_item) {
+template <typename AddItem>
+void enter_filler(std::string const& contestant, AddItem add_item) {
     enter(
         "GEN_BINDATA::add_item, 1e7 items", contestant,
         [add_item](std::size_t) mutable {

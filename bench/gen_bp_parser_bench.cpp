@@ -30,12 +30,12 @@ struct operand : sor<if_must<opening, spaces, condition, spaces, closing>,
 struct condition : list_must<operand, infix, blank> {};
 struct input_text : seq<spaces, condition, spaces, eof> {};
 
-template <typename RULE>
-struct to_emitter : nothing<RULE> {};
+template <typename Rule>
+struct to_emitter : nothing<Rule> {};
 template <>
 struct to_emitter<word> {
-    template <typename INPUT>
-    static void apply(INPUT const& in, ConditionEmitter& emitter) {
+    template <typename Input>
+    static void apply(Input const& in, ConditionEmitter& emitter) {
         emitter.word(in.string_view());
     }
 };
@@ -82,19 +82,19 @@ namespace x3 = boost::spirit::x3;
 
 struct emitter_tag {};
 
-template <typename CONTEXT>
-ConditionEmitter& emitter_of(CONTEXT const& context) {
+template <typename Context>
+ConditionEmitter& emitter_of(Context const& context) {
     return x3::get<emitter_tag>(context);
 }
 
-template <typename TOLD>
-static auto tell(TOLD told) {
-    return [told](auto const& context) { told(emitter_of(context), x3::_attr(context)); };
+template <typename Action>
+static auto on_emitter(Action action) {
+    return [action](auto const& context) { action(emitter_of(context), x3::_attr(context)); };
 }
 
 template <ConditionEmitter::Operator KIND>
 static auto tell_infix() {
-    return tell([](ConditionEmitter& emitter, auto const&) { emitter.infix(KIND); });
+    return on_emitter([](ConditionEmitter& emitter, auto const&) { emitter.infix(KIND); });
 }
 
 static x3::rule<struct operand_id> const operand = "operand";
@@ -102,12 +102,15 @@ static x3::rule<struct condition_id> const condition = "condition";
 
 static auto const word =
     x3::raw[x3::lexeme[+(x3::char_ - x3::char_(" \t()=><~"))]]
-           [tell([](ConditionEmitter& emitter, auto const& range) {
+           [on_emitter([](ConditionEmitter& emitter, auto const& range) {
                emitter.word({&*range.begin(), static_cast<std::size_t>(range.size())});
            })];
-static auto const opening = x3::lit('(')[tell([](auto& emitter, auto const&) { emitter.open(); })];
-static auto const closing = x3::lit(')')[tell([](auto& emitter, auto const&) { emitter.close(); })];
-static auto const tilde = x3::lit('~')[tell([](auto& emitter, auto const&) { emitter.negate(); })];
+static auto const opening =
+    x3::lit('(')[on_emitter([](auto& emitter, auto const&) { emitter.open(); })];
+static auto const closing =
+    x3::lit(')')[on_emitter([](auto& emitter, auto const&) { emitter.close(); })];
+static auto const tilde =
+    x3::lit('~')[on_emitter([](auto& emitter, auto const&) { emitter.negate(); })];
 static auto const infix = x3::lit('=')[tell_infix<ConditionEmitter::equal>()] |
                           x3::lit("&&")[tell_infix<ConditionEmitter::logical_and>()] |
                           x3::lit("||")[tell_infix<ConditionEmitter::logical_or>()] |

@@ -34,7 +34,7 @@ struct FullManager {
 };
 
 /// What a client would write instead: a map of names and a word of free bits.
-template <typename MAP>
+template <typename Map>
 struct MapOfFlags {
     explicit MapOfFlags(std::vector<std::string> const& names) {
         for (std::string const& name : names)
@@ -56,14 +56,14 @@ struct MapOfFlags {
     }
     unsigned find(char const* name) const { return flags.find(name)->second; }
 
-    MAP flags;
+    Map flags;
     unsigned free = 0xFFFFFFFFU;
 };
 
-template <typename MAP>
+template <typename Map>
 void enter_map(std::string const& contestant, std::vector<std::string> const& names,
                std::vector<unsigned> const& order) {
-    auto const map = std::make_shared<MapOfFlags<MAP>>(names);
+    auto const map = std::make_shared<MapOfFlags<Map>>(names);
     enter("GEN_DYN_FLAG_MANAGER::get_named_flag, full", contestant,
           [=](std::size_t turn) { return map->find(names[order[turn % input_count]].c_str()); });
     enter("GEN_DYN_FLAG_MANAGER::destroy_flag, create_flag, full", contestant,

@@ -58,9 +58,9 @@ UserLocale user_locale;
 
 /// Enters a contestant that runs under the user's locale, which is set up before the clock starts
 /// and put back behind it: the next repetition may be one of any other work.
-template <typename ROUND>
+template <typename Round>
 void enter_under(char const* locale, std::string const& work, std::string const& contestant,
-                 ROUND round) {
+                 Round round) {
     benchmark::RegisterBenchmark((work + ", locale " + locale + "/" + contestant).c_str(),
                                  [locale, round](benchmark::State& state) {
                                      user_locale.use(locale);
@@ -77,8 +77,8 @@ locale_t kept_locale() {
 }
 
 /// What the twins are defined by, done word by word.
-template <typename CALL>
-auto switched(int category, CALL call) {
+template <typename Call>
+auto switched(int category, Call call) {
     std::string const users = std::setlocale(category, nullptr);
     std::setlocale(category, "C");
     auto const result = call();
@@ -129,16 +129,16 @@ std::vector<std::string> decimal_texts() {
     return texts;
 }
 
-template <typename NUMBER>
-constexpr NUMBER powers_of_ten[] = {1e0L,  1e1L,  1e2L,  1e3L,  1e4L,  1e5L,  1e6L,  1e7L,
+template <typename Number>
+constexpr Number powers_of_ten[] = {1e0L,  1e1L,  1e2L,  1e3L,  1e4L,  1e5L,  1e6L,  1e7L,
                                     1e8L,  1e9L,  1e10L, 1e11L, 1e12L, 1e13L, 1e14L, 1e15L,
                                     1e16L, 1e17L, 1e18L, 1e19L, 1e20L, 1e21L, 1e22L};
 
-template <typename NUMBER>
-NUMBER scaled(std::int64_t digits, int power) {
-    auto const number = static_cast<NUMBER>(digits);
-    return power < 0 ? number / powers_of_ten<NUMBER>[-power]
-                     : number * powers_of_ten<NUMBER>[power];
+template <typename Number>
+Number scaled(std::int64_t digits, int power) {
+    auto const number = static_cast<Number>(digits);
+    return power < 0 ? number / powers_of_ten<Number>[-power]
+                     : number * powers_of_ten<Number>[power];
 }
 
 /// digits * 10^power for at most 18 digits and a power within 22, exactly rounded. Long numbers go

@@ -132,8 +132,8 @@ void enter_lookups(std::string const& work, char const* stem) {
     });
 }
 
-/// The questions that a source search must ask, ready-made: a type that was found in one group is
-/// not asked for in the next.
+/// The existence checks that a source search must make, ready-made: a type that was found in one
+/// group is not asked for in the next.
 struct ReadySources {
     ReadySources(char const* stem, bool found) {
         for (std::size_t i = 0; i < name_count; ++i) {
@@ -251,7 +251,7 @@ struct KnownNames {
             paths.push_back("/home/somebody/project/" + names.back());
         }
     }
-    /// A name that the processor cannot foresee: with steps of one length it would fetch ahead.
+    /// A name that the processor cannot predict: at equal distances it would fetch ahead.
     std::size_t pick(std::size_t turn) const {
         auto mixed = static_cast<std::uint32_t>(turn);
         mixed = (mixed ^ mixed >> 16) * 0x85EBCA6BU;
@@ -266,9 +266,9 @@ struct KnownNames {
 
 using Known = std::shared_ptr<KnownNames const>;
 
-template <typename MAP>
+template <typename Map>
 void enter_map(std::string const& work, std::string const& contestant, Known const& known) {
-    auto const map = std::make_shared<MAP>();
+    auto const map = std::make_shared<Map>();
     for (std::size_t i = 0; i < known->names.size(); ++i)
         map->emplace(known->names[i], known->paths[i]);
     enter(work, contestant, [known, map](std::size_t turn) {

@@ -62,8 +62,8 @@ void enter_hash_sizes() {
 }
 
 /// Draws many in a round, so that the state can stay in registers as it does in a caller's loop.
-template <typename DRAW>
-void enter_draws(std::string const& contestant, DRAW draw) {
+template <typename Draw>
+void enter_draws(std::string const& contestant, Draw draw) {
     constexpr unsigned draws = 256;
     auto const round = [draw](std::size_t) mutable {
         unsigned sum = 0;

@@ -32,9 +32,9 @@ struct TextPairs {
     std::vector<char const*> second;
 };
 
-template <typename COMPARE>
+template <typename Compare>
 void enter_pairs(std::string const& work, std::string const& contestant,
-                 std::shared_ptr<TextPairs const> const& pairs, COMPARE compare) {
+                 std::shared_ptr<TextPairs const> const& pairs, Compare compare) {
     enter(work, contestant, [pairs, compare](std::size_t turn) {
         std::size_t const i = turn % input_count;
         return compare(pairs->first[i], pairs->second[i]);

@@ -34,9 +34,9 @@ struct Names {
     std::vector<STR> folded;
 };
 
-template <typename COMPARE>
+template <typename Compare>
 void enter_sort(std::string const& work, std::string const& contestant,
-                std::shared_ptr<Names const> const& names, COMPARE compare) {
+                std::shared_ptr<Names const> const& names, Compare compare) {
     auto const sort = [names, compare](std::size_t) {
         std::vector<unsigned> order(name_count);
         for (unsigned i = 0; i < name_count; ++i)

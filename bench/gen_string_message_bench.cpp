@@ -36,15 +36,15 @@ Inputs const& inputs() {
     return made;
 }
 
-template <typename... ARGUMENTS>
-STR gen_text(char const* format, ARGUMENTS... arguments) {
+template <typename... Arguments>
+STR gen_text(char const* format, Arguments... arguments) {
     STR text;
     gen_sprintf(&text, format, arguments...);
     return text;
 }
 
-template <typename... ARGUMENTS>
-std::string plain_text(char const* format, ARGUMENTS... arguments) {
+template <typename... Arguments>
+std::string plain_text(char const* format, Arguments... arguments) {
     char buffer[512];
     int const length = std::snprintf(buffer, sizeof buffer, format, arguments...);
     return std::string(buffer, static_cast<std::size_t>(length));
@@ -59,8 +59,8 @@ STR message(char const* format, ...) {
     return text;
 }
 
-template <typename... ARGUMENTS>
-std::string fmt_message(fmt::string_view format, ARGUMENTS const&... arguments) {
+template <typename... Arguments>
+std::string fmt_message(fmt::string_view format, Arguments const&... arguments) {
     return fmt::vformat(format, fmt::make_format_args(arguments...));
 }
 

@@ -20,22 +20,22 @@ unsigned digit_count(unsigned most) {
     return percent < 95 ? 4 : 5 + random_below(most - 4);
 }
 
-template <typename NUMBER>
-std::vector<NUMBER> random_numbers() {
-    constexpr auto digits = static_cast<unsigned>(std::numeric_limits<NUMBER>::digits10 + 1);
-    std::vector<NUMBER> numbers;
+template <typename Number>
+std::vector<Number> random_numbers() {
+    constexpr auto digits = static_cast<unsigned>(std::numeric_limits<Number>::digits10 + 1);
+    std::vector<Number> numbers;
     for (std::size_t i = 0; i < number_count; ++i) {
         std::uint64_t number = 0;
         for (unsigned left = digit_count(digits); left != 0; --left)
             number = number * 10 + random_below(10);
-        numbers.push_back(static_cast<NUMBER>(number));
+        numbers.push_back(static_cast<Number>(number));
     }
     return numbers;
 }
 
-template <typename NUMBER, typename WRITE>
+template <typename Number, typename Write>
 void enter_write(std::string const& work, std::string const& contestant,
-                 std::vector<NUMBER> const& numbers, WRITE write) {
+                 std::vector<Number> const& numbers, Write write) {
     enter(work, contestant, [numbers, write](std::size_t turn) {
         char buf[24];
         write(numbers[turn % number_count], buf);
@@ -44,8 +44,8 @@ void enter_write(std::string const& work, std::string const& contestant,
     });
 }
 
-template <typename NUMBER>
-void write_by_to_chars(NUMBER value, char* buf, int radix) {
+template <typename Number>
+void write_by_to_chars(Number value, char* buf, int radix) {
     *std::to_chars(buf, buf + 23, value, radix).ptr = '\0';
 }
 

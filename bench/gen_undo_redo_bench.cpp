@@ -31,9 +31,9 @@ class Place {
                          std::to_string(getpid());
 };
 
-template <typename TEXT>
-TEXT command(int i) {
-    return TEXT("set_location -to node[") + std::to_string(i).c_str() + "] X12_Y" +
+template <typename Text>
+Text command(int i) {
+    return Text("set_location -to node[") + std::to_string(i).c_str() + "] X12_Y" +
            std::to_string(i % 100).c_str();
 }
 

@@ -18,18 +18,18 @@ std::vector<std::string> random_texts(std::size_t count, unsigned shortest, unsi
 
 using Texts = std::shared_ptr<std::vector<std::string> const>;
 
-template <typename TEXT>
+template <typename Text>
 void enter_construction(std::string const& contestant, Texts const& texts) {
     enter("STR construct and destroy, 8 to 60 bytes", contestant, [texts](std::size_t turn) {
-        TEXT const text((*texts)[turn % input_count].c_str());
+        Text const text((*texts)[turn % input_count].c_str());
         return text[0];
     });
 }
 
-template <typename TEXT>
+template <typename Text>
 void enter_appending(std::string const& contestant, Texts const& pieces) {
     enter("STR append churn, a path of 5 pieces", contestant, [pieces](std::size_t turn) {
-        TEXT path;
+        Text path;
         for (std::size_t i = 0; i < 5; ++i) {
             path += '/';
             path += (*pieces)[(turn + i) % input_count].c_str();
@@ -38,14 +38,14 @@ void enter_appending(std::string const& contestant, Texts const& pieces) {
     });
 }
 
-template <typename TEXT, typename LIST>
+template <typename Text, typename List>
 void enter_list(std::string const& contestant, Texts const& names) {
     enter(
         "STR list of 512 names", contestant,
         [names](std::size_t) {
-            LIST list;
+            List list;
             for (std::string const& name : *names)
-                list.push_back(TEXT(name.c_str()));
+                list.push_back(Text(name.c_str()));
             return list.size();
         },
         static_cast<double>(names->size()));

@@ -47,9 +47,9 @@ class FuzzInput {
   public:
     FuzzInput(std::uint8_t const* data, std::size_t size) : m_data(data), m_left(size) {}
 
-    template <typename NUMBER>
-    NUMBER take() {
-        NUMBER number{};
+    template <typename Number>
+    Number take() {
+        Number number{};
         std::size_t const size = std::min(sizeof number, m_left);
         if (size != 0)
             std::memcpy(&number, m_data, size);
@@ -84,8 +84,8 @@ class FuzzInput {
 };
 
 /// Stops the fuzzer when a rule is broken.
-inline void require(bool holds, char const* rule) {
-    if (holds)
+inline void require(bool is_kept, char const* rule) {
+    if (is_kept)
         return;
     dprintf(STDERR_FILENO, "broken rule: %s\n", rule); // a target may have taken the stream away
     std::abort();

@@ -56,12 +56,12 @@ void compare_stored(std::string_view text, unsigned long flags, char const* form
 void compare_allocated(std::string_view text, unsigned long flags, char const* format,
                        unsigned long size) {
     char* block = nullptr;
-    unsigned long const told =
+    unsigned long const length =
         gen_formatmessage(flags | FORMAT_MESSAGE_ALLOCATE_BUFFER, format, 0, 0,
                           reinterpret_cast<char*>(&block), size, harmless_arguments());
     std::string expected(text);
     expected.resize(text.empty() ? 0 : std::max<std::size_t>(text.size(), size));
-    require(told == expected.size(), "size of the block told");
+    require(length == expected.size(), "size of the block");
     require((block == nullptr) == text.empty(), "block only for a text");
     if (block != nullptr)
         require(std::memcmp(block, expected.c_str(), expected.size() + 1) == 0, "block filled");

@@ -33,8 +33,8 @@ class Value {
     Value(std::string_view text) : m_content(std::string(text)) {}
     Value(char const* text) : m_content(std::string(text)) {}
     /// STR and std::string alike.
-    template <typename ALLOCATOR>
-    Value(std::basic_string<char, std::char_traits<char>, ALLOCATOR> const& text)
+    template <typename Allocator>
+    Value(std::basic_string<char, std::char_traits<char>, Allocator> const& text)
         : m_content(std::string(text.data(), text.size())) {}
     Value(List list) : m_content(std::move(list)) {}
     Value(Record record) : m_content(std::move(record)) {}
@@ -92,7 +92,7 @@ class Answer {
     void detail(std::string key, Value value) {
         add(std::move(key), std::move(value), Shown::hidden);
     }
-    /// What people alone see: a line, or a table. Scripts are told the same by a detail.
+    /// What people alone see: a line, or a table. Scripts get the same by a detail.
     void view(std::string_view line) { add("", line, Shown::view); }
     void view(Value::List rows, std::vector<Emphasis> emphasis) {
         m_entries.push_back({"", std::move(rows), Shown::view, std::move(emphasis)});

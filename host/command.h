@@ -33,7 +33,7 @@ class Command {
     virtual Status run(Answer& answer) = 0;
 };
 
-/// What --help tells about a subcommand or a family.
+/// What --help says about a subcommand or a family.
 struct Help {
     char const* name;
     char const* summary; ///< one line, in the third person: "Sorts lines ..."
@@ -50,9 +50,9 @@ class Commands {
     /// What is added from now on is listed under this heading; under "" it is not listed.
     void group(char const* heading) { m_next_heading = heading; }
     Commands& family(Help const& help);
-    template <typename COMMAND>
+    template <typename Kind>
     void add(Help const& help) {
-        add(help, [] { return std::make_unique<COMMAND>(); });
+        add(help, [] { return std::make_unique<Kind>(); });
     }
     void add(Help const& help, Maker make);
 

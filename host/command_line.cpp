@@ -170,8 +170,8 @@ std::string read_command_line(Options& options, std::vector<std::string> words) 
     try {
         parser.parse(std::move(words));
     } catch (CLI::ParseError const& error) {
-        std::string const told = error.what(); // begins with the name
-        unfinished = told.substr(0, told.find(':')) + ": its value is missing";
+        std::string const message = error.what(); // begins with the name
+        unfinished = message.substr(0, message.find(':')) + ": its value is missing";
     }
     std::string const unusable = take_options(parser);
     if (std::string const word = parser.unknown_option(); !word.empty())

@@ -20,7 +20,7 @@ class Search {
     explicit Search(std::string const& name)
         : m_name(fs::path(name).filename()), m_stem(fs::path(name).stem()) {}
 
-    /// Looks at the files of a directory, and of those below it if told so.
+    /// Looks at the files of a directory, and of those below it if wanted.
     void look(fs::path const& directory, bool below) {
         ++m_looks;
         std::error_code fault;

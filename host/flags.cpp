@@ -168,7 +168,7 @@ class Session {
     Reports m_reports;
     SweepRecorder m_clearer;
     GEN_DYN_FLAG_MANAGER m_manager{&m_clearer};
-    GEN_DYN_FLAG m_named; ///< a flag may be called "DIRTY": its name alone does not tell
+    GEN_DYN_FLAG m_named; ///< a flag may be called "DIRTY": its name alone does not show that
 };
 
 /// Lines of standard input as they come, each asked for when somebody sits in front of it.

@@ -25,8 +25,8 @@ std::size_t terminal_columns() {
     winsize size{};
     if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0)
         return size.ws_col;
-    char const* const told = std::getenv("COLUMNS");
-    long const columns = told != nullptr ? std::strtol(told, nullptr, 10) : 0;
+    char const* const setting = std::getenv("COLUMNS");
+    long const columns = setting != nullptr ? std::strtol(setting, nullptr, 10) : 0;
     return columns > 0 && columns < 10000 ? static_cast<std::size_t>(columns) : default_columns;
 }
 

@@ -72,14 +72,14 @@ std::string joined(std::vector<std::string> const& lines) {
 }
 
 void write_object(Answer const& answer, bool is_error, JsonWriter writer) {
-    std::vector<Answer::Entry const*> told;
+    std::vector<Answer::Entry const*> entries;
     for (Answer::Entry const& entry : answer.entries())
         if (entry.shown != Answer::Shown::view)
-            told.push_back(&entry);
+            entries.push_back(&entry);
     Answer::Entry const error{"error", joined(answer.remarks()), Answer::Shown::hidden};
     if (is_error && !answer.remarks().empty())
-        told.push_back(&error);
-    writer.sequence('{', '}', told, [&writer](Answer::Entry const* entry) {
+        entries.push_back(&error);
+    writer.sequence('{', '}', entries, [&writer](Answer::Entry const* entry) {
         writer.member(entry->key, entry->value);
     });
 }

@@ -10,7 +10,7 @@
 #include "answer.h"
 
 /// Writes the answer as one JSON object, with the remarks as a member "error" if the answer is none
-/// to be glad of. json_text.h tells what becomes of bytes that are not UTF-8.
+/// to be glad of. json_text.h says what becomes of bytes that are not UTF-8.
 void print_json(Answer const& answer, bool is_error, std::FILE* stream);
 /// The same without any line end.
 void print_json_inline(Answer const& answer, bool is_error, std::FILE* stream);

@@ -36,15 +36,15 @@ class Machine : public Command {
     }
 
   private:
-    template <typename RESULT>
-    void ask(Answer& answer, char const* key, bool (*question)(RESULT*)) {
-        RESULT result{};
+    template <typename Result>
+    void ask(Answer& answer, char const* key, bool (*question)(Result*)) {
+        Result result{};
         bool const done = question(&result);
         answer.field(key, done ? Value(result) : Value());
         m_all_known = m_all_known && done;
     }
 
-    /// For the texts that are empty where the system does not tell.
+    /// For the texts that are empty where the system does not say.
     void known(Answer& answer, char const* key, STR const& text) {
         answer.field(key, text.empty() ? Value() : Value(text));
         m_all_known = m_all_known && !text.empty();

@@ -59,7 +59,7 @@ class Undo : public Command {
             answer.remark("there is nothing to write: '" + file + "' is left as it is");
         else if (!written)
             answer.remark("cannot write '" + file + "': " + std::strerror(errno));
-        tell(sections, file, written, answer);
+        describe(sections, file, written, answer);
         if (m_print && written)
             print(file, answer);
         return status_of(written);
@@ -74,8 +74,8 @@ class Undo : public Command {
             answer.plain("text", std::string_view(text).substr(0, text.size() - 1));
     }
 
-    static void tell(std::vector<UndoSection> const& sections, std::string const& file,
-                     bool written, Answer& answer) {
+    static void describe(std::vector<UndoSection> const& sections, std::string const& file,
+                         bool written, Answer& answer) {
         std::size_t recorded = 0;
         std::size_t undo = 0;
         std::size_t redo = 0;

@@ -4,11 +4,11 @@
 
 namespace {
 
-/// One row of either table; @p TABLE is the class that answers for it.
-template <typename TABLE>
+/// One row of either table; @p Table is the class that answers for it.
+template <typename Table>
 Value row(auto key, auto const& data) {
     return Value::Record{
-        {"index", TABLE::get_list_index(key)},
+        {"index", Table::get_list_index(key)},
         {"short_name", data.short_name},
         {"long_name", data.long_name},
         {"magnitude", data.magnitude},

@@ -1,4 +1,4 @@
-"""What `gen_query describe --json` tells, read for the generators of this directory."""
+"""What `gen_query describe --json` says, read for the generators of this directory."""
 
 import dataclasses
 import json
@@ -40,11 +40,11 @@ class Command:
             yield from command.all(*above, command.name)
 
 
-def _command(told):
-    return Command(told["name"], told["summary"], [Option(**option) for option in told["options"]],
-                   told["footer"], [_command(command) for command in told["commands"]])
+def _command(described):
+    return Command(described["name"], described["summary"], [Option(**option) for option in described["options"]],
+                   described["footer"], [_command(command) for command in described["commands"]])
 
 
 def read(path):
-    told = json.loads(pathlib.Path(path).read_text(encoding="utf-8"))
-    return _command(told["gen_query"])
+    described = json.loads(pathlib.Path(path).read_text(encoding="utf-8"))
+    return _command(described["gen_query"])

@@ -118,7 +118,7 @@ def term(option):
     return names + (f" \\fI{plain(value)}\\fR" if value else "")
 
 
-def told(option):
+def described(option):
     text = option.summary
     if option.choices:
         text += ": " + ", ".join(option.choices[:-1]) + " or " + option.choices[-1]
@@ -142,7 +142,7 @@ def section(path, command):
              plain(command.summary) + "."]
     for option in command.options:
         if "--help" not in option.names and "--json" not in option.names:
-            lines += [".TP", term(option), told(option)]
+            lines += [".TP", term(option), described(option)]
     if remarks:
         lines += [".PP", plain("\n".join(remarks))]
     return "\n".join(lines + verbatim(example)) + "\n"

@@ -35,7 +35,7 @@ void new_tokens() {
 }
 
 STR number_of_tokens() {
-    return told(static_cast<long>(parser->token_list().size()));
+    return shown(static_cast<long>(parser->token_list().size()));
 }
 
 void new_undo() {
@@ -102,14 +102,14 @@ std::vector<Call> const calls = {
          },
      .prepare = new_parser,
      .otherwise = {"2", "1", "0"},
-     .told = "(korvane: internal error: new_token != 0 \\(GEN, gen_bp_parser:[0-9]+\\)\n)+"},
+     .reported = "(korvane: internal error: new_token != 0 \\(GEN, gen_bp_parser:[0-9]+\\)\n)+"},
     {.name = "find_subexpression",
      .ask =
          [] {
              MEM_LIST<BP_TOKEN*>& tokens = parser->token_list();
              GEN_BP_PARSER::iterator op;
              parser->get_first_subexpression(tokens.begin(), tokens.end(), nullptr, &op);
-             return parser->error_text() + told(static_cast<long>((*op)->type));
+             return parser->error_text() + shown(static_cast<long>((*op)->type));
          },
      .prepare = new_tokens},
     {.name = "add_token",
@@ -121,7 +121,7 @@ std::vector<Call> const calls = {
          },
      .prepare = new_parser,
      .otherwise = {"0"},
-     .told = "korvane: internal error: new_token != 0 \\(GEN, gen_bp_parser:[0-9]+\\)\n"},
+     .reported = "korvane: internal error: new_token != 0 \\(GEN, gen_bp_parser:[0-9]+\\)\n"},
     {.name = "process_token",
      .ask =
          [] {
@@ -131,7 +131,7 @@ std::vector<Call> const calls = {
          },
      .prepare = new_parser,
      .otherwise = {"0"},
-     .told = "korvane: internal error: new_token != 0 \\(GEN, gen_bp_parser:[0-9]+\\)\n"},
+     .reported = "korvane: internal error: new_token != 0 \\(GEN, gen_bp_parser:[0-9]+\\)\n"},
 
     {.name = "undo_commands",
      .ask =
@@ -176,7 +176,7 @@ std::vector<Call> const calls = {
              return name_of(GEN_DYN_FLAG(0xFFFF));
          },
      .prepare = new_flags,
-     .told =
+     .reported =
          "korvane: internal error: couldn't find flag 'a flag that was never there' \\(GEN, "
          "gen_dyn_flag:425\\)\n"
          "korvane: internal error: flag 0x100 not found to delete \\(GEN, gen_dyn_flag:521\\)\n"},
@@ -193,7 +193,7 @@ std::vector<Call> const calls = {
          [] {
              GEN_BINDATA bins(0, 100, 1000);
              bins.add_item(50);
-             return told(static_cast<long>(bins.item_count(500)));
+             return shown(static_cast<long>(bins.item_count(500)));
          }},
 };
 

@@ -24,14 +24,14 @@ void new_find() {
 }
 
 std::vector<Call> const calls = {
-    {.name = "path_of_text", .ask = [] { return told(FIO_PATH(some_path)); }},
-    {.name = "copied_path", .ask = [] { return told(FIO_PATH(*path)); }, .prepare = new_path},
+    {.name = "path_of_text", .ask = [] { return shown(FIO_PATH(some_path)); }},
+    {.name = "copied_path", .ask = [] { return shown(FIO_PATH(*path)); }, .prepare = new_path},
     {.name = "assigned_path",
      .ask =
          [] {
              FIO_PATH other;
              other = *path;
-             return told(other);
+             return shown(other);
          },
      .prepare = new_path},
     {.name = "path_directory", .ask = [] { return path->full_directory(); }, .prepare = new_path},
@@ -40,76 +40,77 @@ std::vector<Call> const calls = {
     {.name = "set_path_directory",
      .ask =
          [] {
-             return path->directory("/another/directory/that/is/longer/than/before"), told(*path);
+             return path->directory("/another/directory/that/is/longer/than/before"), shown(*path);
          },
      .prepare = new_path},
     {.name = "set_path_filename",
-     .ask = [] { return path->filename("another_file_of_more_length_than_before.v"), told(*path); },
+     .ask =
+         [] { return path->filename("another_file_of_more_length_than_before.v"), shown(*path); },
      .prepare = new_path},
     {.name = "set_path_base",
-     .ask = [] { return path->base("another_base_of_more_length_than_before"), told(*path); },
+     .ask = [] { return path->base("another_base_of_more_length_than_before"), shown(*path); },
      .prepare = new_path},
     {.name = "set_path_extension",
-     .ask = [] { return path->extension("an_extension", "another_extension"), told(*path); },
+     .ask = [] { return path->extension("an_extension", "another_extension"), shown(*path); },
      .prepare = new_path},
     {.name = "path_cd",
-     .ask = [] { return path->cd("a/directory/of/some/length/below"), told(*path); },
+     .ask = [] { return path->cd("a/directory/of/some/length/below"), shown(*path); },
      .prepare = new_path},
     {.name = "simplified_path",
      .ask =
          [] {
              FIO_PATH other("/some/directory/./of/../a_file_of_some_length.vhd");
              other.become_simplified();
-             return told(other);
+             return shown(other);
          }},
     {.name = "absolute_path",
      .ask =
          [] {
              FIO_PATH other("a.v");
              other.become_absolute("a/base/of/some/length");
-             return told(other);
+             return shown(other);
          },
      .prepare = start},
     {.name = "rendered_path",
      .ask =
          [] {
              path->path_separator('\\');
-             return told(static_cast<char const*>(*path));
+             return shown(static_cast<char const*>(*path));
          },
      .prepare = new_path},
 
     {.name = "directory_list",
-     .ask = [] { return told(&FIO_FIND(STR("/a/b;\"/some/directory;of/it\"")).directories()); }},
+     .ask = [] { return shown(&FIO_FIND(STR("/a/b;\"/some/directory;of/it\"")).directories()); }},
     {.name = "directory_list_of_paths",
      .ask =
          [] {
              MEM_LIST<FIO_PATH> const paths = {"some/directory/of/it", "/another/directory"};
-             return told(&FIO_FIND(paths).directories());
+             return shown(&FIO_FIND(paths).directories());
          }},
     {.name = "directory_list_again",
-     .ask = [] { return find->init("/a/b;/some/directory/of/it"), told(&find->directories()); },
+     .ask = [] { return find->init("/a/b;/some/directory/of/it"), shown(&find->directories()); },
      .prepare = new_find},
     {.name = "base_for_results",
      .ask =
          [] {
              find->set_directory_for_results_to_become_absolute_to("a/base/of/some/length/..");
-             return told(find->find_first_relative_path("../../../../a_file_that_is_not_there"));
+             return shown(find->find_first_relative_path("../../../../a_file_that_is_not_there"));
          },
      .prepare = new_find},
     {.name = "find_relative_path",
-     .ask = [] { return told(find->find_first_relative_path("include/a_file_to_include.v")); },
+     .ask = [] { return shown(find->find_first_relative_path("include/a_file_to_include.v")); },
      .prepare = new_find},
     {.name = "find_all",
      .ask =
          [] {
              MEM_LIST<FIO_PATH> results;
              find->find_all("the_top_of_the_design", {"v", "vhd"}, &results, true, true);
-             return told(&results);
+             return shown(&results);
          },
      .prepare = new_find},
 
     {.name = "create_directory",
-     .ask = [] { return told(FIO_FILE_SYSTEM::create("a_directory/in_a_directory/in_another")); },
+     .ask = [] { return shown(FIO_FILE_SYSTEM::create("a_directory/in_a_directory/in_another")); },
      .prepare =
          [] {
              start();

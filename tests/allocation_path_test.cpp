@@ -28,14 +28,14 @@ std::vector<Call> const calls = {
     {.name = "unshipped_tcl", .ask = gen_get_unshipped_tcl_fullpath, .prepare = start},
     {.name = "device_db", .ask = gen_get_device_db_fullpath, .prepare = start},
     {.name = "device_files",
-     .ask = [] { return told_all(gen_get_all_device_files()); },
+     .ask = [] { return shown_all(gen_get_all_device_files()); },
      .prepare = start,
      .lapse = ""},
     {.name = "set_project_dir",
      .ask =
          [] {
              gen_set_project_dir_path(at("project"));
-             return gen_get_project_dir_path() + told(gen_get_project_parablocks_dir_path());
+             return gen_get_project_dir_path() + shown(gen_get_project_parablocks_dir_path());
          },
      .prepare = start},
     {.name = "set_db_dir",
@@ -43,22 +43,22 @@ std::vector<Call> const calls = {
          [] {
              gen_set_db_dir_path(at("project/a;db"));
              gen_set_db_dir_full_name(at("project/db/name"));
-             return gen_get_db_dir_path_string() + told(gen_get_db_dir_full_name());
+             return gen_get_db_dir_path_string() + shown(gen_get_db_dir_full_name());
          },
      .prepare = start},
     {.name = "project_dir", .ask = gen_get_project_dir_path, .prepare = open_project},
     {.name = "project_parablocks_dir",
-     .ask = [] { return told(gen_get_project_parablocks_dir_path()); },
+     .ask = [] { return shown(gen_get_project_parablocks_dir_path()); },
      .prepare = open_project},
     {.name = "db_dir", .ask = gen_get_db_dir_path_string, .prepare = open_project},
     {.name = "db_dir_path",
-     .ask = [] { return told(gen_get_db_dir_path()); },
+     .ask = [] { return shown(gen_get_db_dir_path()); },
      .prepare = open_project},
     {.name = "set_output_directory",
      .ask =
          [] {
              gen_set_project_output_directory("an/output/directory");
-             return told(gen_get_project_output_directory());
+             return shown(gen_get_project_output_directory());
          },
      .prepare =
          [] {
@@ -67,7 +67,7 @@ std::vector<Call> const calls = {
          },
      .left = written},
     {.name = "output_directory_by_default",
-     .ask = [] { return told(gen_get_project_output_directory()); },
+     .ask = [] { return shown(gen_get_project_output_directory()); },
      .prepare =
          [] {
              start();
@@ -87,7 +87,7 @@ std::vector<Call> const calls = {
          [] {
              gen_set_project_library_paths("\"a;b\";/some/library;another/library");
              gen_set_user_library_paths("the/library/of/the/user");
-             return told(gen_project_lib_fio_paths()) + gen_get_user_library_paths();
+             return shown(gen_project_lib_fio_paths()) + gen_get_user_library_paths();
          },
      .prepare = start},
     {.name = "project_library_paths",
@@ -95,7 +95,7 @@ std::vector<Call> const calls = {
      .prepare = open_project},
     {.name = "user_library_paths", .ask = gen_get_user_library_paths, .prepare = open_project},
     {.name = "shipped_library_paths",
-     .ask = [] { return told(gen_get_default_lib_fio_paths()); },
+     .ask = [] { return shown(gen_get_default_lib_fio_paths()); },
      .prepare =
          [] {
              start();
@@ -106,30 +106,30 @@ std::vector<Call> const calls = {
          [] {
              MEM_VECTOR<STR>* const order = gen_get_file_type_order_helper();
              gen_remove_file_type_order_helper(order, "an_extension_of_some_length");
-             return told_all(*order);
+             return shown_all(*order);
          },
      .prepare = gen_clear_all_library_paths},
     {.name = "find_file",
-     .ask = [] { return told(gen_find_file("include/a_file_to_include.v")); },
+     .ask = [] { return shown(gen_find_file("include/a_file_to_include.v")); },
      .prepare = open_project},
     {.name = "find_file_by_default",
-     .ask = [] { return told(gen_find_file("primitives/shipped_with_the_suite.v")); },
+     .ask = [] { return shown(gen_find_file("primitives/shipped_with_the_suite.v")); },
      .prepare =
          [] {
              start();
              gen_clear_all_library_paths();
          }},
     {.name = "find_absolute_file",
-     .ask = [] { return told(gen_find_file(at("project/the_top_of_the_design.v"))); },
+     .ask = [] { return shown(gen_find_file(at("project/the_top_of_the_design.v"))); },
      .prepare = open_project},
     {.name = "find_file_in_library",
-     .ask = [] { return told(gen_find_file("a_name_in_the_library.v")); },
+     .ask = [] { return shown(gen_find_file("a_name_in_the_library.v")); },
      .prepare = open_project},
     {.name = "find_file_cached",
      .ask =
          [] {
              gen_find_file_cache_assisted("a_name_in_the_library.v");
-             return told(gen_find_file_cache_assisted("a_name_in_the_library.v"));
+             return shown(gen_find_file_cache_assisted("a_name_in_the_library.v"));
          },
      .prepare =
          [] {
@@ -140,7 +140,7 @@ std::vector<Call> const calls = {
      .ask =
          [] {
              gen_find_file_cache->emplace("a_name_in_the_library.v", at("library/a_name"));
-             return told(gen_find_file_cache->at("a_name_in_the_library.v"));
+             return shown(gen_find_file_cache->at("a_name_in_the_library.v"));
          },
      .prepare =
          [] {
@@ -148,7 +148,7 @@ std::vector<Call> const calls = {
              gen_create_find_file_cache();
          }},
     {.name = "find_eda_file",
-     .ask = [] { return told(gen_find_eda_file("an_eda_file_of_the_suite.v")); },
+     .ask = [] { return shown(gen_find_eda_file("an_eda_file_of_the_suite.v")); },
      .prepare = start},
     {.name = "find_include_file",
      .ask =
@@ -165,7 +165,7 @@ std::vector<Call> const calls = {
          [] {
              MEM_VECTOR<GEN_SOURCE_CANDIDATE> candidates;
              gen_get_source_files("the_top_of_the_design", &candidates);
-             return told(candidates);
+             return shown(candidates);
          },
      .prepare = open_project},
     {.name = "source_files_of_the_suite",
@@ -173,7 +173,7 @@ std::vector<Call> const calls = {
          [] {
              MEM_VECTOR<GEN_SOURCE_CANDIDATE> candidates;
              gen_get_source_files_from_korvane_lib("shipped_with_the_suite", &candidates);
-             return told(candidates);
+             return shown(candidates);
          },
      .prepare = start},
     {.name = "append_candidates",
@@ -181,7 +181,7 @@ std::vector<Call> const calls = {
          [] {
              MEM_VECTOR<GEN_SOURCE_CANDIDATE> candidates;
              gen_append_candidates_helper(GEN_LIBRARY_PATHS_ENUM{}, *found, &candidates, types);
-             return told(candidates) + told_all(*types);
+             return shown(candidates) + shown_all(*types);
          },
      .prepare =
          [] {
@@ -197,7 +197,7 @@ std::vector<Call> const calls = {
      .prepare =
          [] {
              open_project();
-             listen();
+             keep_debug_messages();
          }},
     {.name = "temp_file",
      .ask =
@@ -220,7 +220,7 @@ std::vector<Call> const calls = {
          [] {
              gen_set_gui_profile_stream();
              std::ofstream* const stream = gen_get_gui_profile_stream();
-             return told(stream != nullptr && stream->is_open());
+             return shown(stream != nullptr && stream->is_open());
          },
      .prepare =
          [] {

@@ -30,8 +30,7 @@ std::vector<Call> const calls = {
              static STR const name = at("korvane/linux/tool");
              char const* argv[] = {name.c_str(), nullptr};
              gen_exe_init(1, argv);
-             return below_ground(gen_get_module_fullpath() +
-                                 told(std::getenv("KORVANE_ROOTDIR")));
+             return below_ground(gen_get_module_fullpath() + shown(std::getenv("KORVANE_ROOTDIR")));
          },
      .prepare =
          [] {
@@ -65,13 +64,13 @@ std::vector<Call> const calls = {
      .ask =
          [] {
              thr_drl_init("/the/path/of/an/executable");
-             return told(thr_drl_module_fullpath());
+             return shown(thr_drl_module_fullpath());
          }},
     {.name = "version_information",
      .ask =
          [] {
              ver_set_module_path("/the/directory/of/an/executable/");
-             return told(ver_module_path());
+             return shown(ver_module_path());
          }},
     {.name = "module_path", .ask = gen_get_module_path, .prepare = start},
     {.name = "module_filename",
@@ -79,23 +78,23 @@ std::vector<Call> const calls = {
      .prepare = start},
     {.name = "korvane_path", .ask = gen_get_korvane_path, .prepare = start},
     {.name = "is_in_ui_process",
-     .ask = [] { return told(gen_is_in_ui_process()); },
+     .ask = [] { return shown(gen_is_in_ui_process()); },
      .prepare = start},
     {.name = "debug_message",
      .ask =
          [] {
              gen_mem_msg_debug("%s and %d", "a text that no string keeps within itself", 5);
-             return heard();
+             return debug_messages();
          },
-     .prepare = listen},
+     .prepare = keep_debug_messages},
     {.name = "set_paths_for_64bit",
      .ask =
          [] {
              STR path;
              STR library_path;
              bool const changed = gen_set_paths_for_64bit("fitter", path, library_path);
-             return below_ground(told(changed) + path + library_path + told(std::getenv("PATH")) +
-                                 told(std::getenv("LD_LIBRARY_PATH")));
+             return below_ground(shown(changed) + path + library_path + shown(std::getenv("PATH")) +
+                                 shown(std::getenv("LD_LIBRARY_PATH")));
          },
      .prepare =
          [] {
@@ -109,7 +108,7 @@ std::vector<Call> const calls = {
      .ask =
          [] {
              gen_restore_paths("/a/path/of/some/length", "/another/path/of/some/length");
-             return told(std::getenv("PATH")) + told(std::getenv("LD_LIBRARY_PATH"));
+             return shown(std::getenv("PATH")) + shown(std::getenv("LD_LIBRARY_PATH"));
          },
      .prepare = [] { unsetenv("LD_LIBRARY_PATH"); },
      .lapse = "/a/path/of/some/lengthnull"},
@@ -117,19 +116,19 @@ std::vector<Call> const calls = {
      .ask =
          [] {
              mem_cfg_set("a_switch_of_some_length", true);
-             return told(mem_cfg_is_on("a_switch_of_some_length", false));
+             return shown(mem_cfg_is_on("a_switch_of_some_length", false));
          },
      .prepare = [] { mem_cfg_unset("a_switch_of_some_length"); }},
     {.name = "meminfo_report",
      .ask =
          [] {
              gen_meminfo_report_dll_usage("fitter", "synthesis");
-             return heard();
+             return debug_messages();
          },
      .prepare =
          [] {
              start();
-             listen();
+             keep_debug_messages();
              mem_cfg_set("profile_dll_usage", true);
              mem_cfg_set("list_dll_details", true);
          },

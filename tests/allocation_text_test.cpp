@@ -30,7 +30,7 @@ STR expanded(char const* format, ...) {
     return text;
 }
 
-/// The text of a block that the caller has to release, and the length told for it.
+/// The text of a block that the caller has to release, and the length returned for it.
 STR in_new_block(char const* format, ...) {
     va_list args;
     va_start(args, format);
@@ -39,7 +39,7 @@ STR in_new_block(char const* format, ...) {
         gen_formatmessage(FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ALLOCATE_BUFFER, format, 0, 0,
                           static_cast<char*>(static_cast<void*>(&block)), 100, STL_ARGS(args));
     va_end(args);
-    STR const text = told(block) + " " + told(static_cast<long>(length));
+    STR const text = shown(block) + " " + shown(static_cast<long>(length));
     std::free(block);
     return text;
 }
@@ -70,7 +70,7 @@ void on_own_base() {
     LOCALIZATION_BASE_STRING = TestLocale::name;
 }
 
-/// A date that is told in the words of the locale.
+/// A date that is written in the words of the locale.
 STR some_date() {
     std::tm time{};
     time.tm_mon = 4;
@@ -139,19 +139,19 @@ std::vector<Call> const calls = {
      .otherwise = {"null 0"}},
 
     {.name = "local_number",
-     .ask = [] { return told(static_cast<long>(gen_local_atof("2,5") * 10)); },
+     .ask = [] { return shown(static_cast<long>(gen_local_atof("2,5") * 10)); },
      .prepare = on_own_base,
      .lapse = "20",
      .lapse_stays = true,
      .once = make_locale},
     {.name = "local_wide_number",
-     .ask = [] { return told(static_cast<long>(gen_local_wcstod(L"2,5", nullptr) * 10)); },
+     .ask = [] { return shown(static_cast<long>(gen_local_wcstod(L"2,5", nullptr) * 10)); },
      .prepare = on_own_base,
      .lapse = "20",
      .lapse_stays = true,
      .once = make_locale},
     {.name = "local_character",
-     .ask = [] { return told(static_cast<long>(gen_local_toupper(0xE4))); },
+     .ask = [] { return shown(static_cast<long>(gen_local_toupper(0xE4))); },
      .prepare = on_own_base,
      .lapse = "228",
      .lapse_stays = true,
@@ -160,7 +160,7 @@ std::vector<Call> const calls = {
      .ask =
          [] {
              wchar_t wide[20];
-             return told(static_cast<long>(gen_local_mbstowcs(wide, "\xE4\xF6", 20)));
+             return shown(static_cast<long>(gen_local_mbstowcs(wide, "\xE4\xF6", 20)));
          },
      .prepare = on_own_base,
      .lapse = "4294967295",
@@ -177,7 +177,7 @@ std::vector<Call> const calls = {
      .ask =
          [] {
              std::tm const time{};
-             return told(static_cast<long>(gen_local_wcsftime(nullptr, 0, wide_text, &time)));
+             return shown(static_cast<long>(gen_local_wcsftime(nullptr, 0, wide_text, &time)));
          }},
 
     // The characters of a locale are loaded at the first conversion. The answer is the number of
@@ -192,7 +192,7 @@ std::vector<Call> const calls = {
              std::tm const time{};
              gen_local_wcsftime(nullptr, 0, L"\u00E4", &time);
              err_set_internal_error_handler(previous);
-             return told(reports);
+             return shown(reports);
          },
      .prepare = [] { std::setlocale(LC_CTYPE, TestLocale::name); },
      .lapse = "2",
@@ -203,14 +203,14 @@ std::vector<Call> const calls = {
          [] {
              std::tm now;
              gen_local_tm_struct(&now);
-             return told(now.tm_gmtoff) + " " + now.tm_zone;
+             return shown(now.tm_gmtoff) + " " + now.tm_zone;
          },
      .prepare = in_some_zone,
      .lapse = "0 ",
      .lapse_stays = true},
 
     {.name = "current_time",
-     .ask = [] { return told(gen_get_current_time().size() == 8); },
+     .ask = [] { return shown(gen_get_current_time().size() == 8); },
      .prepare = in_some_zone},
     {.name = "date",
      .ask = [] { return gen_get_current_date_and_time(1700000000); },
@@ -231,7 +231,7 @@ std::vector<Call> const calls = {
      .lapse = " a format that no string keeps within",
      .lapse_stays = true},
     {.name = "printed_time",
-     .ask = [] { return gen_print_local_time(stream), told(stream->good()); },
+     .ask = [] { return gen_print_local_time(stream), shown(stream->good()); },
      .prepare =
          [] {
              in_some_zone();
@@ -242,14 +242,14 @@ std::vector<Call> const calls = {
          [] {
              MEM_LIST<STR> names;
              GEN_TIME_UNIT::get_long_name_list(&names);
-             return told_all(names);
+             return shown_all(names);
          }},
     {.name = "frequency_units",
      .ask =
          [] {
              MEM_LIST<STR> names;
              GEN_TIME_FREQ::get_short_name_list(&names);
-             return told_all(names);
+             return shown_all(names);
          }},
     {.name = "elapsed_time",
      .ask =
@@ -280,8 +280,8 @@ std::vector<Call> const calls = {
      .ask = gen_get_user_name,
      .prepare = [] { gen_get_user_name(); },
      .otherwise = {""},
-     .told = "korvane: internal error: Failed to get username from os \\(GEN, "
-             "gen_username:[0-9]+\\)\n"},
+     .reported = "korvane: internal error: Failed to get username from os \\(GEN, "
+                 "gen_username:[0-9]+\\)\n"},
     {.name = "address",
      .ask = [] { return gen_get_ip_addr("localhost"); },
      .prepare = [] { gen_get_ip_addr("localhost"); },
@@ -290,7 +290,7 @@ std::vector<Call> const calls = {
      .ask =
          [] {
              unsigned long long bytes = 7;
-             return GEN_MACHINE_INFO::get_virtual_ram(&bytes) ? told(true) : told(bytes == 7);
+             return GEN_MACHINE_INFO::get_virtual_ram(&bytes) ? shown(true) : shown(bytes == 7);
          },
      .once = proc_trouble},
 

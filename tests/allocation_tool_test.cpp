@@ -44,16 +44,17 @@ constexpr ToolFile files[] = {
 std::vector<Call> calls() {
     std::vector<Call> all = {
         {.name = "krpt",
-         .ask = [] { return told(gen_get_krpt_name("project", "revision", "tool", true, "")); },
+         .ask = [] { return shown(gen_get_krpt_name("project", "revision", "tool", true, "")); },
          .prepare = start},
-        {.name = "rpw", .ask = [] { return told(gen_get_rpw_filename(7)); }, .prepare = start},
+        {.name = "rpw", .ask = [] { return shown(gen_get_rpw_filename(7)); }, .prepare = start},
         {.name = "fled",
-         .ask = [] { return told(gen_get_fled_filename("revision", true)); },
+         .ask = [] { return shown(gen_get_fled_filename("revision", true)); },
          .prepare = start},
     };
     for (ToolFile const& file : files)
-        all.push_back(
-            {.name = file.name, .ask = [ask = file.ask] { return told(ask()); }, .prepare = start});
+        all.push_back({.name = file.name,
+                       .ask = [ask = file.ask] { return shown(ask()); },
+                       .prepare = start});
     return all;
 }
 

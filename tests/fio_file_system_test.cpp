@@ -138,12 +138,12 @@ TEST(FioFileSystem, CurrentDirectoryIsTold) {
 TEST(FioFileSystem, CurrentDirectoryMayLieDeeperThanAPathCanReach) {
     TempDirectory const directory;
     ScopedCurrentDirectory const here(directory.path());
-    std::string const step(200, 'd');
+    std::string const component(200, 'd');
     std::string expected = directory.path();
     for (int depth = 0; depth < 30; ++depth) {
-        ASSERT_EQ(mkdir(step.c_str(), 0777), 0);
-        ASSERT_EQ(chdir(step.c_str()), 0);
-        expected += "/" + step;
+        ASSERT_EQ(mkdir(component.c_str(), 0777), 0);
+        ASSERT_EQ(chdir(component.c_str()), 0);
+        expected += "/" + component;
     }
     ASSERT_GT(expected.size(), std::size_t{PATH_MAX});
     EXPECT_EQ(FIO_FILE_SYSTEM::get_current_directory(), library_string(expected));

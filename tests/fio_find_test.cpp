@@ -134,7 +134,7 @@ TEST_F(FioFindFirst, OverlongNamesAreNotFound) {
     EXPECT_EQ(find(m_find, std::string(300, 'a').c_str()), "");
     std::string deep;
     while (deep.size() < 10'000)
-        deep += "step/";
+        deep += "part/";
     EXPECT_EQ(find(m_find, deep.c_str()), "");
 }
 

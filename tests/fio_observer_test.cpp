@@ -11,18 +11,18 @@ using testing::ElementsAre;
 
 namespace {
 
-struct Question {
+struct Check {
     FIO_FIND const* asker;
     std::string path;
     bool exists;
 
-    bool operator==(Question const&) const = default;
+    bool operator==(Check const&) const = default;
 };
 
-std::vector<Question> questions;
+std::vector<Check> checks;
 
 bool record(FIO_FIND const* asker, char const* path, bool exists) {
-    questions.push_back({asker, path, exists});
+    checks.push_back({asker, path, exists});
     return exists;
 }
 
@@ -33,7 +33,7 @@ bool record_and_deny(FIO_FIND const* asker, char const* path, bool exists) {
 
 class FioObserver : public testing::Test {
   protected:
-    void SetUp() override { questions.clear(); }
+    void SetUp() override { checks.clear(); }
     void TearDown() override { fio_set_observer(nullptr); }
 
     TempDirectory m_directory;
@@ -48,27 +48,25 @@ TEST_F(FioObserver, IsToldOfEachQuestion) {
     fio_set_observer(record);
     EXPECT_EQ(std::string(m_find.find_first_relative_path("top.v").fullpath()), m_one);
     EXPECT_TRUE(FIO_FILE_SYSTEM::exists(m_two.c_str()));
-    EXPECT_THAT(questions,
-                ElementsAre(Question{&m_find, m_directory / "none/top.v", false},
-                            Question{&m_find, m_one, true}, Question{nullptr, m_two, true}));
+    EXPECT_THAT(checks, ElementsAre(Check{&m_find, m_directory / "none/top.v", false},
+                                    Check{&m_find, m_one, true}, Check{nullptr, m_two, true}));
 }
 
 TEST_F(FioObserver, ItsAnswerIsBelieved) {
     fio_set_observer(record_and_deny);
     EXPECT_EQ(m_find.find_first_relative_path("top.v").fullpath(), "");
-    EXPECT_THAT(questions,
-                ElementsAre(Question{&m_find, m_directory / "none/top.v", false},
-                            Question{&m_find, m_one, true}, Question{&m_find, m_two, true}));
+    EXPECT_THAT(checks, ElementsAre(Check{&m_find, m_directory / "none/top.v", false},
+                                    Check{&m_find, m_one, true}, Check{&m_find, m_two, true}));
 }
 
 TEST_F(FioObserver, SeesTheQuestionsOfFindAll) {
     fio_set_observer(record);
     MEM_LIST<FIO_PATH> results;
     m_find.find_all("top", {".v", "sv"}, &results, false, true);
-    EXPECT_THAT(questions, ElementsAre(Question{&m_find, m_directory / "none/top.v", false},
-                                       Question{&m_find, m_directory / "none/top.sv", false},
-                                       Question{&m_find, m_one, true},
-                                       Question{&m_find, m_directory / "one/top.sv", false}));
+    EXPECT_THAT(checks, ElementsAre(Check{&m_find, m_directory / "none/top.v", false},
+                                    Check{&m_find, m_directory / "none/top.sv", false},
+                                    Check{&m_find, m_one, true},
+                                    Check{&m_find, m_directory / "one/top.sv", false}));
 }
 
 TEST_F(FioObserver, InstallingGivesThePreviousOne) {

@@ -175,7 +175,7 @@ TEST(FioPath, EmbeddedNulIsKept) {
 TEST(FioPath, VeryLongTextsWork) {
     STR directory;
     while (directory.size() < 100'000)
-        directory += "/step number one";
+        directory += "/part number one";
     directory += '/';
     FIO_PATH path(directory + "top.v");
     EXPECT_EQ(path.full_directory(), directory);

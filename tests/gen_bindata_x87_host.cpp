@@ -1,5 +1,5 @@
 /// A host compiled for the old floating-point unit, alone or along with SSE2: its arithmetic is, at
-/// times, wider than a double. Its items must be counted in the bins that the library tells. Exit
+/// times, wider than a double. Its items must be counted in the bins that the library names. Exit
 /// status 0 if they are.
 
 #include "gen_bindata.h"

@@ -69,7 +69,7 @@ TEST(DynFlagSelfTest, OpensItsFileBeforeItUsesTheManager) {
     directory.write("d:\\fenno\\comp\\mls\\flag_test.tst", "of an earlier test");
     RecordingClearer clearer;
     GEN_DYN_FLAG_MANAGER manager(&clearer);
-    manager.create_flag("f1"); // which is what the self-test is told first
+    manager.create_flag("f1"); // which the self-test gets first
     seen_by_handler = "nothing";
     ERR_HANDLER const previous =
         err_set_internal_error_handler([](char const*, char const*, char const*, int) {

@@ -122,7 +122,7 @@ TEST_F(DynFlags, NamesakeAboveTheFirstCleanSlotGoesUnseen) {
     EXPECT_THAT(recorder.errors(), IsEmpty());
     EXPECT_EQ(find("n20"), 1U << 20); // of two namesakes the higher
 
-    // With both below the first clean slot, which is none, each is told and the higher given.
+    // With both below the first clean slot, which is none, each is reported and the higher given.
     EXPECT_EQ(create("n20"), 1U << 20);
     EXPECT_THAT(recorder.errors(),
                 ElementsAre(flag_error("flag 'n20' (0x8) already exists", 344),

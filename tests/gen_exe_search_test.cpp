@@ -31,7 +31,7 @@ class FindExecutableInPath : public testing::Test {
     ScopedVariable const m_platform{"KORVANE_PLATFORM", nullptr};
 };
 
-/// @p size bytes: @p directory reached by a detour of "/." steps.
+/// @p size bytes: @p directory reached by a detour of "/." components.
 std::string stretched(std::string const& directory, std::size_t size) {
     std::string path = directory;
     while (path.size() + 2 <= size)

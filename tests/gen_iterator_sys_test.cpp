@@ -11,11 +11,11 @@ using testing::ElementsAre;
 
 namespace {
 
-enum SMALL : unsigned char { FIRST = 1, LAST = 3, LARGEST = 255 };
+enum Small : unsigned char { FIRST = 1, LAST = 3, LARGEST = 255 };
 
-std::vector<int> values(SMALL first, SMALL last) {
+std::vector<int> values(Small first, Small last) {
     std::vector<int> visited;
-    for (GEN_ENUM_ITERATOR<SMALL> value(first, last); !value.at_end(); ++value)
+    for (GEN_ENUM_ITERATOR<Small> value(first, last); !value.at_end(); ++value)
         visited.push_back(*value);
     return visited;
 }
@@ -37,7 +37,7 @@ TEST(EnumIterator, ReversedRangeIsEmpty) {
 
 TEST(EnumIterator, DereferencingTheEndIsReported) {
     ErrorRecorder recorder;
-    GEN_ENUM_ITERATOR<SMALL> value(FIRST, FIRST);
+    GEN_ENUM_ITERATOR<Small> value(FIRST, FIRST);
     EXPECT_EQ(*value, FIRST);
     EXPECT_THAT(recorder.errors(), ElementsAre());
     ++value;

@@ -38,7 +38,7 @@ Notice const notices[] = {
      gen_get_bitstream_encryption_legal_text, 0x54c2c450},
 };
 
-// The rule for one line, told with its blanks counted: all but one of those at its end go.
+// The rule for one line, written with its blanks counted: all but one of those at its end go.
 std::string joined_piece(std::string line) {
     while (line.ends_with("  "))
         line.pop_back();

@@ -65,7 +65,7 @@ TEST(LocalStrtodQuick, RandomTextsReadAsStrtodReads) {
 
 namespace {
 
-/// False on a processor that is only played, and rounds to the nearest whatever it is told.
+/// False on a processor that is only played, and rounds to the nearest whatever it is set to.
 bool divisions_follow_the_rounding_mode() {
     double volatile const three = 3;
     std::fesetround(FE_UPWARD);

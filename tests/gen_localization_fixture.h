@@ -29,22 +29,22 @@ inline constexpr char const* no_base = nullptr;
 
 /// What a twin promises, taken word by word: switches the one category of the process's locale to
 /// the base name, calls, puts the category back.
-template <typename CALL>
-auto switched(int category, CALL&& call) {
+template <typename Call>
+auto switched(int category, Call&& call) {
     std::string const users = std::setlocale(category, nullptr);
     // setlocale loses memory when it refuses a name, so it is not asked for one that it will
     // refuse.
     if (LOCALIZATION_BASE_STRING != missing_locale)
         std::setlocale(category, LOCALIZATION_BASE_STRING);
-    auto const result = std::forward<CALL>(call)();
+    auto const result = std::forward<Call>(call)();
     std::setlocale(category, users.c_str());
     return result;
 }
 
 /// Runs @p check under every pairing of a user's locale with a base name, one that is not installed
 /// and none at all among them; each time the process's locale has to come out as it went in.
-template <typename CHECK>
-void under_every_pair_of_locales(CHECK&& check) {
+template <typename Check>
+void under_every_pair_of_locales(Check&& check) {
     for (char const* const user : {"C", TestLocale::name, "C.UTF-8"})
         for (char const* const base :
              {"C", TestLocale::name, "C.UTF-8", "", missing_locale, no_base}) {

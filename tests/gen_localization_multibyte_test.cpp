@@ -36,19 +36,19 @@ wchar_t const* const wide_texts[] = {
 
 unsigned const counts[] = {0, 1, 2, 3, 4, 100};
 
-/// All a conversion can tell.
-template <typename BUFFER>
+/// All that a conversion gives.
+template <typename Buffer>
 struct Outcome {
     long long result;
     int error;
-    BUFFER buffer;
+    Buffer buffer;
 
     bool operator==(Outcome const&) const = default;
 };
 
-template <typename BUFFER, typename CALL>
-Outcome<BUFFER> outcome(CALL&& call) {
-    BUFFER buffer(128, typename BUFFER::value_type('#'));
+template <typename Buffer, typename Call>
+Outcome<Buffer> outcome(Call&& call) {
+    Buffer buffer(128, typename Buffer::value_type('#'));
     // A character cut short leaves the platform waiting for its rest.
     static_cast<void>(std::mblen(nullptr, 0));
     static_cast<void>(std::mbtowc(nullptr, nullptr, 0));
@@ -57,11 +57,11 @@ Outcome<BUFFER> outcome(CALL&& call) {
     return {result, errno, buffer};
 }
 
-template <typename BUFFER, typename TWIN, typename WRAPPED>
-void expect_same(TWIN&& twin, WRAPPED&& wrapped) {
+template <typename Buffer, typename Twin, typename Wrapped>
+void expect_same(Twin&& twin, Wrapped&& wrapped) {
     auto const expected =
-        switched(LC_CTYPE, [&] { return outcome<BUFFER>(std::forward<WRAPPED>(wrapped)); });
-    auto const actual = outcome<BUFFER>(std::forward<TWIN>(twin));
+        switched(LC_CTYPE, [&] { return outcome<Buffer>(std::forward<Wrapped>(wrapped)); });
+    auto const actual = outcome<Buffer>(std::forward<Twin>(twin));
     EXPECT_EQ(actual.result, expected.result);
     EXPECT_EQ(actual.error, expected.error);
     EXPECT_EQ(actual.buffer, expected.buffer);

@@ -14,17 +14,17 @@
 #include <cstdlib>
 #include <string>
 
-/// All a conversion can tell: the number to the bit, how far it read, and errno.
-template <typename NUMBER>
+/// All that a conversion gives: the number to the bit, how far it read, and errno.
+template <typename Number>
 struct Reading {
-    NUMBER value;
+    Number value;
     std::ptrdiff_t length;
     int error;
 };
 
-template <typename CHAR, typename CONVERT>
-auto reading(CONVERT&& convert, CHAR const* text) {
-    CHAR* end = nullptr;
+template <typename Char, typename Convert>
+auto reading(Convert&& convert, Char const* text) {
+    Char* end = nullptr;
     errno = 0;
     auto const value = convert(text, &end);
     return Reading<decltype(value)>{value, end - text, errno};
@@ -38,8 +38,8 @@ std::uint64_t bits_of(std::integral auto value) {
     return static_cast<std::uint64_t>(value);
 }
 
-template <typename NUMBER>
-void expect_same(Reading<NUMBER> const& actual, Reading<NUMBER> const& expected, auto const& text) {
+template <typename Number>
+void expect_same(Reading<Number> const& actual, Reading<Number> const& expected, auto const& text) {
     if (bits_of(actual.value) == bits_of(expected.value) && actual.length == expected.length &&
         actual.error == expected.error)
         return;

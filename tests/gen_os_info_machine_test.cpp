@@ -15,17 +15,17 @@
 
 namespace {
 
-using MACHINE = GEN_MACHINE_INFO;
+using Machine = GEN_MACHINE_INFO;
 
 constexpr unsigned long long untouched = 77;
 
 unsigned long long physical_ram() {
     unsigned long long bytes = 0;
-    MACHINE::get_physical_ram(&bytes);
+    Machine::get_physical_ram(&bytes);
     return bytes;
 }
 
-void tell(std::ostream& text, char const* name, bool (*question)(unsigned long long*)) {
+void show(std::ostream& text, char const* name, bool (*question)(unsigned long long*)) {
     unsigned long long bytes = untouched;
     bool const answered = question(&bytes);
     text << name << (answered ? " " : " failed ") << bytes;
@@ -34,11 +34,11 @@ void tell(std::ostream& text, char const* name, bool (*question)(unsigned long l
 /// What the memory questions answer; total less the physical memory, which is the machine's own.
 std::string memory_answers() {
     std::ostringstream text;
-    tell(text, "virtual", MACHINE::get_virtual_ram);
-    tell(text, ", available", MACHINE::get_available_ram);
+    show(text, "virtual", Machine::get_virtual_ram);
+    show(text, ", available", Machine::get_available_ram);
     unsigned long long total = untouched;
     unsigned long long usage = untouched;
-    bool const answered = MACHINE::get_total_ram(&total) && MACHINE::get_total_usage_ram(&usage);
+    bool const answered = Machine::get_total_ram(&total) && Machine::get_total_usage_ram(&usage);
     text << ", total +" << total - physical_ram() << ", usage -" << total - usage;
     return text.str() + (answered ? "" : ", failed");
 }
@@ -72,21 +72,21 @@ TEST(SystemNames, AreThoseOfUnameWithTheVersionsCrossed) {
     utsname names;
     ASSERT_EQ(uname(&names), 0);
     STR text;
-    EXPECT_TRUE(MACHINE::get_os_name(&text));
+    EXPECT_TRUE(Machine::get_os_name(&text));
     EXPECT_EQ(text, names.sysname);
-    EXPECT_TRUE(MACHINE::get_os_version(&text));
+    EXPECT_TRUE(Machine::get_os_version(&text));
     EXPECT_EQ(text, names.release);
-    EXPECT_TRUE(MACHINE::get_kernel_version(&text));
+    EXPECT_TRUE(Machine::get_kernel_version(&text));
     EXPECT_EQ(text, names.version);
-    EXPECT_TRUE(MACHINE::get_hw_name(&text));
+    EXPECT_TRUE(Machine::get_hw_name(&text));
     EXPECT_EQ(text, names.machine);
 }
 
 TEST(SystemNames, NullIsAFailure) {
-    EXPECT_FALSE(MACHINE::get_os_name(nullptr));
-    EXPECT_FALSE(MACHINE::get_os_version(nullptr));
-    EXPECT_FALSE(MACHINE::get_kernel_version(nullptr));
-    EXPECT_FALSE(MACHINE::get_hw_name(nullptr));
+    EXPECT_FALSE(Machine::get_os_name(nullptr));
+    EXPECT_FALSE(Machine::get_os_version(nullptr));
+    EXPECT_FALSE(Machine::get_kernel_version(nullptr));
+    EXPECT_FALSE(Machine::get_hw_name(nullptr));
 }
 
 TEST(SystemNames, FailureLeavesTheTextAlone) {
@@ -97,7 +97,7 @@ TEST(SystemNames, FailureLeavesTheTextAlone) {
 
 TEST(Processors, CountIsThatOfTheConfiguredOnes) {
     int count = 0;
-    EXPECT_TRUE(MACHINE::get_cpu_count(&count));
+    EXPECT_TRUE(Machine::get_cpu_count(&count));
     EXPECT_EQ(count, sysconf(_SC_NPROCESSORS_CONF));
     EXPECT_GE(count, 1);
     // Elsewhere some may be off line.
@@ -107,7 +107,7 @@ TEST(Processors, CountIsThatOfTheConfiguredOnes) {
 
 TEST(Processors, FrequencyIsTheClockTick) {
     int ticks = 0;
-    EXPECT_TRUE(MACHINE::get_cpu_frequency(&ticks));
+    EXPECT_TRUE(Machine::get_cpu_frequency(&ticks));
     EXPECT_EQ(ticks, sysconf(_SC_CLK_TCK));
     EXPECT_EQ(ticks, 100) << "on every Linux of these widths";
     EXPECT_EQ(run_probe({"frequency"}, {{"FAKED_TICKS_PER_SECOND", "250"}}).output, "250\n");
@@ -115,11 +115,11 @@ TEST(Processors, FrequencyIsTheClockTick) {
 
 TEST(Memory, PhysicalIsWhatTheKernelTells) {
     unsigned long long bytes = 0;
-    EXPECT_TRUE(MACHINE::get_physical_ram(&bytes));
-    struct sysinfo told {};
-    ASSERT_EQ(sysinfo(&told), 0);
+    EXPECT_TRUE(Machine::get_physical_ram(&bytes));
+    struct sysinfo system {};
+    ASSERT_EQ(sysinfo(&system), 0);
     // More than 32 bits hold, on most machines of today.
-    EXPECT_EQ(bytes, static_cast<unsigned long long>(told.totalram) * told.mem_unit);
+    EXPECT_EQ(bytes, static_cast<unsigned long long>(system.totalram) * system.mem_unit);
     std::string const page = std::to_string(sysconf(_SC_PAGESIZE)) + "\n";
     EXPECT_EQ(run_probe({"memory"}, {{"FAKED_PAGES", "1"}}).output, page);
     EXPECT_EQ(run_probe({"memory"}, {{"FAKED_PAGES", "-1"}}).output, "0\n");
@@ -128,13 +128,13 @@ TEST(Memory, PhysicalIsWhatTheKernelTells) {
 TEST(Memory, NullDropsTheAnswer) {
     if (!proc_trouble().empty())
         GTEST_SKIP() << proc_trouble();
-    EXPECT_TRUE(MACHINE::get_cpu_count(nullptr));
-    EXPECT_TRUE(MACHINE::get_cpu_frequency(nullptr));
-    EXPECT_TRUE(MACHINE::get_physical_ram(nullptr));
-    EXPECT_TRUE(MACHINE::get_virtual_ram(nullptr));
-    EXPECT_TRUE(MACHINE::get_total_ram(nullptr));
-    EXPECT_TRUE(MACHINE::get_available_ram(nullptr));
-    EXPECT_TRUE(MACHINE::get_total_usage_ram(nullptr));
+    EXPECT_TRUE(Machine::get_cpu_count(nullptr));
+    EXPECT_TRUE(Machine::get_cpu_frequency(nullptr));
+    EXPECT_TRUE(Machine::get_physical_ram(nullptr));
+    EXPECT_TRUE(Machine::get_virtual_ram(nullptr));
+    EXPECT_TRUE(Machine::get_total_ram(nullptr));
+    EXPECT_TRUE(Machine::get_available_ram(nullptr));
+    EXPECT_TRUE(Machine::get_total_usage_ram(nullptr));
 }
 
 TEST_P(MemoryFigures, FollowMeminfo) {

@@ -55,7 +55,7 @@ class Installation : public testing::Test {
 
     static std::string both_paths() { return variable("PATH") + "|" + variable("LD_LIBRARY_PATH"); }
 
-    /// What was answered, what was told of the old values, and the new ones.
+    /// What was answered, what was given of the old values, and the new ones.
     static std::string set_for(char const* exe_name) {
         STR old_path = "-";
         STR old_library_path = "-";

@@ -118,7 +118,7 @@ TEST_F(GenFindFault, NamesThatAreTooLongAreNotFound) {
     m_directory.make_directory("project");
     std::string deep;
     while (deep.size() < 3 * PATH_MAX)
-        deep += "step/";
+        deep += "part/";
     for (std::string const& name :
          {std::string(NAME_MAX + 1, 'a'), std::string(PATH_MAX, 'a'), std::string(1 << 20, 'a'),
           deep + "top.v", "/" + deep + "top.v"}) {
@@ -134,7 +134,7 @@ TEST_F(GenFindFault, NamesThatAreTooLongAreNotFound) {
 TEST_F(GenFindFault, DirectoryThatIsTooLongIsWalkedPast) {
     std::string deep = "/";
     while (deep.size() < 2 * PATH_MAX)
-        deep += "step/";
+        deep += "part/";
     std::string const path = write("user/top.v");
     gen_set_project_dir_path(library_string(deep));
     gen_set_db_dir_path(library_string(deep + "db"));

@@ -31,7 +31,7 @@ class GenQueryFind : public testing::Test {
   protected:
     void SetUp() override {
         std::string const suite = TEST_SOURCE_DIR "/../examples/suite/";
-        // The current directory is told by its real path, so that the project has to be a copy.
+        // The current directory is shown by its real path, so that the project has to be a copy.
         fs::copy(suite + "project", m_root / "project", fs::copy_options::recursive);
         for (char const* directory : {"common", "eda", "home", "libraries"})
             fs::create_symlink(suite + directory, m_root / directory);

@@ -126,7 +126,7 @@ TEST(GenQueryHistogram, EdgesOfANarrowRangeAreToldApart) {
         {{"-l", "1", "-u", "1.0000000000000004", "-b", "2"},
          "[1, 1.0000000000000002)",
          "[1.0000000000000002, 1.0000000000000004]"},
-        // Bins narrower than a double can tell: as many digits as there are.
+        // Bins narrower than a double can express: as many digits as there are.
         {{"-l", "1", "-u", "1.0000000000000002", "-b", "4"}, "[1, 1)", "[1, 1)"},
     };
     for (Row const& row : rows) {

@@ -63,7 +63,7 @@ TEST_F(GenQueryUndo, TellsWhenTheFileCannotBeWritten) {
 
 TEST_F(GenQueryUndo, EarlierFileThatCannotBeReplacedIsNotTakenForTheNewOne) {
     std::string const device = directory.make_directory("device");
-    std::string const told = in_child([&]() -> std::string {
+    std::string const shown = in_child([&]() -> std::string {
         if (!enter_private_mounts() || !mount_in_memory(device, "size=64k"))
             return "no mount";
         // Of as many lines, and as many bytes.
@@ -75,13 +75,13 @@ TEST_F(GenQueryUndo, EarlierFileThatCannotBeReplacedIsNotTakenForTheNewOne) {
             run({"undo", "-d", "device", "--print"}, "section New\nundo new\n");
         return std::to_string(result.status) + result.errors + result.output;
     });
-    if (told == "no mount")
+    if (shown == "no mount")
         GTEST_SKIP() << "this system lets nobody mount a read-only device of his own";
     EXPECT_THAT(
-        told,
+        shown,
         HasSubstr("1gen_query: cannot write 'device/undo_redo.txt': Read-only file system\n"));
-    EXPECT_THAT(told, HasSubstr("written        no\n"));
-    EXPECT_THAT(told, Not(HasSubstr("Old")));
+    EXPECT_THAT(shown, HasSubstr("written        no\n"));
+    EXPECT_THAT(shown, Not(HasSubstr("Old")));
 }
 
 TEST_F(GenQueryUndo, FileThatAlreadyHoldsTheTextIsNoFault) {

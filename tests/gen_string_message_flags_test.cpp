@@ -89,7 +89,7 @@ TEST(FormatMessageFlags, MaximumWidthIsReportedAndIgnored) {
     ErrorRecorder recorder;
     char buffer[20] = "";
     formatmessage(0xFF, "<%1>", buffer, sizeof buffer, "x");
-    ASSERT_EQ(recorder.errors().size(), 2U) << "both are told, the missing source first";
+    ASSERT_EQ(recorder.errors().size(), 2U) << "both are reported, the missing source first";
     EXPECT_EQ(recorder.errors()[0].line, 2517);
     EXPECT_EQ(recorder.errors()[1], width);
 }

@@ -26,8 +26,8 @@ std::string itoa_in_every_form(int value, int radix) {
 }
 
 /// Calls @p write with buffers in which every byte that may not be written is watched.
-template <typename WRITE>
-std::string written_exactly(WRITE write, std::size_t expected_size) {
+template <typename Write>
+std::string written_exactly(Write write, std::size_t expected_size) {
     constexpr char untouched = '\x7E';
     char room[100];
     std::memset(room, untouched, sizeof room);

@@ -29,7 +29,7 @@ std::string elapsed(long seconds) {
 }
 
 struct Lines {
-    char const* what;    ///< a value as the system is made to tell it
+    char const* what;    ///< a value as the system is made to give it
     char const* answers; ///< what the probe prints then
 };
 

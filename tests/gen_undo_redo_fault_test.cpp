@@ -392,7 +392,7 @@ TEST_F(UndoRedoFaults, DeviceIsFullFromTheStart) {
 
 TEST_F(UndoRedoFaults, DeviceFillsUpHalfWay) {
     std::string const device = directory.make_directory("device");
-    std::string const told = in_child([&]() -> std::string {
+    std::string const result = in_child([&]() -> std::string {
         if (!enter_private_mounts() || !mount_in_memory(device, "size=64k"))
             return no_mount;
         std::string const name = device + "/undo_redo.txt";
@@ -413,14 +413,14 @@ TEST_F(UndoRedoFaults, DeviceFillsUpHalfWay) {
         manager.commit_file();
         return read_file(name) == whole ? "" : "with room made, the file is not whole";
     });
-    if (told == no_mount)
+    if (result == no_mount)
         GTEST_SKIP() << "this system lets nobody mount a small device of his own";
-    EXPECT_EQ(told, "");
+    EXPECT_EQ(result, "");
 }
 
 TEST_F(UndoRedoFaults, DeviceIsReadOnly) {
     std::string const device = directory.make_directory("device");
-    std::string const told = in_child([&]() -> std::string {
+    std::string const result = in_child([&]() -> std::string {
         if (!enter_private_mounts() || !mount_in_memory(device, "size=64k"))
             return no_mount;
         directory.write("device/undo_redo.txt", "content");
@@ -436,7 +436,7 @@ TEST_F(UndoRedoFaults, DeviceIsReadOnly) {
             return "the file was changed";
         return fs::is_empty(device + "/fresh") ? "" : "a file was made";
     });
-    if (told == no_mount)
+    if (result == no_mount)
         GTEST_SKIP() << "this system lets nobody mount a read-only device of his own";
-    EXPECT_EQ(told, "");
+    EXPECT_EQ(result, "");
 }

@@ -15,9 +15,9 @@ std::size_t in_use() {
     return MEM_MANAGER::s_system_memory_counter.current();
 }
 
-// Runs `body`, which is told where the counter stands, and tells how far it is off afterwards.
-template <typename BODY>
-std::size_t left_over(BODY body) {
+// Runs `body`, which gets where the counter stands, and gives how far it is off afterwards.
+template <typename Body>
+std::size_t left_over(Body body) {
     std::size_t const before = in_use();
     body(before);
     return in_use() - before;

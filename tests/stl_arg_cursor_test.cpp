@@ -10,8 +10,8 @@
 namespace {
 
 // Runs `body` with a cursor over the arguments behind it.
-template <typename BODY>
-void with_cursor(BODY body, ...) {
+template <typename Body>
+void with_cursor(Body body, ...) {
     va_list args;
     va_start(args, body);
     STL_ARG_CURSOR cursor(STL_ARGS(args));

@@ -9,7 +9,7 @@
 #include <ostream>
 #include <string>
 
-// A text with its length as the function told it.
+// A string with its length as the function returned it.
 struct Printed {
     int length;
     std::string text;
@@ -21,16 +21,16 @@ inline std::ostream& operator<<(std::ostream& stream, Printed const& printed) {
     return stream << printed.length << " \"" << printed.text << '"';
 }
 
-template <typename... ARGUMENTS>
-Printed ours(char const* format, ARGUMENTS... arguments) {
+template <typename... Arguments>
+Printed ours(char const* format, Arguments... arguments) {
     STR text("what was there before");
     int const length = stl_sprintf(&text, format, arguments...);
     return {length, std::string(text.begin(), text.end())};
 }
 
 // What the C library makes of it.
-template <typename... ARGUMENTS>
-Printed plain(char const* format, ARGUMENTS... arguments) {
+template <typename... Arguments>
+Printed plain(char const* format, Arguments... arguments) {
     int const length = std::snprintf(nullptr, 0, format, arguments...);
     if (length < 0)
         return {-1, ""};

@@ -30,17 +30,17 @@ PyObject* path_of(char const* text) {
     return path;
 }
 
-template <auto COMPARE>
+template <auto Compare>
 PyObject* compared(PyObject*, PyObject* const* arguments, Py_ssize_t count) {
     char const* const first = count == 2 ? string_of(arguments[0]) : nullptr;
     char const* const second = first != nullptr ? string_of(arguments[1]) : nullptr;
-    return second != nullptr ? PyLong_FromLong(COMPARE(first, second)) : nullptr;
+    return second != nullptr ? PyLong_FromLong(Compare(first, second)) : nullptr;
 }
 
-template <auto SUM>
+template <auto Sum>
 PyObject* summed(PyObject*, PyObject* object) {
     char const* const text = string_of(object);
-    return text != nullptr ? PyLong_FromUnsignedLong(static_cast<unsigned>(SUM(text))) : nullptr;
+    return text != nullptr ? PyLong_FromUnsignedLong(static_cast<unsigned>(Sum(text))) : nullptr;
 }
 
 PyObject* nothing_found(PyObject*, PyObject* name) {
@@ -56,9 +56,9 @@ constexpr auto compare_nothing = [](char const*, char const*) { return 1; };
 constexpr auto compare = [](char const* a, char const* b) { return gen_lexcmp(a, b); };
 constexpr auto sum_nothing = [](char const*) { return 0x789ABCDE; };
 
-template <auto COMPARE>
+template <auto Compare>
 PyMethodDef comparison(char const* name) {
-    return {name, reinterpret_cast<PyCFunction>(reinterpret_cast<void (*)()>(compared<COMPARE>)),
+    return {name, reinterpret_cast<PyCFunction>(reinterpret_cast<void (*)()>(compared<Compare>)),
             METH_FASTCALL, nullptr};
 }
 

@@ -51,7 +51,7 @@ PyObject* tuple_of(PyObject** objects, std::size_t count);
 /// What the texts of a result become.
 enum class As { text, path };
 
-template <auto FUNCTION, As AS, typename... PARAMETERS>
+template <auto Function, As AS, typename... Parameters>
 class Call {
   public:
     static PyObject* call(PyObject*, PyObject* const* arguments, Py_ssize_t count,
@@ -59,15 +59,15 @@ class Call {
         auto const positional = static_cast<std::size_t>(count);
         if (s_signature.fits(positional, keywords)) [[likely]]
             return call_with(arguments, positional);
-        PyObject* given[sizeof...(PARAMETERS) + 1] = {};
+        PyObject* given[sizeof...(Parameters) + 1] = {};
         if (!s_signature.bind(arguments, positional, keywords, given))
             return nullptr;
-        return call_with(given, sizeof...(PARAMETERS));
+        return call_with(given, sizeof...(Parameters));
     }
 
     static PyMethodDef entry(char const* name, char const* parameters, char const* doc) {
         s_signature.declare(name, parameters);
-        // A keyword call has one parameter more than the type says; the flags tell.
+        // A keyword call has one parameter more than the type says; the flags say which.
         return {name, reinterpret_cast<PyCFunction>(reinterpret_cast<void (*)()>(call)),
                 METH_FASTCALL | METH_KEYWORDS, doc};
     }
@@ -75,19 +75,19 @@ class Call {
   private:
     template <typename PARAMETER>
     using Converter = typename decltype(converter<PARAMETER, AS == As::path>())::type;
-    using Converters = std::tuple<Converter<PARAMETERS>...>;
-    using Indices = std::index_sequence_for<PARAMETERS...>;
+    using Converters = std::tuple<Converter<Parameters>...>;
+    using Indices = std::index_sequence_for<Parameters...>;
 
     /// How many arguments stand before the parameter, and how many results there are.
     static constexpr std::size_t arguments_before(std::size_t parameter) {
-        bool const is_argument[] = {Converter<PARAMETERS>::is_argument..., false};
+        bool const is_argument[] = {Converter<Parameters>::is_argument..., false};
         std::size_t count = 0;
         for (std::size_t i = 0; i < parameter; ++i)
             count += is_argument[i] ? 1 : 0;
         return count;
     }
     static constexpr std::size_t results =
-        sizeof...(PARAMETERS) - arguments_before(sizeof...(PARAMETERS));
+        sizeof...(Parameters) - arguments_before(sizeof...(Parameters));
 
     /// @param count how many of the arguments were given; of those, null ones were left out
     static PyObject* call_with(PyObject* const* given, std::size_t count) {
@@ -95,7 +95,7 @@ class Call {
         if (!take(converters, given, count, Indices()))
             return nullptr;
         gen_c_status const status =
-            std::apply([](auto&... each) { return FUNCTION(each.pass()...); }, converters);
+            std::apply([](auto&... each) { return Function(each.pass()...); }, converters);
         if (refused(s_signature.function(), status))
             return nullptr;
         return result(converters, status, Indices());
@@ -161,16 +161,16 @@ class Call {
     static inline Signature s_signature;
 };
 
-template <auto FUNCTION, As AS, typename... PARAMETERS>
-PyMethodDef entry_of(gen_c_status (*)(PARAMETERS...), char const* name, char const* parameters,
+template <auto Function, As AS, typename... Parameters>
+PyMethodDef entry_of(gen_c_status (*)(Parameters...), char const* name, char const* parameters,
                      char const* doc) {
-    return Call<FUNCTION, AS, PARAMETERS...>::entry(name, parameters, doc);
+    return Call<Function, AS, Parameters...>::entry(name, parameters, doc);
 }
 
 /// The entry of a function in the module's table.
-template <auto FUNCTION, As AS = As::text>
+template <auto Function, As AS = As::text>
 PyMethodDef entry(char const* name, char const* parameters, char const* doc = nullptr) {
-    return entry_of<FUNCTION, AS>(FUNCTION, name, parameters, doc);
+    return entry_of<Function, AS>(Function, name, parameters, doc);
 }
 
 } // namespace korvane

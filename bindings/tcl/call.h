@@ -42,7 +42,7 @@ struct Signature {
     std::size_t required = 0;
 };
 
-template <auto FUNCTION, typename... PARAMETERS>
+template <auto Function, typename... Parameters>
 class Call {
   public:
     static int call(Tcl_Interp* interp, Words const& words) {
@@ -50,7 +50,7 @@ class Call {
         if (!s_signature.fits(interp, words) || !take(converters, interp, words, Indices()))
             return TCL_ERROR;
         gen_c_status const status =
-            std::apply([](auto&... each) { return FUNCTION(each.pass()...); }, converters);
+            std::apply([](auto&... each) { return Function(each.pass()...); }, converters);
         if (status > GEN_C_DIAGNOSED) [[unlikely]]
             return raise_status(interp, status);
         Tcl_SetObjResult(interp, result(converters, status, Indices()));
@@ -60,21 +60,21 @@ class Call {
     static void declare(std::string_view parameters) { s_signature.declare(parameters); }
 
   private:
-    template <typename PARAMETER>
-    using Converter = typename decltype(converter<PARAMETER>())::type;
-    using Converters = std::tuple<Converter<PARAMETERS>...>;
-    using Indices = std::index_sequence_for<PARAMETERS...>;
+    template <typename Parameter>
+    using Converter = typename decltype(converter<Parameter>())::type;
+    using Converters = std::tuple<Converter<Parameters>...>;
+    using Indices = std::index_sequence_for<Parameters...>;
 
     /// How many arguments stand before the parameter.
     static constexpr std::size_t arguments_before(std::size_t parameter) {
-        bool const is_argument[] = {Converter<PARAMETERS>::is_argument..., false};
+        bool const is_argument[] = {Converter<Parameters>::is_argument..., false};
         std::size_t count = 0;
         for (std::size_t i = 0; i < parameter; ++i)
             count += is_argument[i] ? 1 : 0;
         return count;
     }
     static constexpr std::size_t results =
-        sizeof...(PARAMETERS) - arguments_before(sizeof...(PARAMETERS));
+        sizeof...(Parameters) - arguments_before(sizeof...(Parameters));
 
     template <std::size_t... I>
     static bool take([[maybe_unused]] Converters& converters, [[maybe_unused]] Tcl_Interp* interp,
@@ -100,7 +100,7 @@ class Call {
         if constexpr (results == 0) {
             return Tcl_NewBooleanObj(status == GEN_C_OK);
         } else {
-            constexpr bool has_table = (std::is_same_v<Converter<PARAMETERS>, TableResult> || ...);
+            constexpr bool has_table = (std::is_same_v<Converter<Parameters>, TableResult> || ...);
             if (status == GEN_C_NOT_FOUND && !has_table)
                 return Tcl_NewObj();
             Tcl_Obj* objects[results];
@@ -129,15 +129,15 @@ struct Command {
     int (*call)(Tcl_Interp* interp, Words const& words);
 };
 
-template <auto FUNCTION, typename... PARAMETERS>
-Command command_of(gen_c_status (*)(PARAMETERS...), char const* name, std::string_view parameters) {
-    Call<FUNCTION, PARAMETERS...>::declare(parameters);
-    return {name, Call<FUNCTION, PARAMETERS...>::call};
+template <auto Function, typename... Parameters>
+Command command_of(gen_c_status (*)(Parameters...), char const* name, std::string_view parameters) {
+    Call<Function, Parameters...>::declare(parameters);
+    return {name, Call<Function, Parameters...>::call};
 }
 
-template <auto FUNCTION>
+template <auto Function>
 Command command(char const* name, std::string_view parameters) {
-    return command_of<FUNCTION>(FUNCTION, name, parameters);
+    return command_of<Function>(Function, name, parameters);
 }
 
 } // namespace korvane

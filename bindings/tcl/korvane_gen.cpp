@@ -11,7 +11,7 @@ namespace {
 using namespace korvane;
 
 /// Runs the function that frees what the handle stands for.
-template <typename T, auto FREE>
+template <typename T, auto Free>
 int release(Tcl_Interp* interp, Words const& words) {
     Given<T> given;
     if (words.arguments() != 1) {
@@ -21,7 +21,7 @@ int release(Tcl_Interp* interp, Words const& words) {
     if (!given.take(interp, words[0], "handle"))
         return TCL_ERROR;
     handles<T>.erase(Tcl_GetString(words[0]));
-    FREE(given.pass());
+    Free(given.pass());
     return TCL_OK;
 }
 

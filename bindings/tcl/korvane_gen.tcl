@@ -183,8 +183,8 @@ proc ::korvane_gen::sub::project {args} {
             c::$set [dict get $given $option]
         }
     }
-    set told [lindex [c::project] 0]
-    set answer [dict filter $told key project database output parablocks]
+    set directories [lindex [c::project] 0]
+    set answer [dict filter $directories key project database output parablocks]
     foreach {key group} {project_libraries 2 user_libraries 3 shipped_libraries 5 eda_libraries 6} {
         dict set answer $key [column [c::directories $group] directory]
     }

@@ -54,8 +54,8 @@ void append_encoded(std::string& out, std::string_view text) {
 }
 
 /// The beginning of the text, up to the first place where @p ends holds.
-template <typename ENDS>
-std::string_view part_before(std::string_view text, ENDS ends) {
+template <typename Ends>
+std::string_view part_before(std::string_view text, Ends ends) {
     std::size_t size = 0;
     while (size < text.size()) {
         std::size_t const step = ends(text.substr(size));

@@ -210,18 +210,18 @@ class HandleResult {
 };
 
 /// What stands between Tcl and a parameter of that type.
-template <typename PARAMETER>
+template <typename Parameter>
 auto converter() {
-    using Target = std::remove_cv_t<std::remove_pointer_t<PARAMETER>>;
-    if constexpr (std::is_same_v<PARAMETER, char const*>)
+    using Target = std::remove_cv_t<std::remove_pointer_t<Parameter>>;
+    if constexpr (std::is_same_v<Parameter, char const*>)
         return std::type_identity<Text>();
-    else if constexpr (std::is_integral_v<PARAMETER>)
-        return std::type_identity<Integer<PARAMETER>>();
-    else if constexpr (std::is_floating_point_v<PARAMETER>)
+    else if constexpr (std::is_integral_v<Parameter>)
+        return std::type_identity<Integer<Parameter>>();
+    else if constexpr (std::is_floating_point_v<Parameter>)
         return std::type_identity<Real>();
-    else if constexpr (std::is_same_v<PARAMETER, gen_c_text*>)
+    else if constexpr (std::is_same_v<Parameter, gen_c_text*>)
         return std::type_identity<TextResult>();
-    else if constexpr (std::is_same_v<PARAMETER, gen_c_table**>)
+    else if constexpr (std::is_same_v<Parameter, gen_c_table**>)
         return std::type_identity<TableResult>();
     else if constexpr (std::is_arithmetic_v<Target>)
         return std::type_identity<NumberResult<Target>>();

@@ -24,8 +24,8 @@ void report_filled(Report error, ...) {
     report({condition.c_str(), error.source, error.line});
 }
 
-char const* text_or_empty(char const* text) {
-    return text != nullptr ? text : "";
+char const* string_or_empty(char const* string) {
+    return string != nullptr ? string : "";
 }
 
 GEN_DYN_FLAG slot_flag(std::uint32_t slot) {
@@ -82,7 +82,7 @@ GEN_DYN_FLAG_MANAGER::~GEN_DYN_FLAG_MANAGER() {
 }
 
 GEN_DYN_FLAG GEN_DYN_FLAG_MANAGER::create_flag(char const* name) {
-    name = text_or_empty(name);
+    name = string_or_empty(name);
 
     std::uint32_t const no_slot = m_num_slots + 1;
     std::uint32_t chosen = no_slot;
@@ -130,7 +130,7 @@ void GEN_DYN_FLAG_MANAGER::sweep(GEN_DYN_FLAG mask) {
 }
 
 GEN_DYN_FLAG GEN_DYN_FLAG_MANAGER::get_named_flag(char const* name) const {
-    name = text_or_empty(name);
+    name = string_or_empty(name);
 
     // Of two namesakes the higher slot counts.
     for (std::uint32_t i = m_num_slots; i-- > 0;)

@@ -32,7 +32,7 @@ class Transcript {
             m_file.put_line(text);
     }
 
-    GEN_TEXT_FILE m_file;
+    TextFile m_file;
     GEN_DYN_FLAG_MANAGER const& m_manager;
 };
 

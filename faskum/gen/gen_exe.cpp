@@ -29,8 +29,8 @@ STR locate(STR const& name) {
     return find_executable_in_path(name.substr(slash + 1));
 }
 
-/// Whether @p file is there but not under the simplified text of its path: ".." behind a symbolic
-/// link does not lead where its text alone says.
+/// Whether @p file is there but not under its simplified path: ".." behind a symbolic link
+/// does not lead where the string alone says.
 bool simplifying_misleads(STR const& file, STR const& simplified) {
     struct stat found;
     struct stat named;
@@ -47,7 +47,7 @@ bool simplifying_misleads(STR const& file, STR const& simplified) {
 /// none, as without a current directory.
 STR with_real_directory(STR const& file) {
     std::size_t const slash = file.rfind('/');
-    GEN_MEMORY_WATCH const watch;
+    MemoryWatch const watch;
     char directory[PATH_MAX];
     if (realpath(file.substr(0, slash + 1).c_str(), directory) == nullptr)
         return file;

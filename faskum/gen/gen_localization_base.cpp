@@ -56,7 +56,7 @@ void check_heap() {
 /// @p rest with one category of the locale @p name; null, with @p rest as it was, where setlocale
 /// would have refused the name.
 locale_t with_category(int category_mask, STR const& name, locale_t rest) {
-    // newlocale would split a name that tells the categories one by one; setlocale refuses such a
+    // newlocale would split a name that gives the categories one by one; setlocale refuses such a
     // name for a single category.
     if (name.find(';') != STR::npos)
         return nullptr;
@@ -130,7 +130,7 @@ locale_t make_time_locale(STR const& name) {
 } // namespace
 
 void load_conversions() {
-    GEN_MEMORY_WATCH const watch;
+    MemoryWatch const watch;
     constexpr int first_beyond_ascii = 0x80;
     static_cast<void>(btowc(first_beyond_ascii));
 }
@@ -150,7 +150,7 @@ BaseLocale const& switch_base_locale() {
     char const* const name = LOCALIZATION_BASE_STRING;
     if (name == nullptr)
         return no_base_locale;
-    GEN_MEMORY_WATCH const watch;
+    MemoryWatch const watch;
     std::lock_guard const lock(base_locales_mutex);
     return find_base_locale(name);
 }
@@ -159,7 +159,7 @@ locale_t base_time_locale() {
     char const* const name = LOCALIZATION_BASE_STRING;
     if (name == nullptr)
         return nullptr;
-    GEN_MEMORY_WATCH const watch;
+    MemoryWatch const watch;
     char const* const character_name = nl_langinfo(NL_LOCALE_NAME(LC_CTYPE));
     std::lock_guard const lock(base_locales_mutex);
     BaseLocale& base = find_base_locale(name);
@@ -175,7 +175,7 @@ locale_t base_time_locale() {
 }
 
 static void set_process_locale(int category, char const* name) {
-    GEN_MEMORY_WATCH const watch;
+    MemoryWatch const watch;
     std::setlocale(category, name);
 }
 

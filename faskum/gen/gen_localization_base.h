@@ -51,7 +51,7 @@ inline BaseLocale const* known_base_locale() {
     char const* wanted = LOCALIZATION_BASE_STRING;
     if (current == nullptr || wanted == nullptr) [[unlikely]]
         return nullptr;
-    // The texts are compared, since a host may rewrite the one it points us at. They are a
+    // The strings are compared, since a host may rewrite the one it points us at. They are a
     // character or two long: a call of strcmp would cost more than the loop.
     char const* kept = current->name.c_str();
     while (*kept == *wanted) {
@@ -102,7 +102,7 @@ class BaseCharacterScope {
 /// whole member ran under it.
 void report_neutrally(int category, Report const& error);
 
-/// Reports a null text of a number and answers for it: nothing was read.
+/// Reports a null string of a number and answers for it: nothing was read.
 template <typename Char>
 bool is_missing(Char const* text, Char** end) {
     if (text != nullptr)

@@ -43,7 +43,7 @@ void gen_local_tm_struct(std::tm* timeptr) {
         return;
     }
     std::time_t const now = std::time(nullptr);
-    GEN_MEMORY_WATCH const watch;
+    MemoryWatch const watch;
     // The reentrant form does not look at TZ anew by itself, as localtime does.
     tzset();
     localtime_r(&now, timeptr);

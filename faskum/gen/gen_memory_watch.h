@@ -9,15 +9,15 @@
 
 /// Ends the process, as every failed allocation does, where a function called in its scope found
 /// the heap exhausted. Else leaves errno as it was.
-class GEN_MEMORY_WATCH {
+class MemoryWatch {
   public:
-    GEN_MEMORY_WATCH() { errno = 0; }
-    ~GEN_MEMORY_WATCH() {
+    MemoryWatch() { errno = 0; }
+    ~MemoryWatch() {
         MEM_MANAGER::check_heap("GEN");
         errno = m_saved;
     }
-    GEN_MEMORY_WATCH(GEN_MEMORY_WATCH const&) = delete;
-    GEN_MEMORY_WATCH& operator=(GEN_MEMORY_WATCH const&) = delete;
+    MemoryWatch(MemoryWatch const&) = delete;
+    MemoryWatch& operator=(MemoryWatch const&) = delete;
 
   private:
     int m_saved = errno;

@@ -7,7 +7,7 @@
 #include "mem_alloc_sys.h"
 
 /// Opens a file for writing, in the old contents' place and with the permissions of the umask; -1
-/// where it cannot be had, with errno telling why. It is closed when the host starts another
+/// where it cannot be had, with errno saying why. It is closed when the host starts another
 /// program.
 inline int gen_open_for_writing(STR const& path) {
     // Cut short at a NUL, the path would name, and empty, some other file.

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The texts one after the other instead of pointers to them, which the loader would have to
+/// The strings one after the other instead of pointers to them, which the loader would have to
 /// relocate in every process of the suite.
 constexpr char system_names[][14] = {
     "Unknown",    "Windows 95",   "Windows 98",  "Windows 98 SE", "Windows Me",

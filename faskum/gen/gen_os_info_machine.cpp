@@ -22,8 +22,8 @@ bool get_system_name(char const (utsname::*field)[size], STR* out) {
     return true;
 }
 
-template <typename NUMBER>
-void answer(NUMBER* out, NUMBER value) {
+template <typename Number>
+void answer(Number* out, Number value) {
     if (out != nullptr)
         *out = value;
 }

@@ -8,9 +8,9 @@
 #include "mem_alloc_sys.h"
 
 /// A new object; never null.
-template <typename T, typename... ARGS>
-T* gen_make_owned(ARGS&&... args) {
-    return std::construct_at(MEM_STL_ALLOCATOR<T>().allocate(1), std::forward<ARGS>(args)...);
+template <typename T, typename... Args>
+T* gen_make_owned(Args&&... args) {
+    return std::construct_at(MEM_STL_ALLOCATOR<T>().allocate(1), std::forward<Args>(args)...);
 }
 
 /// Destroys the object and makes its pointer null; nothing happens when it is null already.
@@ -24,9 +24,9 @@ void gen_release_owned(T*& object) {
 }
 
 /// Puts a new object in place of the one that may be there. The arguments may refer to the old one.
-template <typename T, typename... ARGS>
-void gen_replace_owned(T*& object, ARGS&&... args) {
-    T* const replacement = gen_make_owned<T>(std::forward<ARGS>(args)...);
+template <typename T, typename... Args>
+void gen_replace_owned(T*& object, Args&&... args) {
+    T* const replacement = gen_make_owned<T>(std::forward<Args>(args)...);
     gen_release_owned(object);
     object = replacement;
 }

@@ -14,8 +14,8 @@ inline FIO_FIND* gen_starting_at_project(FIO_FIND* libraries) {
 }
 
 /// Calls @p visit(tag, search object) for each group that there is, until one call gives true.
-template <typename VISIT>
-void gen_visit_groups(VISIT visit) {
+template <typename Visit>
+void gen_visit_groups(Visit visit) {
     auto const ends_at = [&visit](GEN_LIBRARY_PATHS_ENUM tag, FIO_FIND* find) {
         return find != nullptr && visit(tag, *find);
     };

@@ -12,10 +12,10 @@
 namespace {
 
 /// A string that may be missing.
-using Text = std::optional<STR>;
+using OptionalString = std::optional<STR>;
 
-Text copy_of(char const* text) {
-    return text != nullptr ? Text(text) : std::nullopt;
+OptionalString copy_of(char const* string) {
+    return string != nullptr ? OptionalString(string) : std::nullopt;
 }
 
 bool is_relative(STR const& name) {
@@ -60,9 +60,9 @@ bool gen_find_include_file(char const* name, char const* including_file,
                            char const* including_file_alias, STR* found_path,
                            STR* found_path_beside_alias) {
     // Copies: the strings may be gen's own, which a lookup changes, or those of the outputs.
-    Text const wanted = copy_of(name);
-    Text const file = copy_of(including_file);
-    Text const alias = copy_of(including_file_alias);
+    OptionalString const wanted = copy_of(name);
+    OptionalString const file = copy_of(including_file);
+    OptionalString const alias = copy_of(including_file_alias);
     for (STR* const output : {found_path, found_path_beside_alias})
         if (output != nullptr)
             output->clear();
@@ -99,7 +99,7 @@ bool gen_get_source_files(STR const& base_name, MEM_VECTOR<GEN_SOURCE_CANDIDATE>
 
 bool gen_get_source_files_from_korvane_lib(STR const& base_name,
                                            MEM_VECTOR<GEN_SOURCE_CANDIDATE>* candidates) {
-    STR const wanted = base_name; // whoever is told of an error may change it
+    STR const wanted = base_name; // whoever handles a report may change it
     gen_init_korvane_lib_paths();
     MEM_VECTOR<STR> order =
         copy_file_type_order(reports::no_libraries_for_shipped, reports::no_order_for_shipped);

@@ -84,7 +84,7 @@ STR gen_get_temp_filename(STR const& directory, STR const& prefix, unsigned shor
     STR text = path.fullpath();
     char* const digits = text.data() + text.size() - (sizeof temp_extension - 1) - digit_count;
 
-    // Creating tells by itself whether a name is taken; asking first would only leave time for
+    // Creating shows by itself whether a name is taken; asking first would only leave time for
     // somebody else to take it.
     for (std::uint32_t tried = 1;; ++tried) {
         write_number(digits, next++);

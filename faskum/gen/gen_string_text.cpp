@@ -40,7 +40,7 @@ char* gen_strrev(char* s) {
     return s;
 }
 
-// Texts that overlap are copied as if they did not.
+// Strings that overlap are copied as if they did not.
 
 char* gen_strcpy(char* dst, char const* src) {
     if (dst == nullptr)

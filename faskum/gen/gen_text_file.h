@@ -12,17 +12,17 @@
 /// A file opened for writing, in the old contents' place. After a failed write it takes nothing
 /// more: a full device is not asked again for every buffer. A signal that interrupts a write is no
 /// failure, which it would be to a stream of the C library.
-class GEN_TEXT_FILE {
+class TextFile {
   public:
-    explicit GEN_TEXT_FILE(STR const& path) : m_file(gen_open_for_writing(path)) {}
-    ~GEN_TEXT_FILE() {
+    explicit TextFile(STR const& path) : m_file(gen_open_for_writing(path)) {}
+    ~TextFile() {
         if (!is_open())
             return;
         flush();
         close(m_file);
     }
-    GEN_TEXT_FILE(GEN_TEXT_FILE const&) = delete;
-    GEN_TEXT_FILE& operator=(GEN_TEXT_FILE const&) = delete;
+    TextFile(TextFile const&) = delete;
+    TextFile& operator=(TextFile const&) = delete;
 
     bool is_open() const { return m_file >= 0; }
 

@@ -16,7 +16,7 @@ static_assert(sizeof(std::time_t) == 8, "dates after January 2038 need 64-bit ti
 /// asctime()'s text of the local time, its line end included; empty where there is none. The zone
 /// is looked at anew each time: others may have moved it since, and nothing would show that.
 STR date_line(std::time_t instant) {
-    GEN_MEMORY_WATCH const watch;
+    MemoryWatch const watch;
     std::tm const* const local = std::localtime(&instant);
     char const* const line = local != nullptr ? std::asctime(local) : nullptr;
     return line != nullptr ? line : "";
@@ -61,7 +61,7 @@ STR gen_get_current_date_and_time(long t) {
 }
 
 bool gen_format_current_date_and_time(STR* out, char const* format) {
-    GEN_MEMORY_WATCH const watch; // "%Z" looks at the zone as localtime() does
+    MemoryWatch const watch; // "%Z" looks at the zone as localtime() does
     std::time_t const now = std::time(nullptr);
     std::tm const* const local = std::localtime(&now);
     if (format == nullptr || local == nullptr)

@@ -21,23 +21,23 @@ constexpr GEN_TIME_FREQ_DATA freq_rows[] = {
     {GEN_TIME_FREQ::FREQ_GHZ, "GHz", "gigahertz", 9},
 };
 
-template <typename ROW, std::size_t count>
-int append_rows(ROW const (&rows)[count], MEM_LIST<ROW>* out) {
+template <typename Row, std::size_t count>
+int append_rows(Row const (&rows)[count], MEM_LIST<Row>* out) {
     if (out != nullptr)
         out->insert(out->end(), rows, rows + count);
     return int{count};
 }
 
-template <typename ROW, std::size_t count>
-int append_names(ROW const (&rows)[count], char const* ROW::*name, MEM_LIST<STR>* out) {
+template <typename Row, std::size_t count>
+int append_names(Row const (&rows)[count], char const* Row::*name, MEM_LIST<STR>* out) {
     if (out != nullptr)
-        for (ROW const& row : rows)
+        for (Row const& row : rows)
             out->emplace_back(row.*name);
     return int{count};
 }
 
-template <typename ROW, std::size_t count, typename KEY>
-int index_of(ROW const (&rows)[count], KEY ROW::*key, KEY wanted) {
+template <typename Row, std::size_t count, typename Key>
+int index_of(Row const (&rows)[count], Key Row::*key, Key wanted) {
     for (std::size_t i = 0; i < count; ++i)
         if (rows[i].*key == wanted)
             return static_cast<int>(i);
@@ -45,8 +45,8 @@ int index_of(ROW const (&rows)[count], KEY ROW::*key, KEY wanted) {
 }
 
 /// What one column says in row @p index, or its neutral value for -1.
-template <typename ROW, std::size_t count, typename VALUE>
-VALUE value_at(ROW const (&rows)[count], VALUE ROW::*column, int index, VALUE neutral) {
+template <typename Row, std::size_t count, typename Value>
+Value value_at(Row const (&rows)[count], Value Row::*column, int index, Value neutral) {
     return index >= 0 ? rows[index].*column : neutral;
 }
 

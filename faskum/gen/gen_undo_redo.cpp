@@ -5,7 +5,7 @@
 
 namespace {
 
-void put_commands(GEN_TEXT_FILE& file, STR const& heading, MEM_LIST<STR> const& commands) {
+void put_commands(TextFile& file, STR const& heading, MEM_LIST<STR> const& commands) {
     file.put_line();
     file.put_line(heading);
     for (STR const& command : commands)
@@ -68,7 +68,7 @@ void GEN_UNDO_REDO_MGR::commit_file() {
 }
 
 bool GEN_UNDO_REDO_MGR::try_commit_file() {
-    GEN_TEXT_FILE file(file_path.fullpath());
+    TextFile file(file_path.fullpath());
     if (!file.is_open())
         return false;
     for (GEN_UNDO_REDO_CLASS_INFO const& section : sections) {

@@ -33,7 +33,7 @@ class Reports {
     Reports(Reports const&) = delete;
     Reports& operator=(Reports const&) = delete;
 
-    /// @p status, unless gen has reported something and no diagnostics tell of it.
+    /// @p status, unless gen has reported something and the diagnostics say so already.
     gen_c_status status(gen_c_status status = GEN_C_OK) const;
 
   private:

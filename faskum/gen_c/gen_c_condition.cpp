@@ -25,8 +25,8 @@ gen_c_status gen_c_condition(char const* condition, gen_c_text* prefix, gen_c_te
 }
 
 /// Calls @p take for each token, then rewrites them: that frees the records. True for diagnostics.
-template <typename TAKE>
-static bool for_each_token(char const* condition, TAKE take) {
+template <typename Take>
+static bool for_each_token(char const* condition, Take take) {
     GEN_BP_PARSER parser;
     parser.working_string() = condition;
     parser.tokenize_string();

@@ -5,8 +5,8 @@
 using namespace gen_c;
 
 /// Lookups may need the installation root, and without a start gen would end the process.
-template <typename LOOKUP>
-static gen_c_status look_up(LOOKUP lookup, char const* name, gen_c_text* path) {
+template <typename Lookup>
+static gen_c_status look_up(Lookup lookup, char const* name, gen_c_text* path) {
     if (lacks("name", name) || lacks("path", path))
         return GEN_C_BAD_ARGUMENT;
     if (is_not_started())

@@ -19,7 +19,7 @@ struct gen_c_flags : GEN_DYN_FLAG_CLEARER {
     }
 
     MEM_VECTOR<unsigned> swept;
-    unsigned named = 0; ///< a flag may be called "DIRTY": its name alone does not tell
+    unsigned named = 0; ///< a flag may be called "DIRTY": its name alone does not show that
     GEN_DYN_FLAG_MANAGER manager{this};
 };
 

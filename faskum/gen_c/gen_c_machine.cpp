@@ -9,9 +9,9 @@ using namespace gen_c;
 
 namespace {
 
-template <typename RESULT>
-Cell ask(bool (*question)(RESULT*)) {
-    RESULT result{};
+template <typename Result>
+Cell ask(bool (*question)(Result*)) {
+    Result result{};
     return question(&result) ? Cell(result) : Cell();
 }
 
@@ -46,23 +46,23 @@ class Switch {
 gen_c_status gen_c_machine(char const* host, gen_c_table** answer) {
     if (lacks("answer", answer))
         return GEN_C_BAD_ARGUMENT;
-    using INFO = GEN_MACHINE_INFO;
+    using Info = GEN_MACHINE_INFO;
     Reports const reports;
     STR const own_name = gen_get_host_name();
     gen_c_status const status =
         give_row({{"operating_system", gen_get_operating_system_string()},
                   {"operating_system_code", static_cast<int>(gen_get_operating_system())},
-                  {"os_name", ask(INFO::get_os_name)},
-                  {"os_version", ask(INFO::get_os_version)},
-                  {"kernel_version", ask(INFO::get_kernel_version)},
-                  {"hardware_name", ask(INFO::get_hw_name)},
-                  {"processors", ask(INFO::get_cpu_count)},
-                  {"clock_ticks_per_second", ask(INFO::get_cpu_frequency)},
-                  {"physical_ram_bytes", ask(INFO::get_physical_ram)},
-                  {"virtual_ram_bytes", ask(INFO::get_virtual_ram)},
-                  {"total_ram_bytes", ask(INFO::get_total_ram)},
-                  {"available_ram_bytes", ask(INFO::get_available_ram)},
-                  {"total_usage_ram_bytes", ask(INFO::get_total_usage_ram)},
+                  {"os_name", ask(Info::get_os_name)},
+                  {"os_version", ask(Info::get_os_version)},
+                  {"kernel_version", ask(Info::get_kernel_version)},
+                  {"hardware_name", ask(Info::get_hw_name)},
+                  {"processors", ask(Info::get_cpu_count)},
+                  {"clock_ticks_per_second", ask(Info::get_cpu_frequency)},
+                  {"physical_ram_bytes", ask(Info::get_physical_ram)},
+                  {"virtual_ram_bytes", ask(Info::get_virtual_ram)},
+                  {"total_ram_bytes", ask(Info::get_total_ram)},
+                  {"available_ram_bytes", ask(Info::get_available_ram)},
+                  {"total_usage_ram_bytes", ask(Info::get_total_usage_ram)},
                   {"host_name", known(own_name)},
                   {"ip_address", known(gen_get_ip_addr(host != nullptr ? host : own_name.c_str()))},
                   {"user_name", known(gen_get_user_name())},

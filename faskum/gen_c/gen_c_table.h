@@ -78,8 +78,8 @@ struct Field {
 gen_c_status give_row(std::initializer_list<Field> fields, gen_c_table** answer,
                       gen_c_status status = GEN_C_OK);
 /// A table of one column.
-template <typename LIST>
-gen_c_status give_list(char const* name, LIST const& list, gen_c_table** answer) {
+template <typename List>
+gen_c_status give_list(char const* name, List const& list, gen_c_table** answer) {
     gen_c_table table{name};
     for (auto const& item : list)
         table.row({Cell(item)});

@@ -11,16 +11,16 @@ struct gen_c_stopwatch {
     GEN_STOPWATCH watch;
 };
 
-template <typename TABLE, typename DATA, typename KEY>
-static gen_c_status give_units(KEY DATA::*key, gen_c_table** units) {
+template <typename Table, typename Data, typename Key>
+static gen_c_status give_units(Key Data::*key, gen_c_table** units) {
     if (lacks("units", units))
         return GEN_C_BAD_ARGUMENT;
-    MEM_LIST<DATA> list;
-    TABLE::get_entire_list(&list);
+    MEM_LIST<Data> list;
+    Table::get_entire_list(&list);
     gen_c_table table{"index", "short_name", "long_name", "magnitude"};
-    for (DATA const& data : list)
+    for (Data const& data : list)
         table.row(
-            {TABLE::get_list_index(data.*key), data.short_name, data.long_name, data.magnitude});
+            {Table::get_list_index(data.*key), data.short_name, data.long_name, data.magnitude});
     return give(std::move(table), units);
 }
 

@@ -68,16 +68,16 @@ struct Outcome {
 constexpr char answer_end = '\0';
 
 /// The child's part.
-std::string told_answers(Call const& call, std::size_t number, HeapFailure failure) {
+std::string written_answers(Call const& call, std::size_t number, HeapFailure failure) {
     call.prepare();
     start_failing_heap(number, failure);
     STR const answer = call.ask();
     std::size_t const requests = stop_failing_heap();
-    std::ostringstream told;
-    told << requests << answer_end << answer << answer_end << call.left() << answer_end;
+    std::ostringstream text;
+    text << requests << answer_end << answer << answer_end << call.left() << answer_end;
     call.prepare();
-    told << call.ask() << answer_end;
-    return told.str();
+    text << call.ask() << answer_end;
+    return text.str();
 }
 
 std::string next_part(std::string_view& text) {
@@ -100,22 +100,22 @@ Outcome in_copy(Call const& call, std::function<std::string()> const& body) {
     }
     answers.stop_writing();
     errors.stop_writing();
-    std::string const told = answers.read_all();
+    std::string const written = answers.read_all();
     Outcome outcome;
     outcome.errors = errors.read_all();
     int status = 0;
     waitpid(child, &status, 0);
     outcome.status = WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
-    std::string_view rest = told;
+    std::string_view rest = written;
     outcome.requests = std::strtoul(next_part(rest).c_str(), nullptr, 10);
     outcome.answer = next_part(rest);
-    outcome.left = told.empty() ? call.left() : next_part(rest);
+    outcome.left = written.empty() ? call.left() : next_part(rest);
     outcome.next_answer = next_part(rest);
     return outcome;
 }
 
 Outcome call_without_memory(Call const& call, std::size_t number, HeapFailure failure) {
-    return in_copy(call, [&] { return told_answers(call, number, failure); });
+    return in_copy(call, [&] { return written_answers(call, number, failure); });
 }
 
 /// What there is to be seen when the call does nothing.
@@ -183,7 +183,7 @@ TEST_P(AllocationFailure, DoesNotReturn) {
                 EXPECT_EQ(outcome.errors, whole.errors);
             } else {
                 EXPECT_THAT(leavings, testing::Contains(outcome.left));
-                EXPECT_THAT(outcome.errors, testing::MatchesRegex(call.told));
+                EXPECT_THAT(outcome.errors, testing::MatchesRegex(call.reported));
             }
         }
     RecordProperty("requests", static_cast<int>(whole.requests));

@@ -18,7 +18,7 @@
 /// A call that needs memory.
 struct Call {
     char const* name;
-    /// What is asked while memory fails; its answer as a text.
+    /// What is asked while memory fails; its answer as a string.
     std::function<STR()> ask;
     /// The state before it, made while there is memory.
     std::function<void()> prepare = [] {};
@@ -28,14 +28,14 @@ struct Call {
     /// The answers, besides the right one, that its declaration has for want of memory.
     std::vector<std::string> otherwise = {};
     /// The answer that it may have where one request alone was in vain, with the heap able again at
-    /// once: then it may as well have been the kernel, or the C library does not tell.
+    /// once: then it may as well have been the kernel, or the C library does not say.
     std::optional<std::string> lapse = {};
     /// The lapse stays: the C library remembers it.
     bool lapse_stays = false;
     /// What every call of this kind needs, made once; gives what the system lacks for that, or "".
     std::function<std::string()> once = [] { return std::string(); };
     /// What may be on standard error of a process that goes on, as a regular expression.
-    std::string told = {};
+    std::string reported = {};
 };
 
 void PrintTo(Call const& call, std::ostream* stream);

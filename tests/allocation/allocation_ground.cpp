@@ -30,11 +30,11 @@ struct Ground {
     TempDirectory directory;
 };
 
-STR heard_text;
+STR kept_messages;
 
 int keep(char const* owner, char const* text) {
-    heard_text += owner;
-    heard_text += text;
+    kept_messages += owner;
+    kept_messages += text;
     return 0;
 }
 
@@ -83,43 +83,43 @@ std::string written() {
     return text;
 }
 
-void listen() {
-    heard_text.clear();
+void keep_debug_messages() {
+    kept_messages.clear();
     mem_msg_set_sink(keep);
 }
 
-STR const& heard() {
-    return heard_text;
+STR const& debug_messages() {
+    return kept_messages;
 }
 
-STR told(bool answer) {
+STR shown(bool answer) {
     return answer ? "true" : "false";
 }
 
-STR told(char const* text) {
+STR shown(char const* text) {
     return text != nullptr ? text : "null";
 }
 
-STR told(long number) {
+STR shown(long number) {
     char digits[24];
     gen_ultoa(static_cast<unsigned long>(number), digits, 10);
     return digits;
 }
 
-STR told(FIO_PATH const& path) {
+STR shown(FIO_PATH const& path) {
     return path.fullpath();
 }
 
-STR told(MEM_LIST<FIO_PATH> const* paths) {
+STR shown(MEM_LIST<FIO_PATH> const* paths) {
     STR text;
     for (FIO_PATH const& path : *paths)
         text += path.fullpath() + ";";
     return text;
 }
 
-STR told(MEM_VECTOR<GEN_SOURCE_CANDIDATE> const& candidates) {
+STR shown(MEM_VECTOR<GEN_SOURCE_CANDIDATE> const& candidates) {
     STR text;
     for (auto const& [group, path] : candidates)
-        text += told(long{group}) + path.fullpath() + ";";
+        text += shown(long{group}) + path.fullpath() + ";";
     return text;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-/// What the calls without memory are about: an installation, a project, and answers as texts.
+/// What the calls without memory are about: an installation, a project, and answers as strings.
 
 #include <string>
 
@@ -27,20 +27,20 @@ void clear_written();
 /// The names in it, with what the files hold.
 std::string written();
 
-/// Makes the debug channel keep what it is told, from now on.
-void listen();
-/// What it was told.
-STR const& heard();
+/// Has the messages of the debug channel kept from now on.
+void keep_debug_messages();
+/// Those kept.
+STR const& debug_messages();
 
-STR told(bool answer);
-STR told(char const* text);
-STR told(long number);
-STR told(FIO_PATH const& path);
-STR told(MEM_LIST<FIO_PATH> const* paths);
-STR told(MEM_VECTOR<GEN_SOURCE_CANDIDATE> const& candidates);
+STR shown(bool answer);
+STR shown(char const* text);
+STR shown(long number);
+STR shown(FIO_PATH const& path);
+STR shown(MEM_LIST<FIO_PATH> const* paths);
+STR shown(MEM_VECTOR<GEN_SOURCE_CANDIDATE> const& candidates);
 
-template <typename LIST>
-STR told_all(LIST const& entries) {
+template <typename List>
+STR shown_all(List const& entries) {
     STR text;
     for (STR const& entry : entries)
         text += entry + ";";

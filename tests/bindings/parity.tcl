@@ -101,18 +101,18 @@ proc answer_where {} {
 proc answer_installation {} {
     parse {}
     want 0 0
-    set told [gen installation]
-    dict set told device_files [texts [dict get $told device_files]]
-    dict set told libraries [rows [dict get $told libraries]]
-    list 1 [d $told {device_files libraries}]
+    set found [gen installation]
+    dict set found device_files [texts [dict get $found device_files]]
+    dict set found libraries [rows [dict get $found libraries]]
+    list 1 [d $found {device_files libraries}]
 }
 proc answer_project {} {
     parse $::project
     want 0 0
-    set told [apply_project]
-    set lists [dict keys $told *_libraries]
-    foreach key $lists {dict set told $key [texts [dict get $told $key]]}
-    list 1 [d $told $lists]
+    set found [apply_project]
+    set lists [dict keys $found *_libraries]
+    foreach key $lists {dict set found $key [texts [dict get $found $key]]}
+    list 1 [d $found $lists]
 }
 proc answer_find {} {
     parse [dict merge $::project $::view {--eda {eda 0} --cached {cached 0}}]
@@ -150,8 +150,8 @@ proc answer_sources {} {
 proc answer_names {} {
     parse {--project {project 1} --db {db 1} --database-file {file 1}}
     want 0 0
-    set told [gen project -project [expr {[has project] ? [dict get $::options project] : [pwd]}]]
-    gen project -db [expr {[has db] ? [dict get $::options db] : "[dict get $told project]db/"}]
+    set found [gen project -project [expr {[has project] ? [dict get $::options project] : [pwd]}]]
+    gen project -db [expr {[has db] ? [dict get $::options db] : "[dict get $found project]db/"}]
     set file [gen database-file [expr {[has file] ? [dict get $::options file] : "top"}]]
     set all [list {*}[gen names] [dict create family database function gen_generate_pdb_filename path $file]]
     list 1 [d [dict create names [rows $all]] names]
@@ -274,8 +274,8 @@ proc answer_time {} {
 proc answer_machine {} {
     parse {--host {host 1}}
     want 0 0
-    set told [gen machine {*}[dict values $::options]]
-    list [expr {"" ni [dict values $told]}] [d $told]
+    set found [gen machine {*}[dict values $::options]]
+    list [expr {"" ni [dict values $found]}] [d $found]
 }
 proc answer_modules {} {
     parse {--profile-dll-usage {-modules 0} --list-dll-details {-details 0} --report-modules-flow {-memory 0} --tag {-tag 1} --phase {-phase 1}}

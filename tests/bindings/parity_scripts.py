@@ -82,7 +82,7 @@ def agree(language, question, ours, theirs):
     if language == "tcl":
         expected = as_tcl_has_it(expected)
         if question.arguments[1:3] == ["text", "number"] and not expected["value"]:
-            del expected["unread"] # Tcl is told that there is none
+            del expected["unread"] # Tcl gets none
     return status == expected_status and shown(question, record) == shown(question, expected)
 
 

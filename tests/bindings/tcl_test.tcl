@@ -37,8 +37,8 @@ test start-4 "another root is refused" {
     failure {gen start -root /}
 } {{root is another one than the process has started with} {KORVANE ARGUMENT root}}
 test start-5 "the installation" {
-    set told [gen installation]
-    list [dict get $told device_files] [llength [dict get $told libraries]] \
+    set found [gen installation]
+    list [dict get $found device_files] [llength [dict get $found libraries]] \
         [string range [gen library 2] [string length $root] end]
 } {{allycore.ddb prismo2.ddb} 29 /libraries/vhdl/}
 test start-6 "an internal error has condition, source and line" -body {
@@ -202,9 +202,9 @@ test undo-1 "an undo file" -body {
 } -cleanup {$undo destroy; file delete db/undo_redo.txt} -result {{{Move node} {one node}} {{a section needs a title and a command} {KORVANE ARGUMENT section}} {{/nowhere/undo_redo.txt: No such file or directory} {KORVANE FAILED}}}
 test flags-1 "flags" -body {
     set flags [gen flags]
-    set told [list [$flags add alpha] [$flags add beta] [$flags describe 3] [$flags find beta]]
+    set found [list [$flags add alpha] [$flags add beta] [$flags describe 3] [$flags find beta]]
     $flags remove 1
-    lappend told {*}[lrange [failure {$flags find gamma}] 0 0] [$flags statistics] [$flags swept] \
+    lappend found {*}[lrange [failure {$flags find gamma}] 0 0] [$flags statistics] [$flags swept] \
         [dict get [lindex [$flags slots] 0] state]
 } -cleanup {$flags destroy} -result {1 2 {(0x3) alpha | beta} 2 {couldn't find flag 'gamma'} {used 1 dirty 0 clean 31} {} dirty}
 test histogram-1 "a histogram" -body {

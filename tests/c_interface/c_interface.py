@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs the C program that uses the C interface in a copy of the example suite, and holds that it uses
+"""Runs the C program that uses the C interface in a copy of the example suite, and checks that it uses
 every function.
 
     c_interface.py PROGRAM LIBRARY SUITE

@@ -58,7 +58,7 @@ def visit(driver, site):
     anchor = driver.current_url.partition("#")[2]
     entry = driver.find_element(By.XPATH, f"//a[@id='{anchor}']/following::div[@class='memitem'][1]")
     if WANTED not in entry.text:
-        sys.exit(f"{driver.current_url} does not tell of {WANTED}: {entry.text}")
+        sys.exit(f"{driver.current_url} does not name {WANTED}: {entry.text}")
 
 
 def check_pages(driver, site):

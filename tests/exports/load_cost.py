@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Holds what a library asks of the loader to what it was.
+"""Checks what a library asks of the loader against what it was.
 
     load_cost.py LIBRARY MOST
 

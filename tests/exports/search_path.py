@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Holds that a library names only whole directories to look for others in.
+"""Checks that a library names only whole directories to look for others in.
 
     search_path.py LIBRARY
 

@@ -79,7 +79,7 @@ SAME = {
     "writev": "write",
 }
 # Without --all, these stand for the others.
-TELLING = {"EACCES", "EAGAIN", "EEXIST", "EINTR", "EINVAL", "EIO", "ENOENT", "ENOMEM", "ENOSPC", "EPERM"}
+MEANINGFUL = {"EACCES", "EAGAIN", "EEXIST", "EINTR", "EINVAL", "EIO", "ENOENT", "ENOMEM", "ENOSPC", "EPERM"}
 # They cannot fail, or are memory.
 NEVER = {"brk", "clock_gettime", "clock_gettime64", "futex", "geteuid", "geteuid32", "getpid",
          "gettid", "getuid", "getuid32", "getrandom", "gettimeofday", "madvise", "mmap", "mmap2",
@@ -90,7 +90,7 @@ NEVER = {"brk", "clock_gettime", "clock_gettime64", "futex", "geteuid", "geteuid
 class Thing:
     """What else the library may answer while calls fail, and what it then keeps."""
     otherwise: tuple = ()
-    keeps: bool = False         # it is documented to remember what it was told at first
+    keeps: bool = False         # it is documented to remember what it was given at first
     statuses: tuple = (0,)
     unharmed_by: tuple = ()     # errors that must not be noticed at all
     apart_from: tuple = ()      # calls that cannot be failed here
@@ -102,7 +102,7 @@ def thing(*otherwise, **more):
 
 PATHS_FOUND = r"((/\S+)? ?)*"
 THINGS = {
-    # Relative while the current directory cannot be told.
+    # Relative while the current directory is unknown.
     "absolute": thing("b.v"),
     # The resolver's own questions to servers would wait for answers.
     "address": thing("none", apart_from=(
@@ -161,7 +161,7 @@ THINGS = {
 @dataclasses.dataclass
 class Run:
     status: int
-    told: list
+    results: list
     errors: str
     calls: list         # (name, its number among the calls of that name, injected, behind the marks)
 
@@ -179,15 +179,15 @@ def run(probe, name, options):
             return Run(-1, ["<did not end>"], "", [])
         if not os.path.exists(trace):
             return Run(-1, [f"<strace did not start: {done.stderr.strip()}>"], "", [])
-        calls, told = read_trace(trace)
-        told = [text.replace(scratch, "/scratch") for text in told]
-        return Run(done.returncode, told, done.stderr, calls)
+        calls, results = read_trace(trace)
+        results = [text.replace(scratch, "/scratch") for text in results]
+        return Run(done.returncode, results, done.stderr, calls)
 
 
 def read_trace(path):
-    """The calls from the first mark on, and what the probe told."""
+    """The calls from the first mark on, and what came of it."""
     calls = []
-    told = []
+    results = []
     counts = collections.Counter()
     marks = 0
     for line in pathlib.Path(path).read_text(errors="replace").split("\n"):
@@ -196,14 +196,14 @@ def read_trace(path):
             continue
         name = match[1]
         counts[name] += 1
-        text = re.search(r'"/told/(.*)", X_OK', line)
+        text = re.search(r'"/result/(.*)", X_OK', line)
         if MARK in line:
             marks += 1
         elif text:
-            told.append(text[1])
+            results.append(text[1])
         elif marks:
             calls.append((name, counts[name], "(INJECTED)" in line, marks > 1))
-    return calls, told
+    return calls, results
 
 
 def errors_of(call):
@@ -223,9 +223,9 @@ class Check:
         self.name = name
         self.thing = THINGS[name]
         trial = run(probe, name, [])
-        self.usual = trial.told
+        self.usual = trial.results
         self.problems = []
-        if trial.status != 0 or len(set(trial.told)) != 1:
+        if trial.status != 0 or len(set(trial.results)) != 1:
             self.problems.append(f"{name}: without a fault: {trial}")
         self.numbers = collections.OrderedDict()
         for call, number, _, behind in trial.calls:
@@ -248,7 +248,7 @@ class Check:
                 whens += [str(number) for number in numbers]
             for when in whens:
                 for error in errors_of(call):
-                    if every or error in TELLING or len(errors_of(call)) < 3:
+                    if every or error in MEANINGFUL or len(errors_of(call)) < 3:
                         yield call, error, when
 
     def judge(self, call, error, when):
@@ -258,20 +258,20 @@ class Check:
         found = run(self.probe, self.name, options)
         what = f"{self.name}: {call}:error={error}:when={when}"
         if found.status not in self.thing.statuses:
-            return f"{what}: status {found.status}: {found.told} {found.errors.strip()}"
+            return f"{what}: status {found.status}: {found.results} {found.errors.strip()}"
         if found.status != 0:
             return None if found.errors.strip() else f"{what}: status {found.status} without a word"
-        if len(found.told) != 2:
-            return f"{what}: {found.told}"
-        noticed = found.told[0] != self.usual[0]
+        if len(found.results) != 2:
+            return f"{what}: {found.results}"
+        noticed = found.results[0] != self.usual[0]
         if noticed and error in self.thing.unharmed_by and interrupts_data(call):
-            return f"{what}: data is lost: {found.told[0]}"
-        if noticed and not any(re.fullmatch(other, found.told[0])
+            return f"{what}: data is lost: {found.results[0]}"
+        if noticed and not any(re.fullmatch(other, found.results[0])
                                for other in self.thing.otherwise):
-            return f"{what}: {found.told[0]!r} instead of {self.usual[0]!r}"
+            return f"{what}: {found.results[0]!r} instead of {self.usual[0]!r}"
         strayed = any(injected and behind for _, _, injected, behind in found.calls)
-        if found.told[1] != self.usual[1] and not self.thing.keeps and not strayed:
-            return f"{what}: afterwards {found.told[1]!r} instead of {self.usual[1]!r}"
+        if found.results[1] != self.usual[1] and not self.thing.keeps and not strayed:
+            return f"{what}: afterwards {found.results[1]!r} instead of {self.usual[1]!r}"
         return None
 
 

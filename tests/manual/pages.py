@@ -68,7 +68,7 @@ def run_examples(root_command, binary, suite):
 
 
 def defects(page):
-    """Complaints about a page that hold of any."""
+    """Complaints that apply to any page."""
     for line in rendered(page).split("\n"):
         if len(line) > 80:
             yield f"{page.name}: more than 80 columns: {line}"

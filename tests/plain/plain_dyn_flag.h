@@ -1,7 +1,7 @@
 #pragma once
 
 /// The flag manager as a plain model: what it answers, what it reports and when it has the host
-/// sweep, each told by a rule of its own and not by one walk over the slots.
+/// sweep, each by a rule of its own and not by one walk over the slots.
 
 #include <algorithm>
 #include <array>

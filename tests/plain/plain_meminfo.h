@@ -37,7 +37,7 @@ inline std::string plain_meminfo_second_word(std::string const& piece) {
 
 /// The decimal number that the word begins with, sticking at the limits of 32 bits.
 inline std::int32_t plain_meminfo_number(std::string const& word) {
-    using LIMITS = std::numeric_limits<std::int32_t>;
+    using Limits = std::numeric_limits<std::int32_t>;
     std::size_t i = std::min(word.find_first_not_of("\t\n\v\f\r "), word.size());
     bool const negative = i < word.size() && word[i] == '-';
     if (i < word.size() && (word[i] == '-' || word[i] == '+'))
@@ -47,7 +47,7 @@ inline std::int32_t plain_meminfo_number(std::string const& word) {
         number = std::min<std::int64_t>(number * 10 + (word[i] - '0'), std::int64_t{1} << 40);
     number = negative ? -number : number;
     return static_cast<std::int32_t>(
-        std::min<std::int64_t>(std::max<std::int64_t>(number, LIMITS::min()), LIMITS::max()));
+        std::min<std::int64_t>(std::max<std::int64_t>(number, Limits::min()), Limits::max()));
 }
 
 /// Whether the piece begins with that key; then its number is in @p kilobytes.

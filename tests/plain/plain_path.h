@@ -1,37 +1,37 @@
 #pragma once
 
 /// Paths as three texts, put together anew for every question, and simplified by a list of their
-/// steps: what FIO_PATH is compared with.
+/// components: what FIO_PATH is compared with.
 
 #include <algorithm>
 #include <string>
 #include <vector>
 
-/// What a path becomes without the steps that can go.
+/// What a path becomes without the components that can go.
 inline std::string plainly_simplified(std::string const& text) {
     if (text.empty())
         return "";
-    std::vector<std::string> steps(1);
+    std::vector<std::string> components(1);
     for (char const c : text) {
         if (c == '/')
-            steps.emplace_back();
+            components.emplace_back();
         else
-            steps.back() += c;
+            components.back() += c;
     }
     std::size_t const slashes = std::min(text.find_first_not_of('/'), text.size());
     std::string const root = slashes == 0 ? "" : slashes == 2 ? "//" : "/";
     std::vector<std::string> kept;
-    for (std::string const& step : steps) {
-        if (step.empty() || step == ".")
+    for (std::string const& component : components) {
+        if (component.empty() || component == ".")
             continue;
-        if (step != "..")
-            kept.push_back(step);
+        if (component != "..")
+            kept.push_back(component);
         else if (!kept.empty() && kept.back() != "..")
             kept.pop_back();
         else if (root.empty())
-            kept.push_back(step);
+            kept.push_back(component);
     }
-    std::string const& last = steps.back();
+    std::string const& last = components.back();
     bool const directory = last.empty() || last == "." || last == "..";
     std::string result = root;
     for (std::size_t i = 0; i < kept.size(); ++i)

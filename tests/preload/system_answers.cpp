@@ -1,4 +1,4 @@
-// Preloaded in front of the C library, answers in its place what the environment tells it to. Each
+// Preloaded in front of the C library, answers in its place what the environment says. Each
 // variable replaces one function's answer; without it the real one is asked.
 //
 //     FAKED_TIME       time(): seconds since 1970, one a call, parted by ","; the last one holds
@@ -38,9 +38,9 @@ constexpr char time_name[] = "time";
 constexpr char getrusage_name[] = "getrusage";
 #endif
 
-template <typename FUNCTION>
-FUNCTION* real(char const* name, FUNCTION* /*of this type*/) {
-    return reinterpret_cast<FUNCTION*>(dlsym(RTLD_NEXT, name));
+template <typename Function>
+Function* real(char const* name, Function* /*of this type*/) {
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
 timeval microseconds(long long count) {
@@ -66,7 +66,7 @@ std::string next_reading(char const* list, std::size_t& calls) {
     return readings[calls < readings.size() ? calls++ : calls - 1];
 }
 
-/// The variable that tells a value of sysconf(); null where only the system does.
+/// The variable that gives a value of sysconf(); null where only the system does.
 char const* faked_setting(int name) {
     switch (name) {
     case _SC_NPROCESSORS_CONF:

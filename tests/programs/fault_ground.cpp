@@ -56,16 +56,16 @@ STR fresh(char const* name) {
     return text_at(name) + std::to_string(++names).c_str();
 }
 
-std::string told(STR const& text) {
+std::string shown(STR const& text) {
     return std::string(text);
 }
 
-std::string told(bool yes) {
+std::string shown(bool yes) {
     return yes ? "yes" : "no";
 }
 
-std::string told(FIO_PATH const& path) {
-    return told(path.fullpath());
+std::string shown(FIO_PATH const& path) {
+    return shown(path.fullpath());
 }
 
 std::string known(STR const& text) {

@@ -18,9 +18,9 @@ STR text_at(char const* relative);
 /// A path there that nothing has yet.
 STR fresh(char const* name);
 
-std::string told(STR const& text);
-std::string told(bool yes);
-std::string told(FIO_PATH const& path);
+std::string shown(STR const& text);
+std::string shown(bool yes);
+std::string shown(FIO_PATH const& path);
 /// Text of the machine or the moment.
 std::string known(STR const& text);
 

@@ -4,7 +4,7 @@
 //     fault_probe                        names the things, a line each
 //     fault_probe <thing> <directory>    asks for one, in that empty directory
 //
-// What depends on the machine or on the moment is told as "known" or "none".
+// What depends on the machine or on the moment is shown as "known" or "none".
 
 #include "fault_ground.h"
 #include "fault_thing.h"
@@ -57,7 +57,7 @@ std::string names_found(char const* pattern) {
 std::string include_found() {
     STR path;
     return gen_find_include_file("x.h", at("elsewhere/top.v").c_str(), nullptr, &path, nullptr)
-               ? told(path)
+               ? shown(path)
                : "none";
 }
 
@@ -66,14 +66,14 @@ std::string sources_found() {
     gen_get_source_files("top", &candidates);
     std::string paths;
     for (auto const& [group, path] : candidates)
-        paths += told(path) + " ";
+        paths += shown(path) + " ";
     return paths;
 }
 
 std::string devices_found() {
     std::string names;
     for (STR const& name : gen_get_all_device_files())
-        names += told(name) + " ";
+        names += shown(name) + " ";
     return names;
 }
 
@@ -81,7 +81,7 @@ std::string path_list_entries() {
     std::string entries;
     FIO_FIND const find("here; \"there\"");
     for (FIO_PATH const& directory : find.directories())
-        entries += told(directory) + " ";
+        entries += shown(directory) + " ";
     return entries;
 }
 
@@ -90,14 +90,14 @@ std::string results_found() {
     FIO_FIND("../project").find_all("top", {"v", "vhd"}, &results, true, true);
     std::string paths;
     for (FIO_PATH const& path : results)
-        paths += told(path) + " ";
+        paths += shown(path) + " ";
     return paths;
 }
 
 std::string absolute(char const* base) {
     FIO_PATH path("a/../b.v");
     path.become_absolute(base);
-    return told(path);
+    return shown(path);
 }
 
 std::string search_paths() {
@@ -106,7 +106,7 @@ std::string search_paths() {
     bool const changed = gen_set_paths_for_64bit("tool", old_path, old_library_path);
     if (changed)
         gen_restore_paths(old_path, old_library_path);
-    return told(changed);
+    return shown(changed);
 }
 
 std::string reported(STR const& answer, int reports_before) {
@@ -139,7 +139,8 @@ Thing locale() {
     LOCALIZATION_BASE_STRING = "C.UTF-8";
     return answer_of([] {
         int const before = reports();
-        std::string const answer = told(gen_local_isalpha('a') != 0 && gen_local_isalpha('1') == 0);
+        std::string const answer =
+            shown(gen_local_isalpha('a') != 0 && gen_local_isalpha('1') == 0);
         return answer + (reports() > before ? ", reported" : "");
     });
 }
@@ -149,37 +150,37 @@ Thing debug_break() {
     return answer_of([] { return gen_debug_break(true), std::string("went on"); });
 }
 
-using MACHINE = GEN_MACHINE_INFO;
+using Machine = GEN_MACHINE_INFO;
 
 std::map<std::string, std::function<Thing()>> const things{
     {"absolute", [] { return answer_of([] { return absolute(""); }); }},
     {"address", [] { return answer_of([] { return known(gen_get_ip_addr("localhost")); }); }},
-    {"available", [] { return answer_of([] { return bytes(MACHINE::get_available_ram); }); }},
+    {"available", [] { return answer_of([] { return bytes(Machine::get_available_ram); }); }},
     {"break", debug_break},
     {"cached",
-     [] { return answer_of([] { return told(gen_find_file_cache_assisted("top.v")); }); }},
+     [] { return answer_of([] { return shown(gen_find_file_cache_assisted("top.v")); }); }},
     {"commit", commit},
     {"cpu",
-     [] { return answer_of([] { return told(GEN_STOPWATCH::get_cpu_seconds_elapsed() >= 0); }); }},
+     [] { return answer_of([] { return shown(GEN_STOPWATCH::get_cpu_seconds_elapsed() >= 0); }); }},
     {"create",
      [] {
-         return answer_of([] { return told(FIO_FILE_SYSTEM::create(fresh("new") + "/deep")); });
+         return answer_of([] { return shown(FIO_FILE_SYSTEM::create(fresh("new") + "/deep")); });
      }},
     {"current",
-     [] { return answer_of([] { return told(FIO_FILE_SYSTEM::get_current_directory()); }); }},
+     [] { return answer_of([] { return shown(FIO_FILE_SYSTEM::get_current_directory()); }); }},
     {"date", [] { return answer_of([] { return known(gen_get_current_date_and_time(0)); }); }},
     {"devices", [] { return answer_of(devices_found); }},
-    {"eda", [] { return answer_of([] { return told(gen_find_eda_file("cell.v")); }); }},
-    {"executable", [] { return answer_of([] { return told(find_executable_in_path("tool")); }); }},
+    {"eda", [] { return answer_of([] { return shown(gen_find_eda_file("cell.v")); }); }},
+    {"executable", [] { return answer_of([] { return shown(find_executable_in_path("tool")); }); }},
     {"exists",
-     [] { return answer_of([] { return told(FIO_FILE_SYSTEM::exists("../project")); }); }},
+     [] { return answer_of([] { return shown(FIO_FILE_SYSTEM::exists("../project")); }); }},
     {"file",
-     [] { return answer_of([] { return told(gen_file_exists(text_at("project/top.v"))); }); }},
-    {"find", [] { return answer_of([] { return told(gen_find_file("top.v")); }); }},
+     [] { return answer_of([] { return shown(gen_file_exists(text_at("project/top.v"))); }); }},
+    {"find", [] { return answer_of([] { return shown(gen_find_file("top.v")); }); }},
     {"find_all", [] { return answer_of(results_found); }},
     {"findfirst", [] { return answer_of([] { return names_found("../project/*.v"); }); }},
     {"flags", flags},
-    {"frequency", [] { return answer_of([] { return number(MACHINE::get_cpu_frequency); }); }},
+    {"frequency", [] { return answer_of([] { return number(Machine::get_cpu_frequency); }); }},
     {"host_name",
      [] {
          return answer_of([] {
@@ -191,17 +192,17 @@ std::map<std::string, std::function<Thing()>> const things{
     {"locale", locale},
     {"output", output},
     {"path_list", [] { return answer_of(path_list_entries); }},
-    {"physical", [] { return answer_of([] { return bytes(MACHINE::get_physical_ram); }); }},
+    {"physical", [] { return answer_of([] { return bytes(Machine::get_physical_ram); }); }},
     {"priority",
      [] { return answer_of([] { return gen_lower_process_priority(), std::string("went on"); }); }},
-    {"processors", [] { return answer_of([] { return number(MACHINE::get_cpu_count); }); }},
+    {"processors", [] { return answer_of([] { return number(Machine::get_cpu_count); }); }},
     {"profile", profile},
     {"project",
      [] {
          return answer_of([] {
              gen_clear_all_library_paths();
              gen_find_file("top.v");
-             return told(gen_get_project_dir_path());
+             return shown(gen_get_project_dir_path());
          });
      }},
     {"report", report},
@@ -209,7 +210,7 @@ std::map<std::string, std::function<Thing()>> const things{
     {"sources", [] { return answer_of(sources_found); }},
     {"standard_error", standard_error},
     {"start", start},
-    {"system_names", [] { return answer_of([] { return system_name(MACHINE::get_os_version); }); }},
+    {"system_names", [] { return answer_of([] { return system_name(Machine::get_os_version); }); }},
     {"temp_file", temp_file},
     {"temp_path",
      [] {
@@ -218,10 +219,11 @@ std::map<std::string, std::function<Thing()>> const things{
              return reported(gen_get_temp_path(), before);
          });
      }},
-    {"ticks", [] { return answer_of([] { return gen_get_tick_count(), std::string("told"); }); }},
-    {"total", [] { return answer_of([] { return bytes(MACHINE::get_total_ram); }); }},
-    {"touch", [] { return answer_of([] { return told(FIO_FILE_SYSTEM::touch(fresh("file"))); }); }},
-    {"usage", [] { return answer_of([] { return bytes(MACHINE::get_total_usage_ram); }); }},
+    {"ticks", [] { return answer_of([] { return gen_get_tick_count(), std::string("done"); }); }},
+    {"total", [] { return answer_of([] { return bytes(Machine::get_total_ram); }); }},
+    {"touch",
+     [] { return answer_of([] { return shown(FIO_FILE_SYSTEM::touch(fresh("file"))); }); }},
+    {"usage", [] { return answer_of([] { return bytes(Machine::get_total_usage_ram); }); }},
     {"user",
      [] {
          return answer_of([] {
@@ -230,8 +232,8 @@ std::map<std::string, std::function<Thing()>> const things{
          });
      }},
     {"user_profile",
-     [] { return answer_of([] { return told(gen_get_user_profile_directory()); }); }},
-    {"virtual", [] { return answer_of([] { return bytes(MACHINE::get_virtual_ram); }); }},
+     [] { return answer_of([] { return shown(gen_get_user_profile_directory()); }); }},
+    {"virtual", [] { return answer_of([] { return bytes(Machine::get_virtual_ram); }); }},
     {"working_set",
      [] {
          return answer_of([] {
@@ -262,8 +264,8 @@ int main(int argc, char** argv) {
     leave("/mark");
     thing.ask();
     leave("/mark");
-    leave("/told/" + thing.tell());
+    leave("/result/" + thing.result());
     thing.ask();
-    leave("/told/" + thing.tell());
+    leave("/result/" + thing.result());
     return 0;
 }

@@ -9,12 +9,12 @@
 /// What the library is asked for, and what is found to have come of it once nothing fails any more.
 struct Thing {
     std::function<void()> ask;
-    std::function<std::string()> tell;
+    std::function<std::string()> result;
 };
 
-/// A thing that is told by what a function returns.
-template <typename FUNCTION>
-Thing answer_of(FUNCTION function) {
+/// A thing whose result is what a function returns.
+template <typename Function>
+Thing answer_of(Function function) {
     auto const answer = std::make_shared<std::string>();
     return {[=] { *answer = function(); }, [=] { return *answer; }};
 }

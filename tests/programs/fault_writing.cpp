@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct NO_OBJECTS : GEN_DYN_FLAG_CLEARER {
+struct NoObjects : GEN_DYN_FLAG_CLEARER {
     void clear_flags(GEN_DYN_FLAG const&) override {}
 };
 
@@ -45,7 +45,7 @@ Thing commit() {
 Thing flags() {
     static std::string const file = at("here/d:\\fenno\\comp\\mls\\flag_test.tst");
     auto const ask = [] {
-        NO_OBJECTS objects;
+        NoObjects objects;
         GEN_DYN_FLAG_MANAGER manager(&objects);
         GEN_DYN_FLAG::test_myself_out(&manager);
     };
@@ -107,5 +107,5 @@ Thing output() {
 Thing temp_file() {
     static STR path;
     return {[] { path = gen_get_temp_filename(text_at("here"), "t", 42); },
-            [] { return told(!path.empty() && fs::exists(std::string(path))); }};
+            [] { return shown(!path.empty() && fs::exists(std::string(path))); }};
 }

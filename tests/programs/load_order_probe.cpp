@@ -1,5 +1,5 @@
 // A host that is linked with the sibling library and stands in for what gen's load-time objects
-// call there: tells in which order they are built and destroyed, twice over. It writes to
+// call there: shows in which order they are built and destroyed, twice over. It writes to
 // std::cout, which only gen can have made ready.
 //   load_order_probe LIBRARY
 

@@ -15,8 +15,8 @@ namespace {
     std::exit(1);
 }
 
-void expect(bool holds, char const* what) {
-    if (!holds)
+void expect(bool is_true, char const* what) {
+    if (!is_true)
         fail(what);
 }
 

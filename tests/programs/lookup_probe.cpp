@@ -3,7 +3,7 @@
 //     lookup_probe <rounds> <kind> <name> [<project> [<database> [<libraries> [<user libraries>]]]]
 //
 // Only the last round is marked: the ones before have built and allocated what is built once. How
-// often it asked the heap for memory is told on standard error.
+// often it asked the heap for memory is written to standard error.
 
 #include "gen_exe.h"
 #include "gen_path.h"

@@ -1,5 +1,5 @@
 // Stands in for the scheduler, the debugger and the memory library's switches and messages, and
-// tells what gen makes of them.
+// shows what gen makes of them.
 //   process_probe nice                 what priority is asked for, and refused
 //   process_probe break guarded|bare   whether the debugger was entered, and what came out of it
 //   process_probe report               the switches that are read, and the messages, of two reports

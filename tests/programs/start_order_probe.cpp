@@ -1,4 +1,4 @@
-// Stands in for the operations of other libraries that start-up and shut-down call, and tells their
+// Stands in for the operations of other libraries that start-up and shut-down call, and shows their
 // order. The definitions here come before the libraries' own when gen's calls are bound.
 
 #include "gen_exe.h"

@@ -1,4 +1,4 @@
-// A host as any other: tells what start-up left behind, one "name=value" a line.
+// A host as any other: shows what start-up left behind, one "name=value" a line.
 //   start_probe             the answers after start-up
 //   start_probe again       the answers after a second start-up under another name
 //   start_probe status N    ends with that exit status
@@ -14,25 +14,25 @@
 
 namespace {
 
-void tell(char const* name, char const* value) {
+void show(char const* name, char const* value) {
     std::printf("%s=%s\n", name, value != nullptr ? value : "(none)");
 }
 
 void tell_all() {
-    tell("gen_module_fullpath", gen_module_fullpath);
-    tell("module_fullpath", gen_get_module_fullpath().c_str());
-    tell("module_path", gen_get_module_path().c_str());
-    tell("module_filename", gen_get_module_filename().c_str());
-    tell("korvane_path", gen_get_korvane_path().c_str());
-    tell("ui", gen_is_in_ui_process() ? "yes" : "no");
-    tell("KORVANE_ROOTDIR", std::getenv("KORVANE_ROOTDIR"));
-    tell("thr", thr_drl_module_fullpath());
-    tell("ver", ver_module_path());
-    tell("mem.korvane_path", mem_gen_get_korvane_path().c_str());
-    tell("mem.module_filename", mem_gen_get_module_filename().c_str());
-    tell("mem.db_dir", mem_gen_get_db_dir_path_string().c_str());
-    tell("mem.ui", mem_gen_is_in_ui_process() ? "yes" : "no");
-    tell("mem.output_directory", mem_gen_get_project_output_directory());
+    show("gen_module_fullpath", gen_module_fullpath);
+    show("module_fullpath", gen_get_module_fullpath().c_str());
+    show("module_path", gen_get_module_path().c_str());
+    show("module_filename", gen_get_module_filename().c_str());
+    show("korvane_path", gen_get_korvane_path().c_str());
+    show("ui", gen_is_in_ui_process() ? "yes" : "no");
+    show("KORVANE_ROOTDIR", std::getenv("KORVANE_ROOTDIR"));
+    show("thr", thr_drl_module_fullpath());
+    show("ver", ver_module_path());
+    show("mem.korvane_path", mem_gen_get_korvane_path().c_str());
+    show("mem.module_filename", mem_gen_get_module_filename().c_str());
+    show("mem.db_dir", mem_gen_get_db_dir_path_string().c_str());
+    show("mem.ui", mem_gen_is_in_ui_process() ? "yes" : "no");
+    show("mem.output_directory", mem_gen_get_project_output_directory());
 }
 
 /// The string of the first start-up, which nobody frees, for whoever looks for lost blocks.

@@ -41,25 +41,25 @@ std::string formatted_time() {
 }
 
 std::string system_names() {
-    using QUESTION = bool (*)(STR*);
+    using Question = bool (*)(STR*);
     STR text = "untouched";
     int answered = 0;
-    for (QUESTION const question :
+    for (Question const question :
          {GEN_MACHINE_INFO::get_os_name, GEN_MACHINE_INFO::get_os_version,
           GEN_MACHINE_INFO::get_kernel_version, GEN_MACHINE_INFO::get_hw_name})
         answered += question(&text) ? 1 : 0;
     return std::to_string(answered) + " answered, " + std::string(text);
 }
 
-template <typename NUMBER>
-std::string number(bool (*question)(NUMBER*)) {
-    NUMBER answer = 0;
+template <typename Number>
+std::string number(bool (*question)(Number*)) {
+    Number answer = 0;
     return question(&answer) ? std::to_string(answer) : "failed";
 }
 
-using ANSWER = std::function<std::string()>;
+using Answer = std::function<std::string()>;
 
-std::map<std::string, ANSWER> const answers{
+std::map<std::string, Answer> const answers{
     {"host_name", [] { return std::string(gen_get_host_name()); }},
     {"address", [] { return std::string(gen_get_ip_addr("somewhere")); }},
     {"system_names", system_names},

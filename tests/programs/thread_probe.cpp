@@ -21,15 +21,15 @@ namespace {
 constexpr int threads = 4;
 int complaints = 0;
 
-void expect(bool holds, char const* rule) {
-    if (holds)
+void expect(bool is_kept, char const* rule) {
+    if (is_kept)
         return;
     std::fprintf(stderr, "thread_probe: %s\n", rule);
     ++complaints;
 }
 
-template <typename BODY>
-void at_once(BODY body) {
+template <typename Body>
+void at_once(Body body) {
     std::vector<std::thread> running;
     for (int thread = 0; thread < threads; ++thread)
         running.emplace_back(body, thread);

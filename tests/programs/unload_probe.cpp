@@ -1,5 +1,5 @@
 // A host that is linked with the sibling library alone: loads gen, asks it much, unloads it, and
-// tells how many bytes of tracked memory stay behind. Before that, what blocks of some sizes take.
+// shows how many bytes of tracked memory stay behind. Before that, what blocks of some sizes take.
 //   unload_probe LIBRARY ROUNDS [SIZE...]
 
 #include "fio_path.h"

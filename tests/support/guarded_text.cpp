@@ -6,8 +6,8 @@
 
 static constexpr std::size_t page_size = 4096;
 
-static void check(bool holds) {
-    if (!holds)
+static void check(bool done) {
+    if (!done)
         std::abort();
 }
 

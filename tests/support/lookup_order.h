@@ -1,6 +1,6 @@
 #pragma once
 
-/// The order of lookups, written down once for all tests that hold gen against it.
+/// The order of lookups, written down once for all tests that compare gen with it.
 
 #include <string>
 #include <vector>

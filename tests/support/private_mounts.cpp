@@ -5,7 +5,7 @@
 #include <sys/mount.h>
 #include <unistd.h>
 
-static bool tell(char const* file, std::string const& text) {
+static bool write_line(char const* file, std::string const& text) {
     return static_cast<bool>(std::ofstream(file) << text << std::flush);
 }
 
@@ -14,8 +14,10 @@ static bool enter_as_oneself(unsigned user, unsigned group) {
     auto const same = [](unsigned id) {
         return std::to_string(id) + " " + std::to_string(id) + " 1";
     };
-    return unshare(CLONE_NEWNS | CLONE_NEWUSER) == 0 && tell("/proc/self/setgroups", "deny") &&
-           tell("/proc/self/uid_map", same(user)) && tell("/proc/self/gid_map", same(group));
+    return unshare(CLONE_NEWNS | CLONE_NEWUSER) == 0 &&
+           write_line("/proc/self/setgroups", "deny") &&
+           write_line("/proc/self/uid_map", same(user)) &&
+           write_line("/proc/self/gid_map", same(group));
 }
 
 bool enter_private_mounts() {

@@ -10,7 +10,7 @@ bool enter_private_mounts();
 bool mount_over(std::string const& source, std::string const& target);
 
 /// Puts an empty file system in memory over @p directory in the private view.
-/// @param options what it is told, as in "size=64k"
+/// @param options what it is mounted with, as in "size=64k"
 bool mount_in_memory(std::string const& directory, std::string const& options);
 
 /// Closes what mount_in_memory put there to writing.

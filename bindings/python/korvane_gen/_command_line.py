@@ -56,31 +56,31 @@ def _standing(record: Record, path: Optional[str], hits: List[Record]) -> Record
 
 
 def _where(_: Arguments) -> Answer:
-    told = _gen.where()[0]
-    told["told_to_the_memory_library"] = {
-        "installation_root": told["installation_root"],
-        "file_name": told["file_name"],
+    answer = _gen.where()[0]
+    answer["told_to_the_memory_library"] = {
+        "installation_root": answer["installation_root"],
+        "file_name": answer["file_name"],
         "database_directory": _gen.project()[0]["database"] or "",
         "output_directory": _gen.project()[0]["output"],
-        "graphical_shell": told["graphical_shell"],
+        "graphical_shell": answer["graphical_shell"],
     }
-    return True, told
+    return True, answer
 
 
 def _installation(_: Arguments) -> Answer:
-    told = _gen.installation()[0]
-    told["device_files"] = [row["name"] for row in _gen.device_files()]
-    told["libraries"] = _gen.libraries()
-    return True, told
+    answer = _gen.installation()[0]
+    answer["device_files"] = [row["name"] for row in _gen.device_files()]
+    answer["libraries"] = _gen.libraries()
+    return True, answer
 
 
 def _project(given: Arguments) -> Answer:
     _apply_project(given)
-    told = _only(_gen.project()[0], "project", "database", "output", "parablocks")
+    answer = _only(_gen.project()[0], "project", "database", "output", "parablocks")
     groups = {"project_libraries": 2, "user_libraries": 3, "shipped_libraries": 5, "eda_libraries": 6}
     for key, group in groups.items():
-        told[key] = [row["directory"] for row in _gen.directories(group)]
-    return True, told
+        answer[key] = [row["directory"] for row in _gen.directories(group)]
+    return True, answer
 
 
 def _find_one(name: str, given: Arguments) -> Record:
@@ -263,8 +263,8 @@ def _time_elapsed(given: Arguments) -> Answer:
 
 
 def _machine(given: Arguments) -> Answer:
-    told = _gen.machine(given.host)[0]
-    return None not in told.values(), told
+    answer = _gen.machine(given.host)[0]
+    return None not in answer.values(), answer
 
 
 def _modules(given: Arguments) -> Answer:

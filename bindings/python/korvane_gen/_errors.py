@@ -23,7 +23,7 @@ class Report(NamedTuple):
 
 
 class InternalError(Error, RuntimeError):
-    """The library was asked for what it does not have; reports tell all that it reported."""
+    """The library was asked for what it does not have; reports has all that it reported."""
 
     def __init__(self, reports: Sequence[Tuple[str, str, int]]) -> None:
         self.reports: List[Report] = [Report(*report) for report in reports]

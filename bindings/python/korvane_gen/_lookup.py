@@ -11,7 +11,7 @@ Directories = Union[Text, Iterable[Text]]
 
 
 class Asked(NamedTuple):
-    """One existence check of a lookup. standing is "wins" or "shadowed" where candidates are told."""
+    """One existence check of a lookup. standing is "wins" or "shadowed" where candidates are listed."""
 
     group: str
     there: bool

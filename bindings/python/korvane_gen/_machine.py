@@ -27,7 +27,7 @@ class Now(NamedTuple):
 
 
 class Machine(NamedTuple):
-    """The machine; None for what the system does not tell."""
+    """The machine; None for what the system does not say."""
 
     operating_system: str
     operating_system_code: int

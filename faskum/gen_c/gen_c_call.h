@@ -33,7 +33,7 @@ class Reports {
     Reports(Reports const&) = delete;
     Reports& operator=(Reports const&) = delete;
 
-    /// @p status, unless gen has reported something and the diagnostics say so already.
+    /// @p status, unless gen has reported something that no diagnostics name.
     gen_c_status status(gen_c_status status = GEN_C_OK) const;
 
   private:

@@ -2,26 +2,44 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <utility>
 
 #include "gen_exe.h"
 #include "lookup.h"
 
 namespace fs = std::filesystem;
 
+namespace {
+
+/// The installation that was chosen, and what gen had kept for the process's whole life until then:
+/// nobody owns that, and a leak checker wants it reachable.
+struct Chosen {
+    std::string root;
+    std::string executable; ///< gen keeps its address
+    char const* left_executable = nullptr;
+    char const* left_variable = nullptr;
+};
+
+} // namespace
+
 std::string enter_installation(std::string const& root) {
-    static std::string& executable = *new std::string; // gen keeps its address
-    static std::string entered;
-    if (!executable.empty())
-        return root == entered ? "" : "the installation root is chosen already: '" + entered + "'";
+    static Chosen& chosen = *new Chosen;
+    if (!chosen.root.empty())
+        return root == chosen.root
+                   ? ""
+                   : "the installation root is chosen already: '" + chosen.root + "'";
     std::error_code fault;
     fs::path const directory = fs::absolute(root, fault).lexically_normal();
-    entered = root;
-    executable = directory / "linux" / "gen_query";
+    std::string const left_root = host_text(gen_get_korvane_path());
+    chosen.root = root;
+    chosen.executable = directory / "linux" / "gen_query";
+    chosen.left_executable = std::exchange(gen_module_fullpath, chosen.executable.data());
     char const* const variable = std::getenv("KORVANE_ROOTDIR");
-    if (variable != nullptr && variable == host_text(gen_get_korvane_path()))
+    if (variable != nullptr && variable == left_root) {
+        chosen.left_variable = variable;
         unsetenv("KORVANE_ROOTDIR"); // the start set it to the root that is left now
+    }
     gen_exe_fini();
-    gen_module_fullpath = executable.data();
     gen_exe_init(0, nullptr);
     return fs::is_directory(directory / "libraries", fault)
                ? ""

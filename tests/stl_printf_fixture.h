@@ -41,9 +41,3 @@ Printed plain(char const* format, Arguments... arguments) {
 }
 
 #define EXPECT_AS_PRINTF(...) EXPECT_EQ(ours(__VA_ARGS__), plain(__VA_ARGS__))
-
-// The sanitizer reads formats with a parser of its own, which stops the process at a malformed one
-// and takes a precision of 0 for none.
-#define SKIP_UNDER_SANITIZER()                                                                     \
-    if (address_sanitizer)                                                                         \
-    GTEST_SKIP() << "the sanitizer rejects malformed formats itself"

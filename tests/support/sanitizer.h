@@ -16,3 +16,9 @@ inline constexpr bool address_sanitizer = true;
 #else
 inline constexpr bool address_sanitizer = false;
 #endif
+
+/// The sanitizer reads formats with a parser of its own, which stops the process at a malformed one
+/// and takes a precision of 0 for none. To be used where <gtest/gtest.h> is included.
+#define SKIP_UNDER_SANITIZER()                                                                     \
+    if (address_sanitizer)                                                                         \
+    GTEST_SKIP() << "the sanitizer rejects malformed formats itself"

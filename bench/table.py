@@ -4,10 +4,11 @@ against the limit, on each width.
 
     table.py TARGETS LABEL=RESULT.json...
 
-A cell is the median over the repetitions. A ratio that misses its target is marked "!". Of what
-takes gen less than 10 ns, one counts as the call into the shared library and not as work.
+A cell is the median over the repetitions. A ratio that misses its target is marked "!". Of a call
+that takes gen less than 10 ns, one counts as that into the shared library and not as work.
 """
 
+import dataclasses
 import json
 import statistics
 import sys
@@ -19,6 +20,14 @@ NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 # what takes longer it does not show.
 CALL = 1.0
 SHORT = 10.0
+
+
+@dataclasses.dataclass
+class Work:
+    """What an item took, by contestant, in nanoseconds; how many a call of gen handles."""
+
+    items: float = 1.0
+    times: dict = dataclasses.field(default_factory=dict)
 
 
 def read_targets(path):
@@ -46,10 +55,10 @@ def case_name(name):
 
 
 def read_medians(path):
-    """{work: {contestant: median nanoseconds of one item}}, in the order of entry."""
+    """{name: Work}, in the order of entry, with the medians over the repetitions."""
     with open(path, encoding="utf-8") as result:
         runs = json.load(result)["benchmarks"]
-    samples = {}
+    works = {}
     order = {}
     for run in runs:
         if run.get("run_type") != "iteration" or run.get("error_occurred"):
@@ -57,14 +66,17 @@ def read_medians(path):
         name, wall = case_name(run["run_name"])
         work, contestant = name.rsplit("/", 1)
         time = run["real_time" if wall else "cpu_time"]
-        time *= NANOSECONDS[run["time_unit"]] / run.get("items", 1)
-        samples.setdefault(work, {}).setdefault(contestant, []).append(time)
+        items = run.get("items", 1)
+        time *= NANOSECONDS[run["time_unit"]] / items
+        measured = works.setdefault(work, Work())
+        if contestant == "gen":
+            measured.items = items
+        measured.times.setdefault(contestant, []).append(time)
         order.setdefault(work, run["family_index"])
         order[work] = min(order[work], run["family_index"])
-    return {
-        work: {name: statistics.median(times) for name, times in samples[work].items()}
-        for work in sorted(samples, key=order.get)
-    }
+    for measured in works.values():
+        measured.times = {name: statistics.median(times) for name, times in measured.times.items()}
+    return {work: works[work] for work in sorted(works, key=order.get)}
 
 
 def time_text(nanoseconds):
@@ -74,17 +86,17 @@ def time_text(nanoseconds):
     return f"{nanoseconds:.3g}"
 
 
-def ratio_text(own, other, target):
+def ratio_text(own, other, target, items):
     text = f"{own / other:.2f}"
     if target is None:
         return text
-    work = own - CALL if own < SHORT else own
+    work = own - CALL / items if own * items < SHORT else own
     return f"{text} of {target:g}" + (" !" if work > target * other else "")
 
 
-def cells(contestants, peer_target, limit_target):
+def cells(work, peer_target, limit_target):
     """What one work shows on one width: gen, best peer, their ratio, the limit's ratio."""
-    times = dict(contestants)
+    times = dict(work.times)
     own = times.pop("gen", None)
     limit = times.pop("limit", None)
     if own is None:
@@ -93,9 +105,9 @@ def cells(contestants, peer_target, limit_target):
     if times:
         peer = min(times, key=times.get)
         row[1] = f"{time_text(times[peer])} ({peer})"
-        row[2] = ratio_text(own, times[peer], peer_target)
+        row[2] = ratio_text(own, times[peer], peer_target, work.items)
     if limit is not None:
-        row[3] = ratio_text(own, limit, limit_target)
+        row[3] = ratio_text(own, limit, limit_target, work.items)
     return row
 
 
@@ -117,7 +129,7 @@ def main(arguments):
         peer64, peer32, limit = targets.get(work, [None, None, None])
         for label, medians in results:
             target = peer32 if label.startswith("32") else peer64
-            row += cells(medians.get(work, {}), target, limit)
+            row += cells(medians.get(work, Work()), target, limit)
         print("| " + " | ".join(row) + " |")
 
 

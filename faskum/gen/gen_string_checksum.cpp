@@ -31,12 +31,12 @@ constexpr std::uint32_t crc_start = 0xFFFFFFFF;
 void gen_replace_invalid_chars(char* name) {
     if (name == nullptr || *name == '\0') // an empty name may be a constant
         return;
-    std::size_t length = std::strlen(name);
-    while (length > 0 && name[length - 1] == ' ')
-        --length;
-    name[length] = '\0';
-    for (std::size_t i = 0; i < length; ++i)
-        name[i] = safe_characters[static_cast<unsigned char>(name[i])];
+    char* end = name + std::strlen(name);
+    while (end != name && end[-1] == ' ')
+        --end;
+    *end = '\0';
+    for (char* at = name; at != end; ++at)
+        *at = safe_characters[static_cast<unsigned char>(*at)];
 }
 
 int gen_crc_generator(char const* text) {

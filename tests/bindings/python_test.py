@@ -3,6 +3,7 @@
     python_test.py GEN_QUERY SUITE [unittest options]      with the package in PYTHONPATH
 """
 
+import json
 import os
 import pathlib
 import resource
@@ -396,6 +397,39 @@ class WrongArguments(unittest.TestCase):
                 (lambda: _gen.notice(4), "notice is none of the four")]:
             with self.assertRaisesRegex(ValueError, complaint):
                 call()
+
+
+class CommandLine(unittest.TestCase):
+    """What python3 -m korvane_gen answers, beside the questions of the parity test."""
+
+    TOOL = ROOT / "linux" / "gen_query"
+
+    def ask(self, command, question, text, **options):
+        done = subprocess.run([*command, *question, "--json"], input=text, cwd=PROJECT, timeout=60,
+                              capture_output=True, check=False, **options)
+        return done.returncode, json.loads(done.stdout, object_hook=self.without_remarks)
+
+    def without_remarks(self, record):
+        return {key: value for key, value in record.items() if "error" not in key}
+
+    def test_any_bytes_come_back_as_from_the_host_executable(self):
+        no_utf8 = b"a\xff\xed\xa0\x80\xc3"
+        private = "\ue000 \uef7f \uef80 \uefff".encode()
+        for question, text in [
+                (["find", no_utf8], b""),
+                (["find", private], b""),
+                (["text", "fold", no_utf8, private], b""),
+                (["text", "number", b"12 " + no_utf8], b""),
+                (["text", "sort"], no_utf8 + b"\na\r\nb\rc\x0bd\n" + private + b"\n"),
+                (["text", "checksum"], no_utf8 + b"\r\n"),
+                (["condition", "--stdin"], b"a\x1c = 1\nb = 2\r\n\xff = 3")]:
+            for locale in ("C.UTF-8", "C"):
+                with self.subTest(question=question, locale=locale):
+                    environment = {**os.environ, "LC_ALL": locale}
+                    self.assertEqual(
+                        self.ask([sys.executable, "-m", "korvane_gen", "--executable", self.TOOL],
+                                 question, text, env=environment),
+                        self.ask([self.TOOL], question, text, env=environment))
 
 
 if __name__ == "__main__":

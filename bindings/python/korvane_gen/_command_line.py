@@ -3,6 +3,8 @@
 import argparse
 import json
 import math
+import os
+import re
 import sys
 from pathlib import Path
 from typing import Any, Callable, Dict, List, Optional, Sequence, Tuple
@@ -31,6 +33,17 @@ def _apply_project(given: Arguments) -> None:
     ):
         if getattr(given, name) is not None:
             set_it(getattr(given, name))
+
+
+def _input(file: Optional[str] = None) -> str:
+    """All of a file, or of the standard input, with its bytes as they are."""
+    return os.fsdecode(sys.stdin.buffer.read() if file is None else Path(file).read_bytes())
+
+
+def _lines(text: str) -> List[str]:
+    """The lines of a text, the last one with or without its end."""
+    lines = text.split("\n")
+    return lines if lines[-1] else lines[:-1]
 
 
 def _only(row: Record, *keys: str) -> Record:
@@ -156,7 +169,7 @@ def _condition(given: Arguments) -> Answer:
     if given.stdin == (given.condition is not None) or (given.stdin and (given.tokens or given.tree)):
         raise Unusable("give a condition, or --stdin")
     if given.stdin:
-        rewritten = [_rewritten(line) for line in sys.stdin.read().splitlines()]
+        rewritten = [_rewritten(line) for line in _lines(_input())]
         prefixes = [record.pop("prefix") for record in rewritten]
         clean = not any(record["diagnostics"] for record in rewritten)
         return clean, {"prefixes": prefixes, "conditions": rewritten}
@@ -195,9 +208,8 @@ def _text_compare(given: Arguments) -> Answer:
 
 
 def _text_sort(given: Arguments) -> Answer:
-    lines = sys.stdin.read().removesuffix("\n")
     key = lambda line: _gen.natural_key(line, given.ignore_case)  # noqa: E731
-    return True, {"lines": sorted(lines.split("\n") if lines else [], key=key, reverse=given.reverse)}
+    return True, {"lines": sorted(_lines(_input()), key=key, reverse=given.reverse)}
 
 
 def _text_number(given: Arguments) -> Answer:
@@ -210,7 +222,7 @@ def _text_number(given: Arguments) -> Answer:
         "value": value,
         "digits": digits,
         "radix": given.radix,
-        "unread": given.text.encode()[used:].decode(errors="replace"),
+        "unread": os.fsdecode(os.fsencode(given.text)[used:]),
     }
 
 
@@ -223,11 +235,7 @@ def _text_wildcard(given: Arguments) -> Answer:
 
 
 def _text_checksum(given: Arguments) -> Answer:
-    text = given.text
-    if text is None and given.file is None:
-        text = sys.stdin.read()
-    elif text is None:
-        text = Path(given.file).read_bytes()
+    text = _input(given.file) if given.text is None else given.text
     sum_of = _gen.checksum_sanitised if given.sanitise else _gen.checksum
     number = sum_of(text)
     signed = number - (1 << 32) if number >> 31 else number
@@ -289,7 +297,7 @@ def _do_not_edit(given: Arguments) -> Answer:
 
 def _histogram(given: Arguments) -> Answer:
     separated = str.maketrans(",;", "  ")
-    text = sys.stdin.read() if given.file in (None, "-") else Path(given.file).read_text()
+    text = _input(None if given.file == "-" else given.file)
     items = [float(word) for word in text.translate(separated).split()]
     finite = [item for item in items if math.isfinite(item)]
     if not finite:
@@ -343,7 +351,7 @@ def _flag_step(flags: Flags, word: str, rest: str) -> str:
 
 def _flags(given: Arguments) -> Answer:
     flags = Flags()
-    for line in sys.stdin:
+    for line in _lines(_input()):
         word, _, rest = line.strip().partition(" ")
         if word and word[0] != "#" and word not in ("stats", "slots"):
             _flag_step(flags, word, rest.strip())
@@ -355,7 +363,7 @@ def _undo(given: Arguments) -> Answer:
     file = UndoFile(given.directory)
     section = None
     counts = {"undo": 0, "redo": 0}
-    for line in sys.stdin:
+    for line in _lines(_input()):
         word, _, rest = line.strip().partition(" ")
         if word == "section":
             section = file.section(rest.strip())
@@ -370,8 +378,17 @@ def _undo(given: Arguments) -> Answer:
                   "redo_commands": counts["redo"]}
 
 
+def _standing_for_bytes(found: "re.Match[str]") -> str:
+    return "".join(chr(0xEF00 + byte) for byte in os.fsencode(found[0]))
+
+
 def print_record(answer: Answer) -> int:
-    """Prints the record as JSON; the exit status."""
+    """Prints the record as JSON; the exit status.
+
+    JSON knows only UTF-8: a byte that is none goes as one of U+EF80 to U+EFFF, byte 0x80 as the first
+    of them, and so do the bytes of these characters themselves.
+    """
     text = json.dumps(answer[1], indent=2, ensure_ascii=False)
-    sys.stdout.buffer.write(text.encode("utf-8", "replace") + b"\n")
+    text = re.sub("[\udc80-\udcff\uef80-\uefff]", _standing_for_bytes, text)
+    sys.stdout.buffer.write(text.encode() + b"\n")
     return 0 if answer[0] else 1

@@ -73,38 +73,45 @@ proc ::korvane_gen::wrong {name} {
         "wrong # args: should be \"[dict get $usage $name]\""
 }
 
-# Takes the leading options off a subcommand's arguments. known has the options with the number of words
-# that follow each, 0 or 1. The options that are there, as a dictionary, land in the caller's "given", and
-# as many words as fit from least to most remain.
+# Parts a subcommand's arguments from its options, which stand before or behind all of them. known has the
+# options with the number of words that follow each, 0 or 1. The options that are there, as a dictionary,
+# land in the caller's "given", and as many words as fit from least to most remain.
 proc ::korvane_gen::options {name known arguments least most} {
     upvar 1 given given
     variable usage
     set given {}
-    while {[llength $arguments] > 0 && [string match -* [lindex $arguments 0]]} {
-        set option [lindex $arguments 0]
-        if {$option eq "--"} {
-            set arguments [lrange $arguments 1 end]
+    set rest {}
+    set count [llength $arguments]
+    for {set i 0} {$i < $count} {incr i} {
+        set word [lindex $arguments $i]
+        if {$word eq "--" && ![llength $rest]} {
+            set rest [lrange $arguments $i+1 end]
             break
-        }
-        if {![dict exists $known $option]} {
-            # A text may begin like an option.
-            if {[llength $arguments] <= $most} break
-            return -level 2 -code error -errorcode [list KORVANE OPTION $option] \
-                "unknown option \"$option\": should be \"[dict get $usage $name]\""
-        }
-        set words [dict get $known $option]
-        if {[llength $arguments] <= $words} {
+        } elseif {[dict exists $known $word]} {
+            set words [dict get $known $word]
+            if {$i + $words >= $count} {
+                return -level 2 -code error -errorcode {TCL WRONGARGS} \
+                    "option \"$word\" wants a value: should be \"[dict get $usage $name]\""
+            }
+            dict set given $word [expr {$words ? [lindex $arguments [incr i]] : 1}]
+        } elseif {[string match -* $word] && ([llength $rest] || $count - $i > $most)} {
+            return -level 2 -code error -errorcode [list KORVANE OPTION $word] \
+                "unknown option \"$word\": should be \"[dict get $usage $name]\""
+        } elseif {[llength $rest] || $most == 0} {
             return -level 2 -code error -errorcode {TCL WRONGARGS} \
-                "option \"$option\" wants a value: should be \"[dict get $usage $name]\""
+                "wrong # args: should be \"[dict get $usage $name]\""
+        } else {
+            # The last of them may begin like an option.
+            set last [expr {$i + $most - 1}]
+            set rest [lrange $arguments $i $last]
+            set i $last
         }
-        dict set given $option [expr {$words ? [lindex $arguments 1] : 1}]
-        set arguments [lrange $arguments [expr {1 + $words}] end]
     }
-    if {[llength $arguments] < $least || [llength $arguments] > $most} {
+    if {[llength $rest] < $least || [llength $rest] > $most} {
         return -level 2 -code error -errorcode {TCL WRONGARGS} \
             "wrong # args: should be \"[dict get $usage $name]\""
     }
-    return $arguments
+    return $rest
 }
 
 # Those of the rows that are there.

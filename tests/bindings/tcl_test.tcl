@@ -100,6 +100,26 @@ test find-10 "a removed directory is nothing worse than empty" -body {
     gen project -project $project -db db -project-libs lib -user-libs ../home/ada/lib
 } -result {{} mux.sv}
 
+test find-11 "options may stand behind the name too" {
+    list [gen find cells.v -eda] [expr {[gen find adder.v -all] eq [gen find -all adder.v]}] \
+        [gen include segments.vh -from inc/display.vh -alias /copy/display.vh -beside beside] $beside \
+        [gen include -from inc/display.vh segments.vh -alias /copy/display.vh] \
+        [expr {[gen sources counter -shipped -trace] eq [gen sources -shipped -trace counter]}] \
+        [gen number "255 ns" -radix 16] [gen compare A a -nocase] [gen compare -a -b] \
+        [gen find -x] [gen find -- -all]
+} [list $root/eda/mentor/cells.v 1 inc/segments.vh /copy/segments.vh inc/segments.vh 1 \
+       {value 255 digits ff used 3} 0 -1 {} {}]
+test find-12 "what stands behind the name and is no option" {
+    list [failure {gen find adder.v -x}] [failure {gen find adder.v mux.sv}] \
+        [failure {gen find -eda cells.v -all mux.sv}] [failure {gen include segments.vh -from}] \
+        [failure {gen find -- adder.v -all}]
+} [set usage "gen find ?-eda? ?-cached|-all|-trace? name"; list \
+       [list "unknown option \"-x\": should be \"$usage\"" {KORVANE OPTION -x}] \
+       [list "wrong # args: should be \"$usage\"" {TCL WRONGARGS}] \
+       [list "wrong # args: should be \"$usage\"" {TCL WRONGARGS}] \
+       [list "option \"-from\" wants a value: should be \"[dict get $::korvane_gen::usage include]\"" {TCL WRONGARGS}] \
+       [list "wrong # args: should be \"$usage\"" {TCL WRONGARGS}]]
+
 proc resident {} {
     set file [open /proc/self/statm]
     set pages [lindex [read $file] 1]

@@ -94,6 +94,12 @@ class Lookup(unittest.TestCase):
         self.assertEqual(gen.project.relative(PROJECT / "adder.v"), pathlib.Path("adder.v"))
         self.assertIsNone(gen.project.relative("/etc/passwd"))
 
+    def test_a_property_that_is_not_there_cannot_be_set(self):
+        for settable, name in [(gen.project, "user_libs"), (gen.cache, "size"), (gen.start(ROOT), "path")]:
+            with self.subTest(name=name):
+                with self.assertRaisesRegex(AttributeError, f"no attribute '{name}'"):
+                    setattr(settable, name, ["lib"])
+
     def test_a_directory_with_a_semicolon_is_one_directory(self):
         gen.project.libraries = ["a;b", "lib"]
         self.assertEqual(gen.project.libraries, [pathlib.Path("a;b"), pathlib.Path("lib")])

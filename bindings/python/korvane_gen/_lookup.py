@@ -53,6 +53,8 @@ def _joined(directories: Directories) -> Text:
 class Project:
     """The project that lookups start at. Without a directory the current one is made it."""
 
+    __slots__ = () # a misspelt property is an error
+
     @property
     def directory(self) -> Path:
         """The project directory."""
@@ -125,6 +127,8 @@ class Project:
 
 class Cache:
     """What find_cached() keeps: len() is how many names."""
+
+    __slots__ = ()
 
     def __len__(self) -> int:
         return _gen.cache_size()

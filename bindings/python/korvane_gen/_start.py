@@ -29,6 +29,8 @@ class ToolFile(NamedTuple):
 class Installation:
     """The installation that the process belongs to. As a context manager it ends what start() began."""
 
+    __slots__ = ()
+
     def __enter__(self) -> "Installation":
         return self
 

@@ -409,6 +409,7 @@ class CommandLine(unittest.TestCase):
     """What python3 -m korvane_gen answers, beside the questions of the parity test."""
 
     TOOL = ROOT / "linux" / "gen_query"
+    PACKAGE = (sys.executable, "-m", "korvane_gen", "--executable", TOOL)
 
     def ask(self, command, question, text, **options):
         done = subprocess.run([*command, *question, "--json"], input=text, cwd=PROJECT, timeout=60,
@@ -433,9 +434,32 @@ class CommandLine(unittest.TestCase):
                 with self.subTest(question=question, locale=locale):
                     environment = {**os.environ, "LC_ALL": locale}
                     self.assertEqual(
-                        self.ask([sys.executable, "-m", "korvane_gen", "--executable", self.TOOL],
-                                 question, text, env=environment),
+                        self.ask(self.PACKAGE, question, text, env=environment),
                         self.ask([self.TOOL], question, text, env=environment))
+
+    def test_what_it_cannot_do_is_the_record_of_an_error(self):
+        a_little = lambda: resource.setrlimit(resource.RLIMIT_AS, (100 << 20, 100 << 20))  # noqa: E731
+        for question, text, status, fault in [
+                (["text", "sort"], b"y\n" * (20 << 20), 2, "there is not enough memory"),
+                (["text", "checksum", "-f", "/nope"], b"", 2, "No such file or directory"),
+                (["condition"], b"", 2, "give a condition, or --stdin"),
+                (["message", "%2"], b"", 2, "argument 2 is missing"),
+                (["flags"], b"find x\n", 1, "couldn't find flag 'x'")]:
+            with self.subTest(question=question):
+                done = subprocess.run([*self.PACKAGE, *question], input=text, cwd=PROJECT, timeout=60,
+                                      capture_output=True, check=False, preexec_fn=a_little)
+                self.assertEqual(done.returncode, status)
+                (error,) = json.loads(done.stdout).values()
+                self.assertIn(fault, error)
+                self.assertEqual(done.stderr.decode(), f"korvane_gen: {error}\n")
+
+    def test_an_answer_that_cannot_be_written_is_no_success(self):
+        for count in (1, 10000): # with less and more than a file's buffer
+            with open("/dev/full", "wb") as full:
+                done = subprocess.run([*self.PACKAGE, "text", "sort"], input=b"line\n" * count, stdout=full,
+                                      stderr=subprocess.PIPE, timeout=60, check=False)
+            self.assertEqual((done.returncode, done.stderr.decode()),
+                             (2, "korvane_gen: cannot write to standard output: No space left on device\n"))
 
 
 if __name__ == "__main__":

@@ -140,13 +140,28 @@ def main() -> int:
     given = parser().parse_args()
     try:
         start(given.root, executable=given.executable)
-        return line.print_record(given.handler(given))
+        is_true, record = given.handler(given)
+        status, text = 0 if is_true else 1, line.json_text(record)
     except Error as error:
-        print(f"korvane_gen: {error}", file=sys.stderr)
-        return 1
+        status, text = 1, refusal(str(error))
     except (line.Unusable, ValueError, OverflowError, OSError) as error:
-        print(f"korvane_gen: {error}", file=sys.stderr)
+        status, text = 2, refusal(str(error))
+    except MemoryError as error:
+        error.__traceback__ = None # it keeps what has used up the memory
+        status, text = 2, refusal("there is not enough memory")
+    try:
+        with open(1, "wb", closefd=False) as output:
+            output.write(text)
+    except OSError as error:
+        print(f"korvane_gen: cannot write to standard output: {error.strerror}", file=sys.stderr)
         return 2
+    return status
+
+
+def refusal(fault: str) -> bytes:
+    """The record of an error, which standard error gets too."""
+    print(f"korvane_gen: {fault}", file=sys.stderr)
+    return line.json_text({"error": fault})
 
 
 if __name__ == "__main__":

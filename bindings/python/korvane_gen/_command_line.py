@@ -382,13 +382,9 @@ def _standing_for_bytes(found: "re.Match[str]") -> str:
     return "".join(chr(0xEF00 + byte) for byte in os.fsencode(found[0]))
 
 
-def print_record(answer: Answer) -> int:
-    """Prints the record as JSON; the exit status.
-
-    JSON knows only UTF-8: a byte that is none goes as one of U+EF80 to U+EFFF, byte 0x80 as the first
-    of them, and so do the bytes of these characters themselves.
-    """
-    text = json.dumps(answer[1], indent=2, ensure_ascii=False)
+def json_text(record: Record) -> bytes:
+    """The record as JSON, which knows only UTF-8: a byte that is none goes as one of U+EF80 to U+EFFF,
+    byte 0x80 as the first of them, and so do the bytes of these characters themselves."""
+    text = json.dumps(record, indent=2, ensure_ascii=False)
     text = re.sub("[\udc80-\udcff\uef80-\uefff]", _standing_for_bytes, text)
-    sys.stdout.buffer.write(text.encode() + b"\n")
-    return 0 if answer[0] else 1
+    return text.encode() + b"\n"

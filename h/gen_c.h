@@ -33,7 +33,7 @@ typedef enum gen_c_status {
     GEN_C_DIAGNOSED = 2,      ///< answered as far as possible, with diagnostics for the user
     GEN_C_INTERNAL_ERROR = 3, ///< answered with gen's fallback; gen_c_report has what was reported
     GEN_C_BAD_ARGUMENT = 4,   ///< nothing done; gen_c_reason says which argument, and why
-    GEN_C_NOT_STARTED = 5,    ///< nothing done: this needs gen_c_start
+    GEN_C_NOT_STARTED = 5,    ///< nothing done: neither gen_c_start nor the host has started gen
     GEN_C_FAILED = 6,         ///< the system refused; gen_c_reason says what
     GEN_C_NO_MEMORY = 7       ///< there was none for the result
 } gen_c_status;
@@ -103,9 +103,12 @@ KORVANE_API double gen_c_table_real(gen_c_table const* table, size_t row, size_t
 /// is looked up as a shell would; GEN_C_NOT_FOUND where there is no such root or executable. A
 /// process starts once: again with the same location is fine, with another one GEN_C_BAD_ARGUMENT.
 KORVANE_API gen_c_status gen_c_start(char const* root, char const* executable);
-/// 1 between a start and its end.
+/// 1 between gen_c_start and gen_c_finish. A host that begins with GEN_DEFINE_MAIN has started gen
+/// itself and needs neither; it sees 0.
 KORVANE_API int gen_c_is_started(void);
-/// Ends what the start began. The location stays known.
+/// Ends what the start began. The location stays known, so what needs it goes on answering: others
+/// in the process, another interpreter for example, may still be asking. gen_c_start begins anew.
+/// GEN_C_NOT_STARTED where there never was a start.
 KORVANE_API gen_c_status gen_c_finish(void);
 
 /// One row: executable, module_path, file_name, installation_root, graphical_shell.

@@ -50,6 +50,13 @@ class Start(unittest.TestCase):
         shown = in_child("try: gen.start('/no/such')\nexcept FileNotFoundError as e: print(e.filename)")
         self.assertEqual(shown, "/no/such\n")
 
+    def test_the_end_of_a_start_leaves_the_answers_to_others(self):
+        shown = in_child(f"with gen.start({str(ROOT)!r}) as installation:\n"
+                         f"    with gen.start({str(ROOT)!r}): pass\n"
+                         "    print(installation.root)\n"
+                         "print(gen.find('counter.v'))\n", cwd=PROJECT)
+        self.assertEqual(shown, f"{ROOT}\n{PROJECT}/counter.v\n")
+
     def test_another_root_is_refused(self):
         with self.assertRaisesRegex(ValueError, "root is another one"):
             gen.start("/")

@@ -144,6 +144,7 @@ test interpreters-1 "a second one shares the state of the process" -body {
     interp create other
     other eval [list lappend auto_path $build/tcl]
     other eval {package require korvane_gen}
+    other eval {gen finish}
     string equal [other eval {gen find adder.v}] [gen find adder.v]
 } -cleanup {interp delete other} -result 1
 

@@ -27,7 +27,10 @@ class ToolFile(NamedTuple):
 
 
 class Installation:
-    """The installation that the process belongs to. As a context manager it ends what start() began."""
+    """The installation that the process belongs to. As a context manager it ends what start() began.
+
+    The process goes on belonging to it: what was asked before the end is answered behind it, too.
+    """
 
     __slots__ = ()
 

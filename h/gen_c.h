@@ -366,7 +366,7 @@ KORVANE_API gen_c_status gen_c_flags_swept(gen_c_flags* flags, gen_c_table** mas
 /// Counts numbers into bins of equal width.
 typedef struct gen_c_histogram gen_c_histogram;
 /// GEN_C_BAD_ARGUMENT unless the bounds are finite numbers, @p low below @p high, no further apart
-/// than a number can tell, and 1 to 1000000 bins.
+/// than a number can express, and 1 to 1000000 bins.
 KORVANE_API gen_c_status gen_c_histogram_create(double low, double high, unsigned bins,
                                                 gen_c_histogram** histogram);
 /// The memory of its counts stays with the process, as gen keeps it.

@@ -24,7 +24,7 @@ std::unique_ptr<Commands> all_commands() {
     auto all = std::make_unique<Commands>(Help{
         .name = "gen_query",
         .summary = "gen_query: what every tool of the suite would answer",
-        .example = "Every subcommand takes --json, and tells more with --help.\n"
+        .example = "Every subcommand takes --json, and says more with --help.\n"
                    "Exit status: 0 found or true, 1 not found or false, 2 usage.",
     });
     Commands& commands = *all;

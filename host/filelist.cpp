@@ -154,7 +154,7 @@ constexpr Help help = {
                "that stay as they are; comments with //, # or /* */; variables as $NAME. Out\n"
                "come absolute names, which Verilator takes after -f, Icarus Verilog after -c.\n"
                "Remarked are files that hide others. With --includes sources are followed into\n"
-               "what they include. Status 1 tells that something is missing.",
+               "what they include. Status 1 says that something is missing.",
 };
 
 } // namespace

@@ -124,7 +124,7 @@ class Find : public Command {
 
 constexpr Help help = {
     .name = "find",
-    .summary = "Finds the file that a name means, and tells why that one",
+    .summary = "Finds the file that a name means, and says why that one",
     .example = "  $ gen_query find adder.v\n"
                "  /opt/korvane/project/adder.v\n"
                "  $ gen_query find adder.v --user-libs /opt/korvane/home/ada/lib --all\n"

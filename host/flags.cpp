@@ -292,7 +292,7 @@ void add_flags(Commands& commands) {
                    "\n"
                    "Steps: create NAME, destroy NAME or MASK, find NAME, name MASK, stats, slots.\n"
                    "At a terminal every step is answered at once; end with Ctrl-D.\n"
-                   "Slots that are free count as clean, dirty or not. Status 1 tells that the\n"
+                   "Slots that are free count as clean, dirty or not. Status 1 says that the\n"
                    "manager reported something.",
     });
 }

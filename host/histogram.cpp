@@ -306,7 +306,7 @@ class Histogram : public Command {
         answer.detail("bins", std::move(bins));
     }
 
-    static constexpr char const* too_wide = "the range is wider than a number can tell";
+    static constexpr char const* too_wide = "the range is wider than a number can express";
 
     std::string m_file;
     std::optional<double> m_low;
@@ -334,7 +334,7 @@ void add_histogram(Commands& commands) {
             "\n"
             "A bin holds its lower edge and not its upper one, the last bin both. With both\n"
             "--low and --high input of any length is counted in constant memory. Numbers\n"
-            "outside are told of and not counted. Bars fit the terminal, or COLUMNS.\n"
-            "Status 1 tells that none was counted.",
+            "outside are remarked and not counted. Bars fit the terminal, or COLUMNS.\n"
+            "Status 1 says that none was counted.",
     });
 }

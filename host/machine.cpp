@@ -65,6 +65,6 @@ void add_machine(Commands& commands) {
                    "  os name                  Linux\n"
                    "  ...\n"
                    "  any web browser will do  yes\n"
-                   "The exit status is 1 where the system does not tell one of the answers.",
+                   "The exit status is 1 where the system does not give one of the answers.",
     });
 }

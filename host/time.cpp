@@ -198,7 +198,7 @@ void add_time(Commands& commands) {
     time.add<Stopwatch>({
         .name = "stopwatch",
         .summary = "Runs a command under the stopwatch, which counts this process's own "
-                   "CPU time only, and tells how long it took",
+                   "CPU time only, and says how long it took",
         .example = "  $ gen_query time stopwatch true\n"
                    "  exit status   0\n"
                    "  ...\n"

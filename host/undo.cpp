@@ -122,6 +122,6 @@ void add_undo(Commands& commands) {
             "\n"
             "Lines: section TITLE, describe TEXT, undo COMMAND, redo COMMAND, comment TEXT.\n"
             "A comment belongs to the command above it. Empty lines and lines that begin\n"
-            "with # are passed over. Status 1 tells that the file could not be written.",
+            "with # are passed over. Status 1 says that the file could not be written.",
     });
 }

@@ -146,7 +146,7 @@ TEST(GenQueryHistogram, BoundsHaveToBeFiniteNumbers) {
         EXPECT_EQ(high.errors, "gen_query: --high is not a finite number\n");
     }
     EXPECT_EQ(run({"--low", "-1e308", "--high", "1e308"}, "1").errors,
-              "gen_query: the range is wider than a number can tell\n");
+              "gen_query: the range is wider than a number can express\n");
 }
 
 TEST(GenQueryHistogram, JsonTellsBinsAndWhatIsInNone) {

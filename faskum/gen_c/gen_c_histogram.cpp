@@ -30,7 +30,7 @@ gen_c_status gen_c_histogram_create(double low, double high, unsigned bins,
     if (!(low < high))
         return refuse(GEN_C_BAD_ARGUMENT, "low", " is not below high");
     if (!std::isfinite(high - low))
-        return refuse(GEN_C_BAD_ARGUMENT, "high", " is further from low than a number can tell");
+        return refuse(GEN_C_BAD_ARGUMENT, "high", " is further from low than a number can express");
     if (bins < 1 || bins > 1000000)
         return refuse(GEN_C_BAD_ARGUMENT, "bins", " is not from 1 to 1000000");
     Reports const reports;

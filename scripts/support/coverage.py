@@ -2,7 +2,7 @@
 """Fails where tests have not reached a line or not taken a branch: coverage.py COVERAGE.JSON
 
 The report is gcovr's, with what it leaves out for the marks in the sources left out already. Branches to where exceptions
-are handled are known here only, when it has merged what each compilation says of a line: gcov cannot tell of them in one
+are handled are known here only, when it has merged what each compilation says of a line: gcov cannot know them in one
 that was not run.
 """
 

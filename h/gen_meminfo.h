@@ -23,7 +23,7 @@
 ///
 /// @param tag   a label of the caller, cut or padded to 10 characters; null counts as ""
 /// @param phase a label of the point in the run; null counts as "start". The memory line expands it
-///              and the tag once more as a printf format, to which there are no arguments: keep "%"
-///              out of them.
+///              and the tag once more as a printf format, to which there are no arguments: "%%"
+///              prints "%", and other conversions print nothing.
 /// The memory line is cut at 1023 bytes; the byte counts of modules are taken in 32 bits.
 KORVANE_API void gen_meminfo_report_dll_usage(char const* tag, char const* phase);

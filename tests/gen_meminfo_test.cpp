@@ -233,7 +233,20 @@ TEST_F(MeminfoReport, PercentInALabelIsExpandedOnceMoreInTheMemoryLineOnly) {
     module("a.dll", 5);
     EXPECT_THAT(report({"profile_dll_usage", "report_modules_flow"}, "100%%", "<%s%d%n%%>"),
                 ElementsAre("GEN: 100%%      <%s%d%n%%> DLL usage(bytes): Loaded 0 Not Loaded 5",
-                            memory_line("100%      <\\(null\\)0%>")));
+                            memory_line("100%      <%>")));
+}
+
+TEST_F(MeminfoReport, ConversionsInALabelFindNoArguments) {
+    for (std::string const conversion :
+         {"%s", "%d", "%f", "%Lf", "%*.*s", "%n", "%9999$s", "%hs"}) {
+        std::string phase = "<";
+        while (phase.size() < 800)
+            phase += conversion;
+        EXPECT_THAT(report({"report_modules_flow"}, "t", (phase + ">").c_str()),
+                    ElementsAre(memory_line("t          <>")))
+            << conversion;
+        lines.clear();
+    }
 }
 
 TEST_F(MeminfoReport, DirectoryIsNoModule) {

@@ -2,6 +2,7 @@
 
 #include "fio_file_system.h"
 #include "gen_exe.h"
+#include "gen_string_message.h"
 #include "gen_string_number.h"
 #include "gen_time_clock.h"
 #include "mem.h"
@@ -72,10 +73,15 @@ void report_memory(char const* tag, char const* phase) {
                   "%-10.10s %s at %s memory usage(bytes): transient %s WS %s WS Peak %s", tag,
                   phase, gen_get_current_date_and_time(0).c_str(), transient.text, working_set.text,
                   peak.text);
-    // The line is the format, as it has always been, and so a "%" in a label is expanded. The nulls
-    // are what conversions in a label find there instead of whatever is on the stack.
+    // The line is a format, as it has always been, and so a "%" in a label is expanded. There are
+    // no arguments to it: its conversions are gone before whoever expands it looks for some.
+    STR expanded;
+    gen_vsprintf(&expanded, line, nullptr);
+    STR format;
+    for (char const c : expanded)
+        format.append(c == '%' ? 2 : 1, c);
     char const* const none = nullptr;
-    gen_mem_msg_debug(line, none, none, none, none, none, none, none, none);
+    gen_mem_msg_debug(format.c_str(), none);
 }
 
 } // namespace

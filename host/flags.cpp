@@ -222,7 +222,7 @@ class Flags : public Command {
             answer.remark(problem);
             return STATUS_USAGE;
         }
-        if (std::ferror(stdin) != 0) {
+        if (std::feof(stdin) == 0) { // memory may have failed, too
             answer.remark(reading_fault("-"));
             return STATUS_USAGE;
         }

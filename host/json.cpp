@@ -117,6 +117,10 @@ void print_json_inline(Answer const& answer, bool is_error, std::FILE* stream) {
     write_object(answer, is_error, JsonWriter(stream, true));
 }
 
+void print_json_inline(Value const& value, std::FILE* stream) {
+    std::visit(JsonWriter(stream, true), value.content());
+}
+
 std::string read_request(std::string_view line, Request& request) {
     nlohmann::json const object = nlohmann::json::parse(line, nullptr, /*allow_exceptions=*/false);
     if (!object.is_object())

@@ -14,6 +14,7 @@
 void print_json(Answer const& answer, bool is_error, std::FILE* stream);
 /// The same without any line end.
 void print_json_inline(Answer const& answer, bool is_error, std::FILE* stream);
+void print_json_inline(Value const& value, std::FILE* stream);
 /// The same as a value of another answer.
 Value::Record record_of(Answer const& answer, bool is_error);
 

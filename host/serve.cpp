@@ -4,21 +4,50 @@
 #include "query.h"
 
 #include <clocale>
+#include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
 #include <utility>
 
 namespace {
 
+/// The questions, taken out of the reach of what they ask for: from now on standard input is empty,
+/// for the programs that gen_query starts as well.
+void set_questions_aside() {
+    if (fileno(stdin) != STDIN_FILENO)
+        return; // they are in memory
+    int const aside = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    std::FILE* const questions = aside >= 0 ? fdopen(aside, "r") : nullptr;
+    if (questions == nullptr)
+        return; // it is closed
+    int const nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    dup2(nothing, STDIN_FILENO);
+    close(nothing);
+    stdin = questions;
+}
+
 /// Standard input that has this text, for the span of one question.
 class InputText {
   public:
-    explicit InputText(std::string& text)
-        : m_previous(stdin), m_stream(text.empty() ? std::fopen("/dev/null", "re")
-                                                   : fmemopen(text.data(), text.size(), "r")) {
-        if (m_stream != nullptr)
-            stdin = m_stream;
+    explicit InputText(std::string const& text)
+        : m_previous(stdin),
+          m_stream(text.empty() ? std::fopen("/dev/null", "re") : std::tmpfile()) {
+        if (m_stream == nullptr)
+            return;
+        stdin = m_stream;
+        if (text.empty())
+            return;
+        std::fwrite(text.data(), 1, text.size(), m_stream);
+        std::rewind(m_stream);
+        m_descriptor = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+        dup2(fileno(m_stream), STDIN_FILENO);
     }
     ~InputText() {
         stdin = m_previous;
+        if (m_descriptor >= 0) {
+            dup2(m_descriptor, STDIN_FILENO);
+            close(m_descriptor);
+        }
         if (m_stream != nullptr)
             std::fclose(m_stream);
     }
@@ -28,12 +57,17 @@ class InputText {
   private:
     std::FILE* m_previous;
     std::FILE* m_stream;
+    int m_descriptor = -1;
 };
 
 /// One line, written at once: whoever asked is waiting for it.
 void write_reply(Request const& request, Status status, Answer const& answer) {
     std::fprintf(stdout, "{\"id\": %s, \"status\": %d, \"answer\": ", request.id.c_str(), status);
     print_json_inline(answer, status != STATUS_YES, stdout);
+    if (status == STATUS_YES && !answer.remarks().empty()) { // else they are the "error"
+        std::fputs(", \"remarks\": ", stdout);
+        print_json_inline(Value::List(answer.remarks().begin(), answer.remarks().end()), stdout);
+    }
     std::fputs("}\n", stdout);
     std::fflush(stdout);
 }
@@ -49,6 +83,7 @@ class Serve : public Command {
             return STATUS_USAGE;
         }
         is_serving = true;
+        set_questions_aside();
         answer.set_written();
         std::size_t number = 0;
         std::string fault = read_pieces('\n', [&](std::string const& line) {
@@ -107,7 +142,8 @@ constexpr Help help = {
                "  ...\n"
                "One process answers thousands of questions, each in a line of its own, written\n"
                "at once: {\"id\": 1, \"status\": 0, \"answer\": {...}}, the status and the object\n"
-               "that --json gives. A question may have \"input\", the text of its standard input.\n"
+               "that --json gives. A question may have \"input\", the text of its standard input;\n"
+               "where there are remarks, the answer has them beside it as \"remarks\".\n"
                "A project once set stays set, and the cache of lookups stays filled, as in any\n"
                "tool; {\"args\": [\"reset\"]} forgets both. Bad lines are answered with status 2.",
 };

@@ -4,13 +4,12 @@
 
 #include "effort.h"
 #include "environment.h"
+#include "gen_query.h"
 #include "gen_string_lex.h"
-#include "run_program.h"
 #include "temp_directory.h"
 #include "test_directories.h"
 
 #include <algorithm>
-#include <random>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,21 +17,6 @@
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
-
-namespace {
-
-ProgramResult query(std::vector<std::string> arguments, std::string const& input = "") {
-    arguments.insert(arguments.begin(), TEST_BINARY_DIR "/gen_query");
-    return run_program({.arguments = arguments, .input = input});
-}
-
-/// A shell command in which "$query" is gen_query.
-ProgramResult shell(std::string const& command) {
-    return run_program({.arguments = {"/bin/sh", "-c", command},
-                        .set = {{"query", TEST_BINARY_DIR "/gen_query"}}});
-}
-
-} // namespace
 
 TEST(GenQuery, WrongUsageIsStatusTwoAndSaysWhereHelpIs) {
     std::vector<std::string> const cases[] = {
@@ -58,7 +42,7 @@ TEST(GenQuery, HelpTeachesWithAnExample) {
 }
 
 TEST(GenQuery, OutputThatCannotBeWrittenIsSaid) {
-    ProgramResult const result = shell("\"$query\" where >/dev/full");
+    ProgramResult const result = query_by_shell("\"$query\" where >/dev/full");
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.errors, "gen_query: cannot write to standard output\n");
 }
@@ -157,7 +141,7 @@ TEST(GenQueryTextSort, AMillionLines) {
 }
 
 TEST(GenQueryTextSort, InputThatCannotBeReadIsSaid) {
-    ProgramResult const result = shell("\"$query\" text sort </");
+    ProgramResult const result = query_by_shell("\"$query\" text sort </");
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.errors, "gen_query: cannot read standard input: Is a directory\n");
 }
@@ -274,7 +258,7 @@ TEST(GenQuery, EveryErrorIsInTheJsonAndOnStandardError) {
         {"\"$query\" flags --json </", "cannot read standard input: Is a directory"},
     };
     for (auto const& [command, error] : cases) {
-        ProgramResult const result = shell(command);
+        ProgramResult const result = query_by_shell(command);
         EXPECT_EQ(result.status, 2) << command;
         EXPECT_EQ(result.errors, std::string("gen_query: ") + error + "\n");
         EXPECT_THAT(result.output, HasSubstr(std::string("\"error\": \"") + error + '"'));
@@ -284,12 +268,12 @@ TEST(GenQuery, EveryErrorIsInTheJsonAndOnStandardError) {
 TEST(GenQuery, InputPastMemoryIsSaid) {
     if (read_file("/proc/self/maps").find("asan") != std::string::npos)
         GTEST_SKIP() << "the address sanitizer needs its memory";
-    for (char const* const command :
-         {"text sort", "text checksum", "condition --stdin", "undo", "histogram"}) {
-        ProgramResult const result =
-            shell(std::string("ulimit -v 200000; head -c 300000000 /dev/zero | tr '\\0' 7 | "
-                              "\"$query\" ") +
-                  command);
+    for (char const* const command : {"text sort", "text checksum", "condition --stdin", "undo",
+                                      "histogram", "flags", "serve", "find -"}) {
+        ProgramResult const result = query_by_shell(
+            std::string("ulimit -v 200000; head -c 300000000 /dev/zero | tr '\\0' 7 | "
+                        "\"$query\" ") +
+            command);
         EXPECT_EQ(result.status, 2) << command;
         EXPECT_THAT(result.errors, StartsWith("gen_query: ")) << command;
     }
@@ -297,7 +281,8 @@ TEST(GenQuery, InputPastMemoryIsSaid) {
 
 TEST(GenQuery, HelpIntoAFullDeviceFails) {
     for (char const* const arguments : {"--help", "--version", "--help-all", "text sort --help"}) {
-        ProgramResult const result = shell(std::string("\"$query\" ") + arguments + " >/dev/full");
+        ProgramResult const result =
+            query_by_shell(std::string("\"$query\" ") + arguments + " >/dev/full");
         EXPECT_EQ(result.status, 2) << arguments;
         EXPECT_EQ(result.errors, "gen_query: cannot write to standard output\n");
     }
@@ -336,129 +321,4 @@ TEST(GenQuery, ColourIsAsWanted) {
     EXPECT_EQ(query({"find", "/", "--all", "--color", "never"}).output,
               query({"find", "/", "--all"}).output);
     EXPECT_EQ(query({"find", "/", "--color=some"}).status, 2);
-}
-
-namespace {
-
-/// What gen_query answers to each of three lines before it gets the next one.
-std::string conversation(std::string const& arguments, std::string const& line) {
-    return run_program({.arguments = {"/bin/bash", "-c",
-                                      "coproc server { \"$query\" " + arguments +
-                                          " 2>/dev/null; }\n"
-                                          "for i in 1 2 3; do\n"
-                                          "  echo \"$line\" >&${server[1]}\n"
-                                          "  read -r -t 20 -u ${server[0]} answer\n"
-                                          "  echo \"$answer\"\n"
-                                          "done"},
-                        .set = {{"query", TEST_BINARY_DIR "/gen_query"}, {"line", line}}})
-        .output;
-}
-
-} // namespace
-
-TEST(GenQueryServe, AnswersAtOnce) {
-    std::string const answer = R"({"id": 1, "status": 0, "answer": {"texts": ["a"]}})"
-                               "\n";
-    EXPECT_EQ(conversation("serve", R"({"id": 1, "args": ["text", "fold", "A"]})"),
-              answer + answer + answer);
-}
-
-TEST(GenQueryBatch, AnswersAtOnce) {
-    struct {
-        char const* arguments;
-        std::string line;
-        std::string answer;
-    } const cases[] = {
-        {"find -", "/", "/\n"},
-        {"find - --json", "/",
-         "{\"name\": \"/\", \"path\": \"/\", \"group\": \"as named\", \"in_project\": null}\n"},
-        {"include -", "/", "/\n"},
-        {"sources - --json --project /nowhere", "no_such_unit",
-         "{\"unit\": \"no_such_unit\", \"file_type_order\": [\".kbd\", \".ksd\", \".khd\", "
-         "\".vhd\", "
-         "\".v\", \".sv\", \".edf\"], \"files\": [], "
-         "\"error\": \"'no_such_unit' has no source file\"}\n"},
-        {"text fold -", "A", "a\n"},
-        {"text fold -u - --json", "b", "{\"given\": \"b\", \"text\": \"B\"}\n"},
-        {"text trim - --json", " b ", "{\"given\": \" b \", \"text\": \"b\"}\n"},
-        {"text sanitise -", "a.b", "aLb\n"},
-        {"text sanitise - --json", "a.b", "{\"given\": \"a.b\", \"name\": \"aLb\"}\n"},
-        {"text wildcard 'a*' -", "ab", "ab\n"},
-        {"text wildcard 'a*' -", "b", "\n"},
-        {"text wildcard 'a*' - --json", "b", "{\"name\": \"b\", \"matches\": false}\n"},
-    };
-    for (auto const& [arguments, line, answer] : cases)
-        EXPECT_EQ(conversation(arguments, line), answer + answer + answer) << arguments;
-}
-
-TEST(GenQueryBatch, NamesEndWithTheirLineOrANul) {
-    EXPECT_EQ(query({"text", "fold", "-"}, "A\n\nB").output, "a\n\nb\n");
-    EXPECT_EQ(query({"text", "fold", "-", "-0"}, std::string("A\nC\0\0B", 6)).output,
-              "a\nc\n\nb\n");
-    EXPECT_EQ(query({"text", "fold", "X", "-", "Y", "-"}, "A\n").output, "x\na\ny\n");
-    EXPECT_EQ(query({"text", "fold", "-"}, "").output, "");
-    ProgramResult const bad = query({"text", "fold", "-"}, std::string("A\0B\nC\n", 6));
-    EXPECT_EQ(bad.status, 2);
-    EXPECT_EQ(bad.output, "\nc\n");
-    EXPECT_EQ(bad.errors, "gen_query: a name holds a NUL byte; with -0 names end with one\n");
-}
-
-TEST(GenQueryBatch, StatusIsThatOfTheWorst) {
-    EXPECT_EQ(query({"find", "-"}, "/\n/tmp\n").status, 0);
-    EXPECT_EQ(query({"find", "-"}, "/\n/no/such/file\n/\n").status, 1);
-    EXPECT_EQ(query({"text", "wildcard", "a*", "-"}, "b\na\n").status, 0);
-    EXPECT_EQ(query({"text", "wildcard", "a*", "-"}, "b\n").status, 1);
-}
-
-TEST(GenQueryBatch, FaultsAreAnsweredInALineOfTheirOwn) {
-    EXPECT_EQ(query({"find", "-", "--json"}, "/no/such/file\n").output,
-              "{\"name\": \"/no/such/file\", \"path\": null, \"group\": null, "
-              "\"in_project\": null, \"error\": \"'/no/such/file' is not found\"}\n");
-    ProgramResult const unread = shell("\"$query\" find / - --json </");
-    EXPECT_EQ(unread.status, 2);
-    EXPECT_THAT(
-        unread.output,
-        testing::EndsWith("}\n{\"error\": \"cannot read standard input: Is a directory\"}\n"));
-    ProgramResult const full = shell("yes / | \"$query\" find - >/dev/full");
-    EXPECT_EQ(full.status, 2);
-    EXPECT_EQ(full.errors, "gen_query: cannot write to standard output\n");
-}
-
-TEST(GenQueryBatch, ServeAnswersAllInOneLine) {
-    EXPECT_EQ(
-        query({"serve"}, R"({"args": ["text", "trim", "-", "c "], "input": " a\n b\n"})").output,
-        R"({"id": null, "status": 0, "answer": {"answers": [{"given": " a", "text": "a"}, )"
-        R"({"given": " b", "text": "b"}, {"given": "c ", "text": "c"}]}})"
-        "\n");
-}
-
-TEST(GenQueryServe, KeepsTheProjectUntilItIsReset) {
-    TempDirectory const project;
-    std::string const file = project.write("only_here.v", "");
-    std::string const find = R"({"args": ["find", "only_here.v"]})";
-    ProgramResult const result = query(
-        {"serve"}, R"({"args": ["find", "only_here.v", "--project", ")" + project.path() +
-                       "\"]}\n" + find + "\n" + R"({"args": ["reset"]})" + "\n" + find + "\n");
-    std::size_t found = 0;
-    for (std::size_t at = 0; (at = result.output.find("[\"" + file, at)) != std::string::npos; ++at)
-        ++found;
-    EXPECT_EQ(found, 2U) << result.output;
-    EXPECT_EQ(result.status, 0);
-}
-
-TEST(GenQueryServe, BadLinesAreAnsweredAndNeverFatal) {
-    std::mt19937 random(14);
-    std::string const question = R"({"id": 1, "args": ["text", "sort"], "input": "a"})";
-    std::string lines;
-    std::size_t const rounds = effort(2000);
-    for (std::size_t round = 0; round < rounds; ++round) {
-        std::string line = question;
-        line[random() % line.size()] = "\"{}[],:\\a1\x80\0"[random() % 12];
-        lines += line + "\n";
-    }
-    ProgramResult const result = query({"serve"}, lines + std::string(100000, '[') + "\n");
-    EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(
-        static_cast<std::size_t>(std::count(result.output.begin(), result.output.end(), '\n')),
-        rounds + 1);
 }

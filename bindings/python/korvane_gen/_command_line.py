@@ -103,7 +103,7 @@ def _find_one(name: str, given: Arguments) -> Record:
     asked = [] if is_kept else _gen.trace_find(name, given.eda, given.all)
     hits = [row for row in asked if row["there"]]
     # The text as the library has it, before it became a path.
-    path = hits[0]["path"] if hits and found == Path(hits[0]["path"]) else found and str(found)
+    path = hits[0]["path"] if hits and found == Path(hits[0]["path"]) else str(found) if found else None
     record = _standing({"name": name}, path, hits)
     inside = path is not None and path.startswith("/") and _gen.relative_to_project(path)
     record["in_project"] = str(inside) if inside else None

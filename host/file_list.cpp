@@ -117,6 +117,15 @@ class Words {
     std::size_t m_line = 1;
 };
 
+/// Whether a simulator takes the next word for the option's value. It is no name of a file then.
+bool takes_value(std::string_view option) {
+    static constexpr std::string_view options[] = {
+        "--Mdir", "--prefix",   "--timescale", "--top",       "--top-module", "-D",
+        "-L",     "-Mdir",      "-j",          "-l",          "-o",           "-prefix",
+        "-s",     "-timescale", "-top",        "-top-module", "-work"};
+    return std::find(std::begin(options), std::end(options), option) != std::end(options);
+}
+
 /// A list that is being read.
 struct OpenList {
     std::string path;
@@ -180,6 +189,9 @@ class ListReader {
             for (std::string_view const directory :
                  pieces_of(std::string_view(word).substr(8), '+'))
                 add(Kind::include_directory, std::string(directory));
+        } else if (takes_value(word)) {
+            std::string const value = value_of(word);
+            add(Kind::option, word + " " + value);
         } else if (word.starts_with("-") || word.starts_with("+")) {
             add(Kind::option, word);
         } else {

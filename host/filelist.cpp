@@ -151,10 +151,11 @@ constexpr Help help = {
                "  /opt/korvane/libraries/primitives/other/carry.v\n"
                "  ...\n"
                "A list has names, -f and -F with other lists, +incdir+, -I, -y, -v, and others\n"
-               "that stay as they are; comments with //, # or /* */; variables as $NAME. Out\n"
-               "come absolute names, which Verilator takes after -f, Icarus Verilog after -c.\n"
-               "Remarked are files that hide others. With --includes sources are followed into\n"
-               "what they include. Status 1 says that something is missing.",
+               "that stay as they are, like --top-module NAME; comments with //, # or /* */;\n"
+               "variables as $NAME. Out come absolute names, which Verilator takes after -f,\n"
+               "Icarus Verilog after -c. Remarked are files that hide others. With --includes\n"
+               "sources are followed into what they include, whatever `ifdef says around it.\n"
+               "Status 1 says that something is missing.",
 };
 
 } // namespace

@@ -22,7 +22,7 @@ class Sources : public Command {
         options.flag("--shipped", m_shipped, "Look in the shipped libraries alone");
         options
             .flag("--filelist", m_file_list,
-                  "Write its Verilog source, with what it includes, as simulators take it")
+                  "Write its own Verilog source, with what that includes, as simulators take it")
             .excludes("--all")
             .excludes("--trace");
         m_project.declare(options);

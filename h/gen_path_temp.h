@@ -47,8 +47,9 @@ KORVANE_API extern std::ofstream* gui_profile_stream;
 KORVANE_API std::ofstream* gen_get_gui_profile_stream();
 /// Closes the profile and opens it anew and empty, in the directory of the project's database path,
 /// with the permissions of the umask. The stream is null afterwards where no database directory is
-/// set or the file cannot be opened; a FIFO that nobody reads is no file to be opened. Programs
-/// that the host starts do not inherit it.
+/// set or the file cannot be opened; a FIFO that nobody reads is no file to be opened, and a link
+/// in the file's place is followed: the directory is its owner's. Programs that the host starts do
+/// not inherit it.
 ///
 /// What was written to the stream reaches the file when the host flushes the stream or the next
 /// call closes it. Neither the end of the process nor unloading the library writes it out.

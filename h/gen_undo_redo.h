@@ -70,7 +70,8 @@ class KORVANE_API GEN_UNDO_REDO_MGR {
     /// again, and the last of them becomes the current section. A file that cannot be opened, as
     /// before the first start_new_file, or a FIFO that nobody reads, is passed over in silence and
     /// leaves all as it was; one that cannot be written to its end is left short, in silence too.
-    /// A file that another process has a lease on is waited for.
+    /// A file that another process has a lease on is waited for, and a link in the file's place is
+    /// followed: the directory is its owner's.
     void commit_file();
     /// Does the same, and gives whether the file holds all of it; if not, errno says why.
     bool try_commit_file();

@@ -72,6 +72,16 @@ TEST_F(GuiProfile, IsCreatedWithTheModeOfTheUmask) {
     EXPECT_EQ(status.st_mode & 0777U, 0640U);
 }
 
+TEST_F(GuiProfile, LinkInItsPlaceIsFollowed) {
+    std::string const target = m_database / "elsewhere";
+    fs::create_symlink(target, m_database / "korvane_gui.profile");
+    gen_set_db_dir_path(STR(m_database.path() + "/"));
+    gen_set_gui_profile_stream();
+    ASSERT_NE(gui_profile_stream, nullptr);
+    *gui_profile_stream << "started" << std::flush;
+    EXPECT_EQ(read_file(target), "started");
+}
+
 TEST_F(GuiProfile, SecondCallClosesTheFirstStreamAndStartsEmpty) {
     gen_set_db_dir_path(STR(m_database.path() + "/"));
     gen_set_gui_profile_stream();

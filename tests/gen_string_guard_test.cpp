@@ -300,6 +300,15 @@ Row const unterminated_rows[] = {
                     static_cast<int>(s.length) &&
                 std::memcmp(out.data(), s.same, s.length) == 0;
      }},
+    {"MessagePrecision",
+     [](Strings const& s) {
+         STL_ARG_LIST arguments;
+         arguments.add(s.text);
+         STR out;
+         std::string const format = "%1!." + std::to_string(s.length) + "s!";
+         gen_formatmessage(out, format.c_str(), arguments.args());
+         return s.length == 0 || out == STR(s.same, s.length);
+     }},
 };
 
 class Terminated : public testing::TestWithParam<Row> {};

@@ -122,6 +122,13 @@ TEST_F(UndoRedo, SectionIsWrittenAsDescribed) {
                            "\n");
 }
 
+TEST_F(UndoRedo, LinkInTheFilesPlaceIsFollowed) {
+    fs::create_symlink(directory / "elsewhere", file);
+    add_section("title");
+    manager.commit_file();
+    EXPECT_EQ(read_file(directory / "elsewhere"), section("title"));
+}
+
 TEST_F(UndoRedo, PartsThatAreEmptyAreLeftOut) {
     manager.begin_section("redo only");
     manager.add_redo_command("r", "");

@@ -20,17 +20,17 @@ import parity  # noqa: E402
 import staging  # noqa: E402
 
 # Subcommands and options of gen_query that are about gen_query or shells.
-ALONE = {"env", "temp", "stopwatch", "serve", "settings", "filelist", "--filelist", "real", "class", "--help", "--stdin", "--print", "--as-is",
+ALONE = {"env", "temp", "stopwatch", "serve", "settings", "filelist", "--filelist", "real", "class", "--help", "--as-is",
          "--locale", "--root", "--color=always", "--create", "-"}
 NOT_ASKED = {
     "python": ALONE,
-    "tcl": ALONE | {"undo", "histogram", "--exists", "--cached"},
+    "tcl": ALONE | {"--stdin", "undo", "histogram", "--exists", "--cached"},
 }
 # What the package raises an exception for.
-RAISES = {"flags", "undo"}
-# Of the records of two subcommands the package has the end alone.
+RAISES = {"flags"}
+# Of the records of these subcommands the package has the end alone.
 PARTLY = {
-    "python": {"flags": ("statistics", "slots"), "undo": ("written", "undo_commands", "redo_commands")},
+    "python": {"flags": ("statistics", "slots")},
     "tcl": {"flags": ("statistics",), "where": ("executable", "installation_root", "file_name")},
 }
 # What is said of a question besides its answer: the package has exceptions for that.

@@ -109,7 +109,10 @@ SUBCOMMANDS: Dict[str, Tuple[line.Handler, Tuple[Option, ...]]] = {
         ),
     ),
     "flags": (line._flags, ()),
-    "undo": (line._undo, (("-d --directory", {"default": "."}),)),
+    "undo": (
+        line._undo,
+        (("script", {"nargs": "?"}), ("-d --directory", {"default": "."}), ("-p --print", FLAG)),
+    ),
 }
 
 

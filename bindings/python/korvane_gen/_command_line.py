@@ -12,6 +12,7 @@ from typing import Any, Callable, Dict, List, Optional, Sequence, Tuple
 from . import _gen
 from . import Flags, Histogram, InternalError, Notice, UndoFile, cache, project
 from ._lookup import file_types
+from ._undo_script import sections_of
 
 Record = Dict[str, Any]
 Answer = Tuple[bool, Record]
@@ -36,8 +37,10 @@ def _apply_project(given: Arguments) -> None:
 
 
 def _input(file: Optional[str] = None) -> str:
-    """All of a file, or of the standard input, with its bytes as they are."""
-    return os.fsdecode(sys.stdin.buffer.read() if file is None else Path(file).read_bytes())
+    """All of a file, or of standard input for none or "-", with its bytes as they are."""
+    if not file or file == "-":
+        return os.fsdecode(sys.stdin.buffer.read())
+    return os.fsdecode(Path(file).read_bytes())
 
 
 def _lines(text: str) -> List[str]:
@@ -297,8 +300,7 @@ def _do_not_edit(given: Arguments) -> Answer:
 
 def _histogram(given: Arguments) -> Answer:
     separated = str.maketrans(",;", "  ")
-    text = _input(None if given.file == "-" else given.file)
-    items = [float(word) for word in text.translate(separated).split()]
+    items = [float(word) for word in _input(given.file).translate(separated).split()]
     finite = [item for item in items if math.isfinite(item)]
     if not finite:
         return False, {"items": 0}
@@ -360,22 +362,29 @@ def _flags(given: Arguments) -> Answer:
 
 
 def _undo(given: Arguments) -> Answer:
+    sections = sections_of(_lines(_input(given.script)))
+    recorded = [section for section in sections if section.is_recorded]
+    path = os.path.join(given.directory, "undo_redo.txt")
     file = UndoFile(given.directory)
-    section = None
-    counts = {"undo": 0, "redo": 0}
-    for line in _lines(_input()):
-        word, _, rest = line.strip().partition(" ")
-        if word == "section":
-            section = file.section(rest.strip())
-        elif word in counts and section is not None:
-            getattr(section, word)(rest.strip())
-            section.__exit__(None, None, None)
-            counts[word] += 1
-        elif word and word[0] != "#":
-            raise Unusable(f"unknown word \"{word}\"")
-    path = str(_gen.undo_commit(file._file))
-    return True, {"file": path, "written": True, "undo_commands": counts["undo"],
-                  "redo_commands": counts["redo"]}
+    for section in recorded:
+        section.record(file)
+    written = bool(recorded)
+    try:
+        if written:
+            file.commit()
+    except OSError as error:
+        print(f"korvane_gen: {error}", file=sys.stderr)
+        written = False
+    record = {
+        "file": path,
+        "written": written,
+        "sections": len(recorded),
+        **{f"{word}_commands": sum(one.count(word) for one in recorded) for word in ("undo", "redo")},
+        "sections_not_recorded": [one.title for one in sections if not one.is_recorded],
+    }
+    if given.print and written and os.path.isfile(path):
+        record["text"] = _input(path)[:-1]
+    return written, record
 
 
 def _standing_for_bytes(found: "re.Match[str]") -> str:

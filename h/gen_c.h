@@ -330,6 +330,8 @@ KORVANE_API gen_c_status gen_c_do_not_edit(char const* prefix, gen_c_table** lin
 typedef struct gen_c_undo gen_c_undo;
 KORVANE_API gen_c_status gen_c_undo_create(char const* directory, gen_c_undo** undo);
 KORVANE_API void gen_c_undo_free(gen_c_undo* undo);
+/// Begins a section; one that has not ended is lost. What follows up to gen_c_undo_end belongs to
+/// the section, and is GEN_C_BAD_ARGUMENT without one.
 KORVANE_API gen_c_status gen_c_undo_begin(gen_c_undo* undo, char const* title);
 KORVANE_API gen_c_status gen_c_undo_describe(gen_c_undo* undo, char const* description);
 /// Adds an undo command, or a redo command. An empty one is GEN_C_BAD_ARGUMENT.

@@ -505,7 +505,13 @@ oo::class create ::korvane_gen::Undo {
     method section {title description script} {
         ::korvane_gen::c::undo_begin $handle $title
         ::korvane_gen::c::undo_describe $handle $description
-        uplevel 1 $script
+        if {[catch {uplevel 1 $script} result options]} {
+            # Nothing of it is recorded, and nothing more belongs to it.
+            ::korvane_gen::c::undo_begin $handle ""
+            ::korvane_gen::c::undo_end $handle
+            dict incr options -level
+            return -options $options $result
+        }
         if {![::korvane_gen::c::undo_end $handle]} {
             return -code error -errorcode {KORVANE ARGUMENT section} \
                 "a section needs a title and a command"

@@ -11,9 +11,21 @@ using namespace gen_c;
 struct gen_c_undo {
     GEN_UNDO_REDO_MGR manager;
     STR directory;
+    bool is_in_section = false;
     bool has_title = false;
     bool has_commands = false;
 };
+
+namespace {
+
+bool is_outside_section(gen_c_undo const& undo) {
+    if (undo.is_in_section)
+        return false;
+    refuse(GEN_C_BAD_ARGUMENT, "section", " has not begun or is over");
+    return true;
+}
+
+} // namespace
 
 gen_c_status gen_c_undo_create(char const* directory, gen_c_undo** undo) {
     if (lacks("directory", directory) || lacks("undo", undo))
@@ -35,13 +47,14 @@ gen_c_status gen_c_undo_begin(gen_c_undo* undo, char const* title) {
     if (lacks("undo", undo) || lacks("title", title))
         return GEN_C_BAD_ARGUMENT;
     undo->manager.begin_section(title);
+    undo->is_in_section = true;
     undo->has_title = *title != '\0';
     undo->has_commands = false;
     return GEN_C_OK;
 }
 
 gen_c_status gen_c_undo_describe(gen_c_undo* undo, char const* description) {
-    if (lacks("undo", undo) || lacks("description", description))
+    if (lacks("undo", undo) || lacks("description", description) || is_outside_section(*undo))
         return GEN_C_BAD_ARGUMENT;
     undo->manager.add_description(description);
     return GEN_C_OK;
@@ -52,6 +65,8 @@ gen_c_status gen_c_undo_add(gen_c_undo* undo, int redo, char const* command, cha
         return GEN_C_BAD_ARGUMENT;
     if (*command == '\0')
         return refuse(GEN_C_BAD_ARGUMENT, "command", " is empty");
+    if (is_outside_section(*undo))
+        return GEN_C_BAD_ARGUMENT;
     if (redo != 0)
         undo->manager.add_redo_command(command, comment);
     else
@@ -61,9 +76,10 @@ gen_c_status gen_c_undo_add(gen_c_undo* undo, int redo, char const* command, cha
 }
 
 gen_c_status gen_c_undo_end(gen_c_undo* undo) {
-    if (lacks("undo", undo))
+    if (lacks("undo", undo) || is_outside_section(*undo))
         return GEN_C_BAD_ARGUMENT;
     undo->manager.end_section();
+    undo->is_in_section = false;
     return undo->has_title && undo->has_commands ? GEN_C_OK : GEN_C_NOT_FOUND;
 }
 

@@ -295,6 +295,20 @@ class Others(unittest.TestCase):
                 raise KeyError
         self.assertFalse((PROJECT / "undo_redo.txt").exists())
 
+    def test_a_command_outside_its_section(self):
+        file = gen.UndoFile(PROJECT)
+        with self.assertRaises(KeyError):
+            with file.section("Fails") as fails:
+                fails.undo("kept")
+                raise KeyError
+        with file.section("Works") as works:
+            works.undo("kept")
+        for over in fails, works:
+            with self.assertRaisesRegex(ValueError, "section has not begun or is over"):
+                over.redo("lost")
+        self.assertEqual(file.commit().read_text().split("\n")[0], "Works")
+        (PROJECT / "undo_redo.txt").unlink()
+
     def test_flags(self):
         flags = gen.Flags()
         self.assertEqual([flags.add("alpha"), flags.add("beta")], [1, 2])

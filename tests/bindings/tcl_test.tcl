@@ -221,6 +221,29 @@ test undo-1 "an undo file" -body {
     close $file
     list [lrange $lines 0 1] [failure {$undo section "Nothing in it" "" {}}] [failure {[gen undo /nowhere] commit}]
 } -cleanup {$undo destroy; file delete db/undo_redo.txt} -result {{{Move node} {one node}} {{a section needs a title and a command} {KORVANE ARGUMENT section}} {{/nowhere/undo_redo.txt: No such file or directory} {KORVANE FAILED}}}
+test undo-2 "a command outside a section" -body {
+    set undo [gen undo db]
+    set found [list [failure {$undo undo lost}]]
+    catch {$undo section "Fails" "" {
+        $undo undo kept
+        error oops
+    }} oops
+    lappend found $oops [failure {$undo redo lost}]
+    foreach once {1} {
+        $undo section "Is left" "" {
+            $undo undo kept
+            break
+        }
+        error "not left"
+    }
+    $undo section "Works" "" {$undo undo kept}
+    set file [open [$undo commit]]
+    lappend found [gets $file] [failure {$undo undo lost}]
+    close $file
+    set found
+} -cleanup {$undo destroy; file delete db/undo_redo.txt} -result [
+    set outside {{section has not begun or is over} {KORVANE ARGUMENT section}}
+    list $outside oops $outside Works $outside]
 test flags-1 "flags" -body {
     set flags [gen flags]
     set found [list [$flags add alpha] [$flags add beta] [$flags describe 3] [$flags find beta]]

@@ -8,7 +8,8 @@ from ._types import Text
 
 
 class UndoSection:
-    """A section of an undo file. As a context manager it is recorded at the end of its body."""
+    """A section of an undo file. As a context manager it is recorded at the end of its body,
+    unless an exception leaves that; outside it a command is a ValueError."""
 
     def __init__(self, file: object) -> None:
         self._file = file
@@ -17,7 +18,11 @@ class UndoSection:
         return self
 
     def __exit__(self, exception_type: object, *_: object) -> None:
-        if exception_type is None and not _gen.undo_end(self._file):
+        if exception_type is not None:
+            # Nothing of it is recorded, and nothing more belongs to it.
+            _gen.undo_begin(self._file, "")
+            _gen.undo_end(self._file)
+        elif not _gen.undo_end(self._file):
             raise ValueError("a section needs a title and a command")
 
     def undo(self, command: Text, *, comment: Text = "") -> None:

@@ -1,9 +1,7 @@
 from pathlib import Path
-from typing import Any, Dict, List, Optional, Tuple
+from typing import Optional, Tuple, final
 
-from ._types import Text
-
-Rows = List[Dict[str, Any]]
+from ._types import Rows, Text
 
 version: str
 
@@ -104,6 +102,7 @@ def histogram_bin(histogram: object, item: float) -> Optional[int]: ...
 def histogram_bins(histogram: object) -> Rows: ...
 def histogram_outside(histogram: object) -> Rows: ...
 
+@final
 class natural_key:
     def __init__(self, text: Text, ignore_case: bool = ...) -> None: ...
     def __lt__(self, other: natural_key) -> bool: ...

@@ -2,12 +2,14 @@
 
 import os
 from pathlib import Path
-from typing import Any, Dict, Iterable, List, NamedTuple, Optional, Union
+from typing import Callable, Generic, Iterable, List, NamedTuple, Optional, TypeVar, Union, overload
 
 from . import _gen
-from ._types import Text
+from ._types import Rows, Text
 
 Directories = Union[Text, Iterable[Text]]
+Got = TypeVar("Got")
+Given = TypeVar("Given")
 
 
 class Asked(NamedTuple):
@@ -35,7 +37,7 @@ class Source(NamedTuple):
     path: Path
 
 
-def _asked(rows: List[Dict[str, Any]]) -> List[Asked]:
+def _asked(rows: Rows) -> List[Asked]:
     return [Asked(row["group"], row["there"], row["standing"], Path(row["path"])) for row in rows]
 
 
@@ -50,61 +52,63 @@ def _joined(directories: Directories) -> Text:
     return b";".join(b'"' + name + b'"' for name in names)
 
 
+class Setting(Generic[Got, Given]):
+    """A property of the project that takes more types than it gives."""
+
+    def __init__(self, get: Callable[[], Got], set: Callable[[Given], object], doc: str) -> None:
+        self._get = get
+        self._set = set
+        self.__doc__ = doc
+
+    @overload
+    def __get__(self, project: None, owner: type) -> "Setting[Got, Given]": ...
+
+    @overload
+    def __get__(self, project: object, owner: type) -> Got: ...
+
+    def __get__(self, project: object, owner: type) -> Union[Got, "Setting[Got, Given]"]:
+        return self if project is None else self._get()
+
+    def __set__(self, project: object, value: Given) -> None:
+        self._set(value)
+
+
+def _database() -> Optional[Path]:
+    database = _gen.project()[0]["database"]
+    return None if database is None else Path(database)
+
+
 class Project:
     """The project that lookups start at. Without a directory the current one is made it."""
 
     __slots__ = () # a misspelt property is an error
 
-    @property
-    def directory(self) -> Path:
-        """The project directory."""
-        return Path(_gen.project()[0]["project"])
-
-    @directory.setter
-    def directory(self, directory: Text) -> None:
-        _gen.set_project(directory)
-
-    @property
-    def database(self) -> Optional[Path]:
-        """The database directory, as given."""
-        database = _gen.project()[0]["database"]
-        return None if database is None else Path(database)
-
-    @database.setter
-    def database(self, directory: Text) -> None:
-        _gen.set_database(directory)
-
-    @property
-    def output(self) -> Path:
-        """The output directory, which is created; the project directory where there is none."""
-        return Path(_gen.project()[0]["output"])
-
-    @output.setter
-    def output(self, directory: Text) -> None:
-        _gen.set_output(directory)
+    directory: Setting[Path, Text] = Setting(
+        lambda: Path(_gen.project()[0]["project"]), _gen.set_project, "The project directory."
+    )
+    database: Setting[Optional[Path], Text] = Setting(
+        _database, _gen.set_database, "The database directory, as given."
+    )
+    output: Setting[Path, Text] = Setting(
+        lambda: Path(_gen.project()[0]["output"]),
+        _gen.set_output,
+        "The output directory, which is created; the project directory where there is none.",
+    )
+    libraries: Setting[List[Path], Directories] = Setting(
+        lambda: _directories(2),
+        lambda directories: _gen.set_project_libraries(_joined(directories)),
+        'The project\'s library directories, as given. Set it to paths, or to a text parted by ";".',
+    )
+    user_libraries: Setting[List[Path], Directories] = Setting(
+        lambda: _directories(3),
+        lambda directories: _gen.set_user_libraries(_joined(directories)),
+        "The user's library directories, in the same way.",
+    )
 
     @property
     def parablocks(self) -> Path:
         """The project's parablocks directory."""
         return Path(_gen.project()[0]["parablocks"])
-
-    @property
-    def libraries(self) -> List[Path]:
-        """The project's library directories, as given. Set it to paths, or to a text parted by ";"."""
-        return _directories(2)
-
-    @libraries.setter
-    def libraries(self, directories: Directories) -> None:
-        _gen.set_project_libraries(_joined(directories))
-
-    @property
-    def user_libraries(self) -> List[Path]:
-        """The user's library directories, in the same way."""
-        return _directories(3)
-
-    @user_libraries.setter
-    def user_libraries(self, directories: Directories) -> None:
-        _gen.set_user_libraries(_joined(directories))
 
     @property
     def shipped_libraries(self) -> List[Path]:

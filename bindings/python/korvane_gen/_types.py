@@ -1,6 +1,7 @@
-"""What stands for a text or a path."""
+"""What stands for a text or a path, and for a table of the library."""
 
 from os import PathLike
-from typing import Union
+from typing import Any, Dict, List, Union
 
 Text = Union[str, bytes, "PathLike[str]", "PathLike[bytes]"]
+Rows = List[Dict[str, Any]]

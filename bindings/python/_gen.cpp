@@ -32,7 +32,7 @@ PyObject* message(PyObject*, PyObject* const* arguments, Py_ssize_t count) {
     TextResult<false> text;
     gen_c_status const status =
         gen_c_message(bytes[0], bytes.data() + 1, bytes.size() - 1, text.pass());
-    return refused("message", status) ? nullptr : text.object();
+    return refused(signature.function(), status) ? nullptr : text.object();
 }
 
 std::vector<PyMethodDef> functions() {

@@ -4,13 +4,67 @@
 
 namespace korvane {
 
+namespace {
+
+/// What the package has functions for under other names.
+constexpr std::pair<std::string_view, char const*> public_names[] = {
+    {"where", "Installation"},
+    {"installation", "Installation"},
+    {"libraries", "Installation.libraries"},
+    {"library", "Installation.library()"},
+    {"device_files", "Installation.device_files"},
+    {"set_project", "project.directory"},
+    {"set_database", "project.database"},
+    {"set_output", "project.output"},
+    {"set_project_libraries", "project.libraries"},
+    {"set_user_libraries", "project.user_libraries"},
+    {"project", "project"},
+    {"directories", "project"},
+    {"relative_to_project", "project.relative()"},
+    {"trace_find", "trace()"},
+    {"enter_64bit", "paths_for_64bit()"},
+    {"stopwatch_start", "Stopwatch.start()"},
+    {"stopwatch_stop", "Stopwatch.stop()"},
+    {"stopwatch_reset", "Stopwatch.reset()"},
+    {"stopwatch_seconds", "Stopwatch.seconds"},
+    {"stopwatch_lap", "Stopwatch"},
+    {"undo_create", "UndoFile()"},
+    {"undo_begin", "UndoFile.section()"},
+    {"undo_describe", "UndoFile.section()"},
+    {"undo_add", "UndoSection"},
+    {"undo_end", "UndoSection"},
+    {"undo_commit", "UndoFile.commit()"},
+    {"flags_add", "Flags.add()"},
+    {"flags_find", "Flags.find()"},
+    {"flags_remove", "Flags.remove()"},
+    {"flags_describe", "Flags.describe()"},
+    {"flags_statistics", "Flags.statistics"},
+    {"flags_slots", "Flags.slots"},
+    {"flags_swept", "Flags.swept()"},
+    {"histogram_create", "Histogram()"},
+    {"histogram_add", "Histogram.add()"},
+    {"histogram_size", "Histogram"},
+    {"histogram_bin", "Histogram.bin()"},
+    {"histogram_bins", "Histogram.bins"},
+    {"histogram_outside", "Histogram.outside"},
+};
+
+std::string public_name(std::string_view function) {
+    auto const* const found =
+        std::find_if(std::begin(public_names), std::end(public_names),
+                     [function](auto const& each) { return each.first == function; });
+    return found != std::end(public_names) ? found->second : std::string(function) + "()";
+}
+
+} // namespace
+
 bool Site::may_be_none() const {
     return signature.may_be_none(argument);
 }
 
 static bool raise_of(PyObject* exception, char const* function, std::string_view argument,
                      char const* text) {
-    PyErr_Format(exception, "%s() argument '%s' %s", function, std::string(argument).c_str(), text);
+    PyErr_Format(exception, "%s argument '%s' %s", function, std::string(argument).c_str(), text);
     return false;
 }
 
@@ -19,7 +73,7 @@ bool Site::raise(PyObject* exception, char const* text) const {
 }
 
 void Signature::declare(char const* function, std::string_view parameters) {
-    m_function = function;
+    m_function = public_name(function);
     while (!parameters.empty()) {
         std::string_view name = parameters.substr(0, parameters.find(' '));
         parameters.remove_prefix(std::min(name.size() + 1, parameters.size()));
@@ -34,7 +88,7 @@ void Signature::declare(char const* function, std::string_view parameters) {
 bool Signature::bind(PyObject* const* arguments, std::size_t count, PyObject* keywords,
                      PyObject** given) const {
     if (count > m_count) {
-        PyErr_Format(PyExc_TypeError, "%s() takes %zu arguments, not %zu", m_function, m_count,
+        PyErr_Format(PyExc_TypeError, "%s takes %zu arguments, not %zu", function(), m_count,
                      count);
         return false;
     }
@@ -46,7 +100,7 @@ bool Signature::bind(PyObject* const* arguments, std::size_t count, PyObject* ke
             return false;
     for (std::size_t i = 0; i < m_required; ++i)
         if (given[i] == nullptr)
-            return raise_of(PyExc_TypeError, m_function, name(i), "is missing");
+            return raise_of(PyExc_TypeError, function(), name(i), "is missing");
     return true;
 }
 
@@ -58,10 +112,10 @@ bool Signature::bind_keyword(PyObject* name, PyObject* value, PyObject** given) 
     auto const* const found = std::find_if(
         m_parameters.begin(), end, [text](Parameter const& known) { return known.name == text; });
     if (found == end)
-        return raise_of(PyExc_TypeError, m_function, text, "is not known");
+        return raise_of(PyExc_TypeError, function(), text, "is not known");
     PyObject*& place = given[found - m_parameters.begin()];
     if (place != nullptr)
-        return raise_of(PyExc_TypeError, m_function, text, "is given twice");
+        return raise_of(PyExc_TypeError, function(), text, "is given twice");
     place = value;
     return true;
 }

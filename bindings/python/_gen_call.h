@@ -14,11 +14,13 @@ namespace korvane {
 /// The parameters of a Python function by their names.
 class Signature {
   public:
+    /// @param function   its name in the module; messages have the one that users of the package
+    /// know
     /// @param parameters names parted by blanks; one that ends in "?" may be left out, and be None,
     ///                   one that ends in "*" may be None
     void declare(char const* function, std::string_view parameters);
 
-    char const* function() const { return m_function; }
+    char const* function() const { return m_function.c_str(); }
     std::string_view name(std::size_t parameter) const { return m_parameters[parameter].name; }
     bool may_be_none(std::size_t parameter) const { return m_parameters[parameter].may_be_none; }
 
@@ -39,7 +41,7 @@ class Signature {
 
     bool bind_keyword(PyObject* name, PyObject* value, PyObject** given) const;
 
-    char const* m_function = "";
+    std::string m_function;
     std::array<Parameter, 5> m_parameters;
     std::size_t m_count = 0;
     std::size_t m_required = 0;

@@ -129,7 +129,7 @@ void raise_status(char const* function, gen_c_status status) {
         raise_internal_error();
         break;
     case GEN_C_NOT_STARTED:
-        PyErr_Format(not_started_error, "%s() needs korvane_gen.start()", function);
+        PyErr_Format(not_started_error, "%s needs korvane_gen.start()", function);
         break;
     case GEN_C_FAILED:
         PyErr_SetString(PyExc_OSError, gen_c_reason());
@@ -138,7 +138,7 @@ void raise_status(char const* function, gen_c_status status) {
         PyErr_NoMemory();
         break;
     case GEN_C_BAD_ARGUMENT:
-        PyErr_Format(PyExc_ValueError, "%s(): %s", function, gen_c_reason());
+        PyErr_Format(PyExc_ValueError, "%s: %s", function, gen_c_reason());
         break;
     }
 }

@@ -379,9 +379,10 @@ class WrongArguments(unittest.TestCase):
         for function, parameters in self.FUNCTIONS.items():
             names = parameters.split()
             good = {name: self.GOOD.get(name, "text") for name in names}
+            shown = function + r"\(\)" if function in dir(gen) else r"[\w.]+(\(\))?"
             for name in names:
                 with self.subTest(function=function, argument=name):
-                    with self.assertRaisesRegex(TypeError, rf"{function}\(\) argument '{name}' "):
+                    with self.assertRaisesRegex(TypeError, rf"^{shown} argument '{name}' "):
                         getattr(_gen, function)(**{**good, name: object()})
                     if good[name] == "text":
                         with self.assertRaisesRegex(ValueError, rf"argument '{name}' holds a null"):
@@ -394,6 +395,30 @@ class WrongArguments(unittest.TestCase):
                     elif isinstance(good[name], float):
                         with self.assertRaisesRegex(OverflowError, rf"argument '{name}' does not fit"):
                             getattr(_gen, function)(**{**good, name: 2**2000})
+
+    def test_messages_have_the_names_that_users_know(self):
+        with gen.UndoFile(SCRATCH.name).section("s") as section:
+            section.undo("u")
+        for call, complaint in [
+                (lambda: gen.candidates(5), "trace() argument 'name' must be str, bytes or a path"),
+                (lambda: setattr(gen.project, "directory", 5), "project.directory argument 'directory' must be"),
+                (lambda: gen.project.relative(5), "project.relative() argument 'path' must be"),
+                (lambda: gen.UndoFile(5), "UndoFile() argument 'directory' must be"),
+                (lambda: section.redo("r"), "UndoSection: section has not begun or is over"),
+                (lambda: gen.Flags().add(5), "Flags.add() argument 'name' must be"),
+                (lambda: gen.Histogram(1, 0), "Histogram(): low is not below high"),
+                (lambda: gen.paths_for_64bit(5).__enter__(), "paths_for_64bit() argument 'tool' must be")]:
+            with self.assertRaises((TypeError, ValueError)) as caught:
+                call()
+            self.assertIn(complaint, str(caught.exception))
+        internal = set(self.FUNCTIONS) - set(dir(gen))
+        self.assertEqual({name for name in internal if self.complaint_of(name).startswith(name)},
+                         {"environment", "leave_64bit"}) # nobody passes anything else there
+
+    def complaint_of(self, function):
+        with self.assertRaises(TypeError) as caught:
+            getattr(_gen, function)(*6 * [object()])
+        return str(caught.exception)
 
     def test_missing_unknown_and_too_many(self):
         for call, complaint in [

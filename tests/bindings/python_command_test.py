@@ -1,0 +1,81 @@
+"""What `python3 -m korvane_gen` answers, beside the questions of parity_scripts.py.
+
+    python_command_test.py GEN_QUERY SUITE [unittest options]      with the package in PYTHONPATH
+"""
+
+import json
+import os
+import pathlib
+import resource
+import subprocess
+import sys
+import tempfile
+import unittest
+
+sys.path.append(str(pathlib.Path(__file__).parent.parent))
+import staging  # noqa: E402
+
+GEN_QUERY, SUITE = (pathlib.Path(argument) for argument in sys.argv[1:3])
+SCRATCH = tempfile.TemporaryDirectory()
+ROOT = pathlib.Path(os.path.realpath(SCRATCH.name)) / "korvane"
+PROJECT = ROOT / "project"
+
+
+class CommandLine(unittest.TestCase):
+    TOOL = ROOT / "linux" / "gen_query"
+    PACKAGE = (sys.executable, "-m", "korvane_gen", "--executable", TOOL)
+
+    def ask(self, command, question, text, **options):
+        done = subprocess.run([*command, *question, "--json"], input=text, cwd=PROJECT, timeout=60,
+                              capture_output=True, check=False, **options)
+        return done.returncode, json.loads(done.stdout, object_hook=self.without_remarks)
+
+    def without_remarks(self, record):
+        return {key: value for key, value in record.items() if "error" not in key}
+
+    def test_any_bytes_come_back_as_from_the_host_executable(self):
+        no_utf8 = b"a\xff\xed\xa0\x80\xc3"
+        private = "\ue000 \uef7f \uef80 \uefff".encode()
+        for question, text in [
+                (["find", no_utf8], b""),
+                (["find", private], b""),
+                (["text", "fold", no_utf8, private], b""),
+                (["text", "number", b"12 " + no_utf8], b""),
+                (["text", "sort"], no_utf8 + b"\na\r\nb\rc\x0bd\n" + private + b"\n"),
+                (["text", "checksum"], no_utf8 + b"\r\n"),
+                (["condition", "--stdin"], b"a\x1c = 1\nb = 2\r\n\xff = 3")]:
+            for locale in ("C.UTF-8", "C"):
+                with self.subTest(question=question, locale=locale):
+                    environment = {**os.environ, "LC_ALL": locale}
+                    self.assertEqual(
+                        self.ask(self.PACKAGE, question, text, env=environment),
+                        self.ask([self.TOOL], question, text, env=environment))
+
+    def test_what_it_cannot_do_is_the_record_of_an_error(self):
+        a_little = lambda: resource.setrlimit(resource.RLIMIT_AS, (100 << 20, 100 << 20))  # noqa: E731
+        for question, text, status, fault in [
+                (["text", "sort"], b"y\n" * (20 << 20), 2, "there is not enough memory"),
+                (["text", "checksum", "-f", "/nope"], b"", 2, "No such file or directory"),
+                (["condition"], b"", 2, "give a condition, or --stdin"),
+                (["message", "%2"], b"", 2, "argument 2 is missing"),
+                (["flags"], b"find x\n", 1, "couldn't find flag 'x'")]:
+            with self.subTest(question=question):
+                done = subprocess.run([*self.PACKAGE, *question], input=text, cwd=PROJECT, timeout=60,
+                                      capture_output=True, check=False, preexec_fn=a_little)
+                self.assertEqual(done.returncode, status)
+                (error,) = json.loads(done.stdout).values()
+                self.assertIn(fault, error)
+                self.assertEqual(done.stderr.decode(), f"korvane_gen: {error}\n")
+
+    def test_an_answer_that_cannot_be_written_is_no_success(self):
+        for count in (1, 10000): # with less and more than a file's buffer
+            with open("/dev/full", "wb") as full:
+                done = subprocess.run([*self.PACKAGE, "text", "sort"], input=b"line\n" * count, stdout=full,
+                                      stderr=subprocess.PIPE, timeout=60, check=False)
+            self.assertEqual((done.returncode, done.stderr.decode()),
+                             (2, "korvane_gen: cannot write to standard output: No space left on device\n"))
+
+
+if __name__ == "__main__":
+    staging.stage(ROOT, GEN_QUERY, SUITE)
+    unittest.main(argv=sys.argv[:1] + sys.argv[3:])

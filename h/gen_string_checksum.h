@@ -2,6 +2,7 @@
 
 /// Names made safe, checksums, table sizes and random numbers. No locale takes part.
 
+#include <cstddef>
 #include <cstdint>
 
 #include "korvane_export.h"
@@ -17,6 +18,19 @@ KORVANE_API void gen_replace_invalid_chars(char* name);
 /// redundancy check of the polynomial 0x48728408 (which is not that of the common CRC-32), begun at
 /// 0xFFFFFFFF and not inverted at the end.
 KORVANE_API int gen_crc_generator(char const* text);
+
+/// The same checksum of a string that comes in pieces.
+class KORVANE_API GEN_CHECKSUM {
+  public:
+    /// Goes on with @p size characters, NULs among them like all others. Null with 0 adds nothing.
+    void add(char const* characters, std::size_t size);
+    /// Of all that has been added; 0 while there is nothing.
+    int checksum() const { return m_is_empty ? 0 : static_cast<int>(m_register); }
+
+  private:
+    std::uint32_t m_register = 0xFFFFFFFF;
+    bool m_is_empty = true;
+};
 
 /// Does gen_replace_invalid_chars(text) and gives the checksum of what is left in it.
 KORVANE_API int gen_crc_string_to_dword(char* text);

@@ -12,13 +12,6 @@ namespace {
 
 constexpr char const* blanks = " \t\r\n\v\f";
 
-bool append_all(std::FILE* stream, std::string& text) {
-    std::array<char, 1 << 16> block;
-    while (std::size_t const size = std::fread(block.data(), 1, block.size(), stream))
-        text.append(block.data(), size);
-    return std::ferror(stream) == 0;
-}
-
 bool is_standard_input(std::string const& path) {
     return path.empty() || path == "-";
 }
@@ -26,11 +19,24 @@ bool is_standard_input(std::string const& path) {
 } // namespace
 
 std::string read_input(std::string const& path, std::string& text) {
-    if (is_standard_input(path))
-        return append_all(stdin, text) ? "" : reading_fault(path);
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> const file(std::fopen(path.c_str(), "re"),
-                                                               std::fclose);
-    return file != nullptr && append_all(file.get(), text) ? "" : reading_fault(path);
+    return read_blocks(path, [&text](std::string_view block) {
+        text += block;
+        return true;
+    });
+}
+
+std::string read_blocks(std::string const& path,
+                        std::function<bool(std::string_view block)> const& take) {
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> const file(
+        is_standard_input(path) ? nullptr : std::fopen(path.c_str(), "re"), std::fclose);
+    std::FILE* const stream = is_standard_input(path) ? stdin : file.get();
+    if (stream == nullptr)
+        return reading_fault(path);
+    std::array<char, 1 << 16> block;
+    while (std::size_t const size = std::fread(block.data(), 1, block.size(), stream))
+        if (!take({block.data(), size}))
+            return "";
+    return std::ferror(stream) == 0 ? "" : reading_fault(path);
 }
 
 std::string reading_fault(std::string const& path) {

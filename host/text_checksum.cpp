@@ -25,35 +25,43 @@ class Checksum : public Command {
     }
 
     Status run(Answer& answer) override {
-        if (!read(answer))
-            return STATUS_USAGE;
-        if (std::strlen(m_text.c_str()) != m_text.size()) {
-            answer.remark("the input holds a NUL byte, at which a text would end");
+        GEN_CHECKSUM sum;
+        bool has_nul = false;
+        auto const add = [&](std::string_view block) {
+            has_nul = block.find('\0') != block.npos;
+            sum.add(block.data(), block.size());
+            return !has_nul;
+        };
+        std::string fault;
+        if (m_sanitise || m_given) // spaces are cut at the very end
+            fault = add_whole(add);
+        else
+            fault = read_blocks(m_file, add);
+        if (has_nul)
+            fault = "the input holds a NUL byte, at which a text would end";
+        if (!fault.empty()) {
+            answer.remark(std::move(fault));
             return STATUS_USAGE;
         }
-        int const checksum =
-            m_sanitise ? gen_crc_string_to_dword(m_text.data()) : gen_crc_generator(m_text.c_str());
-        answer.field("hexadecimal", hexadecimal(static_cast<std::uint32_t>(checksum)));
-        answer.field("decimal", checksum);
+        answer.field("hexadecimal", hexadecimal(static_cast<std::uint32_t>(sum.checksum())));
+        answer.field("decimal", sum.checksum());
         return STATUS_YES;
     }
 
   private:
-    /// Gets the text from where the command line says.
-    bool read(Answer& answer) {
-        if (m_given) {
-            m_text = std::move(*m_given);
-            return true;
+    /// Why the text cannot be read, or "".
+    std::string add_whole(auto const& add) {
+        std::string text = m_given.value_or("");
+        std::string fault = m_given ? "" : read_input(m_file, text);
+        if (m_sanitise && text.find('\0') == text.npos) {
+            gen_replace_invalid_chars(text.data());
+            text.resize(std::strlen(text.c_str()));
         }
-        std::string fault = read_input(m_file, m_text);
-        if (fault.empty())
-            return true;
-        answer.remark(std::move(fault));
-        return false;
+        add(text);
+        return fault;
     }
 
     std::optional<std::string> m_given;
-    std::string m_text;
     std::string m_file;
     bool m_sanitise = false;
 };

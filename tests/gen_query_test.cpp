@@ -268,7 +268,7 @@ TEST(GenQuery, EveryErrorIsInTheJsonAndOnStandardError) {
 TEST(GenQuery, InputPastMemoryIsSaid) {
     if (read_file("/proc/self/maps").find("asan") != std::string::npos)
         GTEST_SKIP() << "the address sanitizer needs its memory";
-    for (char const* const command : {"text sort", "text checksum", "condition --stdin", "undo",
+    for (char const* const command : {"text sort", "text checksum -s", "condition --stdin", "undo",
                                       "histogram", "flags", "serve", "find -"}) {
         ProgramResult const result = query_by_shell(
             std::string("ulimit -v 200000; head -c 300000000 /dev/zero | tr '\\0' 7 | "
@@ -277,6 +277,14 @@ TEST(GenQuery, InputPastMemoryIsSaid) {
         EXPECT_EQ(result.status, 2) << command;
         EXPECT_THAT(result.errors, StartsWith("gen_query: ")) << command;
     }
+}
+
+TEST(GenQuery, InputOfAChecksumIsNotKept) {
+    if (read_file("/proc/self/maps").find("asan") != std::string::npos)
+        GTEST_SKIP() << "the address sanitizer needs its memory";
+    ProgramResult const result = query_by_shell(
+        "ulimit -v 200000; head -c 300000000 /dev/zero | tr '\\0' 7 | \"$query\" text checksum");
+    EXPECT_EQ(result.status, 0) << result.errors;
 }
 
 TEST(GenQuery, HelpIntoAFullDeviceFails) {

@@ -109,6 +109,26 @@ TEST(Crc, TextsLongerThanThePiecesTheyAreReadIn) {
     }
 }
 
+TEST(Crc, StringInPieces) {
+    std::mt19937 random(6);
+    GEN_CHECKSUM nothing;
+    nothing.add(nullptr, 0);
+    EXPECT_EQ(nothing.checksum(), 0);
+    for (std::size_t round = effort(2000); round != 0; --round) {
+        std::string const text = random_text(random, random() % 300);
+        GEN_CHECKSUM sum;
+        for (std::size_t at = 0; at < text.size();) {
+            std::size_t const size = random() % (text.size() - at + 1);
+            sum.add(text.data() + at, size);
+            at += size;
+        }
+        ASSERT_EQ(sum.checksum(), gen_crc_generator(text.c_str()));
+    }
+    GEN_CHECKSUM with_nul;
+    with_nul.add("a\0b", 3);
+    EXPECT_EQ(with_nul.checksum(), plain_crc(std::string("a\0b", 3)));
+}
+
 TEST(Crc, TextOfAMegabyte) {
     std::mt19937 random(5);
     std::string const text = random_text(random, 1'000'001);

@@ -24,8 +24,6 @@ constexpr std::array<char, 256> safe_characters = [] {
     return table;
 }();
 
-constexpr std::uint32_t crc_start = 0xFFFFFFFF;
-
 } // namespace
 
 void gen_replace_invalid_chars(char* name) {
@@ -40,8 +38,14 @@ void gen_replace_invalid_chars(char* name) {
 }
 
 int gen_crc_generator(char const* text) {
-    std::size_t const size = text != nullptr ? std::strlen(text) : 0;
-    return size != 0 ? static_cast<int>(crc_update(crc_start, text, size)) : 0;
+    GEN_CHECKSUM sum;
+    sum.add(text, text != nullptr ? std::strlen(text) : 0);
+    return sum.checksum();
+}
+
+void GEN_CHECKSUM::add(char const* characters, std::size_t size) {
+    m_register = crc_update(m_register, characters, size);
+    m_is_empty = m_is_empty && size == 0;
 }
 
 int gen_crc_string_to_dword(char* text) {

@@ -188,11 +188,9 @@ TEST(TempFilename, TwoThreadsThatRaceGetTheirOwnFiles) {
 
 TEST(TempFilename, TwoProcessesThatRaceGetTheirOwnFiles) {
     TempDirectory const directory;
-    std::string others;
-    std::thread other(
-        [&] { others = in_child([&] { return joined(new_paths(directory.path(), 200)); }); });
-    std::set<std::string> const mine = new_paths(directory.path(), 200);
-    other.join();
+    std::set<std::string> mine;
+    std::string const others = in_child([&] { return joined(new_paths(directory.path(), 200)); },
+                                        [&] { mine = new_paths(directory.path(), 200); });
     expect_each_got_its_own(mine, lines_of(others), 200);
 }
 

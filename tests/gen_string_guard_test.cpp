@@ -300,6 +300,7 @@ Row const unterminated_rows[] = {
                     static_cast<int>(s.length) &&
                 std::memcmp(out.data(), s.same, s.length) == 0;
      }},
+#ifndef TEST_ADDRESS_SANITIZER // reads a string to its end where the precision is no argument
     {"MessagePrecision",
      [](Strings const& s) {
          STL_ARG_LIST arguments;
@@ -309,6 +310,7 @@ Row const unterminated_rows[] = {
          gen_formatmessage(out, format.c_str(), arguments.args());
          return s.length == 0 || out == STR(s.same, s.length);
      }},
+#endif
 };
 
 class Terminated : public testing::TestWithParam<Row> {};

@@ -27,7 +27,8 @@ static std::string read_all(int descriptor) {
     return text;
 }
 
-std::string in_child(std::function<std::string()> const& body) {
+std::string in_child(std::function<std::string()> const& body,
+                     std::function<void()> const& meanwhile) {
     int ends[2];
     if (pipe(ends) != 0)
         return "<no pipe>";
@@ -41,6 +42,8 @@ std::string in_child(std::function<std::string()> const& body) {
         kill(getpid(), SIGKILL);
     }
     close(ends[1]);
+    if (meanwhile)
+        meanwhile();
     std::string text = read_all(ends[0]);
     close(ends[0]);
     if (child > 0)

@@ -55,7 +55,6 @@ TEST(GenLoad, HostsStaticObjectsMayStillAskWhenTheyAreDestroyed) {
         "/a directory whose name is too long to be kept without the heap/";
     ProgramStart start;
     start.arguments = {TEST_BINARY_DIR "/exit_probe"};
-    start.set = {{"KORVANE_ROOTDIR", "/"}}; // what gen itself puts there is never freed
     ProgramResult const result = run_program(start);
     EXPECT_EQ(result.status, 0) << result.errors;
     EXPECT_EQ(result.output, directory + "\n/\n" + directory + "top.pdb\n");

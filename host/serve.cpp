@@ -3,8 +3,10 @@
 #include "lookup.h"
 #include "query.h"
 
+#include <cerrno>
 #include <clocale>
 #include <cstdio>
+#include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 #include <utility>
@@ -35,9 +37,12 @@ class InputText {
         if (m_stream == nullptr)
             return;
         stdin = m_stream;
-        if (text.empty())
+        if (text.empty()) {
+            m_is_whole = true;
             return;
+        }
         std::fwrite(text.data(), 1, text.size(), m_stream);
+        m_is_whole = std::fflush(m_stream) == 0 && std::ferror(m_stream) == 0;
         std::rewind(m_stream);
         m_descriptor = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
         dup2(fileno(m_stream), STDIN_FILENO);
@@ -51,6 +56,8 @@ class InputText {
         if (m_stream != nullptr)
             std::fclose(m_stream);
     }
+    /// False where it could not be written to its end; errno says why.
+    bool is_whole() const { return m_is_whole; }
     InputText(InputText const&) = delete;
     InputText& operator=(InputText const&) = delete;
 
@@ -58,6 +65,7 @@ class InputText {
     std::FILE* m_previous;
     std::FILE* m_stream;
     int m_descriptor = -1;
+    bool m_is_whole = false;
 };
 
 /// One line, written at once: whoever asked is waiting for it.
@@ -122,6 +130,11 @@ class Serve : public Command {
         std::string const locale = std::setlocale(LC_ALL, nullptr); // some subcommands change it
         {
             InputText const input(request.input);
+            if (!input.is_whole()) {
+                Answer refusal;
+                refusal.remark(std::string("cannot keep the input: ") + std::strerror(errno));
+                return write_reply(request, STATUS_USAGE, refusal);
+            }
             request.args.insert(request.args.begin(), "--json");
             Reply reply = reply_to(m_root, request.args);
             if (reply.text)

@@ -123,6 +123,16 @@ TEST(GenQueryServe, ProgramsThatItStartsDoNotReadTheQuestions) {
                 testing::HasSubstr(R"("exit_status": 0)"));
 }
 
+TEST(GenQueryServe, InputThatCannotBeKeptIsSaid) {
+    std::string const question = R"({"args": ["text", "sort"], "input": "b\\na\\n"})";
+    EXPECT_EQ(query_by_shell("printf '%s\\n' '" + question +
+                             "' | (trap '' XFSZ; ulimit -f 0; \"$query\" serve) | cat")
+                  .output,
+              R"({"id": null, "status": 2, "answer": {"error": )"
+              R"("cannot keep the input: File too large"}})"
+              "\n");
+}
+
 TEST(GenQueryServe, KeepsTheProjectUntilItIsReset) {
     TempDirectory const project;
     std::string const file = project.write("only_here.v", "");

@@ -1,24 +1,13 @@
-"""What `python3 -m korvane_gen` answers, beside the questions of parity_scripts.py.
-
-    python_command_test.py GEN_QUERY SUITE [unittest options]      with the package in PYTHONPATH
-"""
+"""What `python3 -m korvane_gen` answers, beside the questions of parity_scripts.py."""
 
 import json
 import os
-import pathlib
 import resource
 import subprocess
 import sys
-import tempfile
 import unittest
 
-sys.path.append(str(pathlib.Path(__file__).parent.parent))
-import staging  # noqa: E402
-
-GEN_QUERY, SUITE = (pathlib.Path(argument) for argument in sys.argv[1:3])
-SCRATCH = tempfile.TemporaryDirectory()
-ROOT = pathlib.Path(os.path.realpath(SCRATCH.name)) / "korvane"
-PROJECT = ROOT / "project"
+from python_support import PROJECT, ROOT, main
 
 
 class CommandLine(unittest.TestCase):
@@ -77,5 +66,4 @@ class CommandLine(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    staging.stage(ROOT, GEN_QUERY, SUITE)
-    unittest.main(argv=sys.argv[:1] + sys.argv[3:])
+    main()

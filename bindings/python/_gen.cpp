@@ -35,8 +35,13 @@ PyObject* message(PyObject*, PyObject* const* arguments, Py_ssize_t count) {
     return refused(signature.function(), status) ? nullptr : text.object();
 }
 
+PyObject* last_reports(PyObject*, PyObject*) {
+    return reports();
+}
+
 std::vector<PyMethodDef> functions() {
     return {
+        {"reports", last_reports, METH_NOARGS, nullptr},
         entry<gen_c_start>("start", "root? executable?"),
         entry<gen_c_finish>("finish", ""),
         entry<gen_c_where>("where", ""),

@@ -98,6 +98,8 @@ class Call {
             return nullptr;
         gen_c_status const status =
             std::apply([](auto&... each) { return Function(each.pass()...); }, converters);
+        if (status == GEN_C_INTERNAL_ERROR) [[unlikely]]
+            return raise_internal_error(result(converters, status, Indices()));
         if (refused(s_signature.function(), status))
             return nullptr;
         return result(converters, status, Indices());

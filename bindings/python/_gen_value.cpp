@@ -43,24 +43,13 @@ PyObject* row_of(gen_c_table const* table, std::size_t row) {
     return record;
 }
 
-/// Raises with all internal errors of the last call: (condition, source, line).
-void raise_internal_error() {
-    PyObject* const reports = PyList_New(0);
-    for (std::size_t i = 0; reports != nullptr && i < gen_c_report_count(); ++i) {
-        char const* condition = nullptr;
-        char const* source = nullptr;
-        int line = 0;
-        gen_c_report(i, &condition, &source, &line);
-        PyObject* const report =
-            Py_BuildValue("(NNi)", decoded(condition, std::char_traits<char>::length(condition)),
-                          decoded(source, std::char_traits<char>::length(source)), line);
-        if (report != nullptr)
-            PyList_Append(reports, report);
-        Py_XDECREF(report);
-    }
-    if (reports != nullptr)
-        PyErr_SetObject(internal_error, reports);
-    Py_XDECREF(reports);
+PyObject* report_of(std::size_t index) {
+    char const* condition = nullptr;
+    char const* source = nullptr;
+    int line = 0;
+    gen_c_report(index, &condition, &source, &line);
+    return Py_BuildValue("(NNi)", decoded(condition, std::char_traits<char>::length(condition)),
+                         decoded(source, std::char_traits<char>::length(source)), line);
 }
 
 PyObject* attribute(char const* module_name, char const* name) {
@@ -119,14 +108,35 @@ PyObject* path_of(PyObject* text) {
     return path;
 }
 
+PyObject* reports() {
+    std::size_t const count = gen_c_report_count();
+    PyObject* const list = PyList_New(static_cast<Py_ssize_t>(count));
+    for (std::size_t i = 0; list != nullptr && i < count; ++i) {
+        PyObject* const report = report_of(i);
+        if (report == nullptr) {
+            Py_DECREF(list);
+            return nullptr;
+        }
+        PyList_SET_ITEM(list, static_cast<Py_ssize_t>(i), report);
+    }
+    return list;
+}
+
+PyObject* raise_internal_error(PyObject* answer) {
+    PyObject* const arguments =
+        answer != nullptr ? Py_BuildValue("(NN)", reports(), answer) : nullptr;
+    if (arguments != nullptr)
+        PyErr_SetObject(internal_error, arguments);
+    Py_XDECREF(arguments);
+    return nullptr;
+}
+
 void raise_status(char const* function, gen_c_status status) {
     switch (status) {
     case GEN_C_OK:
     case GEN_C_NOT_FOUND:
     case GEN_C_DIAGNOSED:
-        break;
     case GEN_C_INTERNAL_ERROR:
-        raise_internal_error();
         break;
     case GEN_C_NOT_STARTED:
         PyErr_Format(not_started_error, "%s needs korvane_gen.start()", function);

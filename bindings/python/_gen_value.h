@@ -39,7 +39,15 @@ PyObject* rows_of(gen_c_table const* table);
 /// The path of a text, which is taken over.
 PyObject* path_of(PyObject* text);
 
-/// Raises what the status stands for.
+/// The internal errors of the last call that may report any, as a list of (condition, source,
+/// line).
+PyObject* reports();
+
+/// Raises them, with what the library has answered all the same, which is taken over. Gives null; a
+/// null answer has raised already.
+PyObject* raise_internal_error(PyObject* answer);
+
+/// Raises what any other status stands for.
 void raise_status(char const* function, gen_c_status status);
 
 /// The same, unless it stands for an answer.

@@ -51,6 +51,8 @@ class Call {
             return TCL_ERROR;
         gen_c_status const status =
             std::apply([](auto&... each) { return Function(each.pass()...); }, converters);
+        if (status == GEN_C_INTERNAL_ERROR) [[unlikely]]
+            return raise_internal_error(interp, result(converters, status, Indices()));
         if (status > GEN_C_DIAGNOSED) [[unlikely]]
             return raise_status(interp, status);
         Tcl_SetObjResult(interp, result(converters, status, Indices()));

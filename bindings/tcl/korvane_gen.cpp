@@ -45,6 +45,15 @@ int message(Tcl_Interp* interp, Words const& words) {
     return TCL_OK;
 }
 
+int last_reports(Tcl_Interp* interp, Words const& words) {
+    if (words.arguments() != 0) {
+        Tcl_WrongNumArgs(interp, words.skipped, words.all, nullptr);
+        return TCL_ERROR;
+    }
+    Tcl_SetObjResult(interp, reports());
+    return TCL_OK;
+}
+
 // Functions with what may be left out at their ends.
 
 gen_c_status start_as(char const* executable) {
@@ -67,6 +76,7 @@ gen_c_status usage_report(char const* tag, int modules, int details, int memory,
 
 std::vector<Command> const& functions() {
     static std::vector<Command> const table = {
+        {"reports", last_reports},
         command<gen_c_start>("start", "root"),
         command<start_as>("start_as", "executable"),
         command<gen_c_finish>("finish", ""),

@@ -11,10 +11,10 @@ proc ::korvane_gen::sub::condition {args} {
     lassign [c::condition $condition] prefix text
     set diagnostics [split [string trimright $text \n] \n]
     if {[dict exists $given -diagnostics]} {
-        return [dict create prefix $prefix diagnostics $diagnostics]
+        return [dict create prefix $prefix diagnostics $diagnostics reports [c::reports]]
     }
     if {[llength $diagnostics]} {
-        return -code error -errorcode [list KORVANE CONDITION $diagnostics $prefix] \
+        return -code error -errorcode [list KORVANE CONDITION $diagnostics $prefix [c::reports]] \
             [join $diagnostics "; "]
     }
     return $prefix

@@ -1,6 +1,7 @@
 #include "value.h"
 
 #include <cstring>
+#include <initializer_list>
 
 namespace korvane {
 
@@ -83,7 +84,25 @@ Tcl_Obj* cell_of(gen_c_table const* table, std::size_t row, std::size_t column) 
     return Tcl_NewObj();
 }
 
-/// The internal errors of the last call as a list of dictionaries.
+int raise(Tcl_Interp* interp, char const* code, std::initializer_list<Tcl_Obj*> details,
+          char const* message) {
+    Tcl_Obj* const words[] = {Tcl_NewStringObj("KORVANE", -1), Tcl_NewStringObj(code, -1)};
+    Tcl_Obj* const list = Tcl_NewListObj(2, words);
+    for (Tcl_Obj* const detail : details)
+        Tcl_ListObjAppendElement(nullptr, list, detail);
+    Tcl_SetObjErrorCode(interp, list);
+    Tcl_SetObjResult(interp, object_of(message, std::strlen(message)));
+    return TCL_ERROR;
+}
+
+} // namespace
+
+bool complain(Tcl_Interp* interp, std::string_view argument, std::string const& complaint) {
+    std::string const message = "argument \"" + std::string(argument) + "\" " + complaint;
+    raise(interp, "ARGUMENT", {object_of(argument.data(), argument.size())}, message.c_str());
+    return false;
+}
+
 Tcl_Obj* reports() {
     Tcl_Obj* const list = Tcl_NewListObj(0, nullptr);
     for (std::size_t i = 0; i < gen_c_report_count(); ++i) {
@@ -102,40 +121,27 @@ Tcl_Obj* reports() {
     return list;
 }
 
-int raise(Tcl_Interp* interp, char const* code, Tcl_Obj* detail, char const* message) {
-    Tcl_Obj* const words[] = {Tcl_NewStringObj("KORVANE", -1), Tcl_NewStringObj(code, -1), detail};
-    Tcl_SetObjErrorCode(interp, Tcl_NewListObj(detail != nullptr ? 3 : 2, words));
-    Tcl_SetObjResult(interp, object_of(message, std::strlen(message)));
-    return TCL_ERROR;
-}
-
-} // namespace
-
-bool complain(Tcl_Interp* interp, std::string_view argument, std::string const& complaint) {
-    std::string const message = "argument \"" + std::string(argument) + "\" " + complaint;
-    raise(interp, "ARGUMENT", object_of(argument.data(), argument.size()), message.c_str());
-    return false;
+int raise_internal_error(Tcl_Interp* interp, Tcl_Obj* answer) {
+    char const* condition = "";
+    gen_c_report(0, &condition, nullptr, nullptr);
+    return raise(interp, "INTERNAL", {reports(), answer}, condition);
 }
 
 int raise_status(Tcl_Interp* interp, gen_c_status status) {
     switch (status) {
-    case GEN_C_INTERNAL_ERROR: {
-        char const* condition = "";
-        gen_c_report(0, &condition, nullptr, nullptr);
-        return raise(interp, "INTERNAL", reports(), condition);
-    }
     case GEN_C_NOT_STARTED:
-        return raise(interp, "NOT_STARTED", nullptr, "this needs \"gen start\"");
+        return raise(interp, "NOT_STARTED", {}, "this needs \"gen start\"");
     case GEN_C_FAILED:
-        return raise(interp, "FAILED", nullptr, gen_c_reason());
+        return raise(interp, "FAILED", {}, gen_c_reason());
     case GEN_C_BAD_ARGUMENT: {
         std::string_view const reason = gen_c_reason(); // begins with the argument's name
         std::string_view const name = reason.substr(0, reason.find_first_of(" :"));
         return raise(interp, "ARGUMENT",
-                     Tcl_NewStringObj(name.data(), static_cast<int>(name.size())), gen_c_reason());
+                     {Tcl_NewStringObj(name.data(), static_cast<int>(name.size()))},
+                     gen_c_reason());
     }
     default:
-        return raise(interp, "NO_MEMORY", nullptr, "out of memory");
+        return raise(interp, "NO_MEMORY", {}, "out of memory");
     }
 }
 

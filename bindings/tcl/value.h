@@ -5,7 +5,9 @@
 
 #include <tcl.h>
 
+#include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <map>
@@ -22,7 +24,13 @@ namespace korvane {
 /// gives false.
 bool complain(Tcl_Interp* interp, std::string_view argument, std::string const& complaint);
 
-/// Leaves the error that the status stands for.
+/// The internal errors of the last call that may report any, as a list of dictionaries.
+Tcl_Obj* reports();
+
+/// Leaves the error of them, with what the library has answered all the same.
+int raise_internal_error(Tcl_Interp* interp, Tcl_Obj* answer);
+
+/// Leaves the error that any other status stands for.
 int raise_status(Tcl_Interp* interp, gen_c_status status);
 
 /// A text of the library as Tcl's: in the system encoding, and where that is UTF-8, a byte that is
@@ -90,18 +98,25 @@ class Integer {
     T m_value = 0;
 };
 
-/// A number.
+/// A number, or NaN.
 class Real {
   public:
     static constexpr bool is_argument = true;
 
     bool take(Tcl_Interp* interp, Tcl_Obj* object, std::string_view argument) {
-        return Tcl_GetDoubleFromObj(nullptr, object, &m_value) == TCL_OK ||
+        return Tcl_GetDoubleFromObj(nullptr, object, &m_value) == TCL_OK || take_nan(object) ||
                complain(interp, argument, "is no number");
     }
     double pass() const { return m_value; }
 
   private:
+    /// Which Tcl itself does not let pass.
+    bool take_nan(Tcl_Obj* object) {
+        char* end = nullptr;
+        m_value = std::strtod(Tcl_GetString(object), &end);
+        return std::isnan(m_value) && *end == '\0';
+    }
+
     double m_value = 0;
 };
 

@@ -40,7 +40,7 @@ class WrongArguments(unittest.TestCase):
         "flags_swept": "flags", "histogram_create": "low high bins", "histogram_add": "histogram item",
         "histogram_size": "histogram", "histogram_bin": "histogram item", "histogram_bins": "histogram",
         "histogram_outside": "histogram"}
-    WITHOUT = {"finish", "where", "installation", "libraries", "device_files", "project", "file_types",
+    WITHOUT = {"finish", "reports", "where", "installation", "libraries", "device_files", "project", "file_types",
                "clear_paths", "clear_cache", "cache_size", "tool_files", "profile_directory",
                "is_64bit_wanted", "time_units", "frequency_units", "now", "stopwatch_create",
                "flags_create"}

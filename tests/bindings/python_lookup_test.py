@@ -54,6 +54,7 @@ class Start(unittest.TestCase):
         (report,) = caught.exception.reports
         self.assertEqual((report.condition, report.source), ("type < GEN_LIB_SIZE", "gen_path"))
         self.assertGreater(report.line, 0)
+        self.assertEqual(caught.exception.answer, ROOT)
 
 
 class Lookup(unittest.TestCase):

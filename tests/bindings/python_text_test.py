@@ -15,6 +15,13 @@ class Text(unittest.TestCase):
             gen.condition("a == 1")
         self.assertEqual(caught.exception.diagnostics, ["Missing left hand side of equation"])
         self.assertEqual(caught.exception.prefix, "EQUAL_TO(HPATH(a),)")
+        self.assertEqual(caught.exception.reports, [])
+        with self.assertRaises(gen.ConditionError) as caught:
+            gen.condition("a) = (b")
+        self.assertEqual({report.source for report in caught.exception.reports}, {"gen_bp_parser"})
+        with self.assertRaises(gen.InternalError) as caught:
+            gen.condition(")")
+        self.assertEqual(caught.exception.answer, ("", ""))
         self.assertEqual([token.name for token in gen.condition_tokens("a = time")],
                          ["path", "=", "time"])
         self.assertEqual(gen.condition_tree("a = 1"),

@@ -18,6 +18,10 @@ proc failure {script} {
     }
     list $message [dict get $options -errorcode]
 }
+proc failed_with {script} {
+    catch {uplevel 1 $script} message options
+    return $options
+}
 proc pick {rows args} {
     lmap row $rows {lmap key $args {dict get $row $key}}
 }
@@ -43,7 +47,7 @@ test start-5 "the installation" {
 } {{allycore.ddb prismo2.ddb} 29 /libraries/vhdl/}
 test start-6 "an internal error has condition, source and line" -body {
     failure {gen library 29}
-} -match glob -result {{type < GEN_LIB_SIZE} {KORVANE INTERNAL {{condition {type < GEN_LIB_SIZE} source gen_path line *}}}}
+} -match glob -result {{type < GEN_LIB_SIZE} {KORVANE INTERNAL {{condition {type < GEN_LIB_SIZE} source gen_path line *}} *}}
 
 cd $project
 gen project -project $project -db db -project-libs lib -user-libs "../home/ada/lib; /nowhere"
@@ -167,11 +171,17 @@ test condition-1 "prefix form" {
 } {LOGICAL_AND(EQUAL_TO(HPATH(|top|a),BUS(1)),TIME_GT(10ns))}
 test condition-2 "diagnostics are an error" {
     failure {gen condition "a == 1"}
-} {{Missing left hand side of equation} {KORVANE CONDITION {{Missing left hand side of equation}} EQUAL_TO(HPATH(a),)}}
+} {{Missing left hand side of equation} {KORVANE CONDITION {{Missing left hand side of equation}} EQUAL_TO(HPATH(a),) {}}}
 test condition-3 "or an answer" {
     gen condition -diagnostics "a == 1"
-} {prefix EQUAL_TO(HPATH(a),) diagnostics {{Missing left hand side of equation}}}
-test condition-4 "tokens and tree" {
+} {prefix EQUAL_TO(HPATH(a),) diagnostics {{Missing left hand side of equation}} reports {}}
+test condition-4 "internal errors come with them, or alone with what is answered all the same" {
+    set reports [dict get [gen condition -diagnostics "a) = (b"] reports]
+    list [llength [lindex [dict get [failed_with {gen condition "a) = (b"}] -errorcode] 4]] \
+        [lindex [pick $reports source] 0] \
+        [lindex [dict get [failed_with {gen condition )}] -errorcode] 3]
+} {1 gen_bp_parser {{} {}}}
+test condition-5 "tokens and tree" {
     list [pick [gen condition -tokens "a = time"] name] [pick [gen condition -tree "a = 1"] depth text]
 } {{path = time} {{0 EQUAL_TO} {1 {HPATH a}} {1 {BUS 1}}}}
 
@@ -253,9 +263,9 @@ test flags-1 "flags" -body {
 } -cleanup {$flags destroy} -result {1 2 {(0x3) alpha | beta} 2 {couldn't find flag 'gamma'} {used 1 dirty 0 clean 31} {} dirty}
 test histogram-1 "a histogram" -body {
     set bins [gen histogram 0 10 5]
-    $bins add 0 1.999 2 10 -1 13
+    $bins add 0 1.999 2 10 -1 13 nan
     list [$bins size] [pick [$bins bins] count] [$bins outside] [$bins bin 10] [$bins bin 11]
-} -cleanup {$bins destroy} -result {4 {2 1 0 0 1} {below 1 above 1 not_a_number 0} 4 {}}
+} -cleanup {$bins destroy} -result {4 {2 1 0 0 1} {below 1 above 1 not_a_number 1} 4 {}}
 
 # Every subcommand says how it is called.
 foreach {name usage} $::korvane_gen::usage {

@@ -1,6 +1,6 @@
 """What the library has to complain of."""
 
-from typing import List, NamedTuple, Sequence, Tuple
+from typing import Any, List, NamedTuple, Sequence, Tuple
 
 
 class Error(Exception):
@@ -23,17 +23,23 @@ class Report(NamedTuple):
 
 
 class InternalError(Error, RuntimeError):
-    """The library was asked for what it does not have; reports has all that it reported."""
+    """The library was asked for what it does not have; reports has all that it reported, answer what it
+    answered all the same."""
 
-    def __init__(self, reports: Sequence[Tuple[str, str, int]]) -> None:
+    def __init__(self, reports: Sequence[Tuple[str, str, int]], answer: Any = None) -> None:
         self.reports: List[Report] = [Report(*report) for report in reports]
+        self.answer = answer
         super().__init__("; ".join(map(str, self.reports)))
 
 
 class ConditionError(Error, ValueError):
-    """A condition with diagnostics; prefix is its prefix form as far as it goes."""
+    """A condition with diagnostics; prefix is its prefix form as far as it goes, reports are the internal
+    errors that came with them."""
 
-    def __init__(self, diagnostics: Sequence[str], prefix: str) -> None:
+    def __init__(
+        self, diagnostics: Sequence[str], prefix: str, reports: Sequence[Tuple[str, str, int]] = ()
+    ) -> None:
         self.diagnostics = list(diagnostics)
         self.prefix = prefix
+        self.reports: List[Report] = [Report(*report) for report in reports]
         super().__init__("; ".join(self.diagnostics))

@@ -33,7 +33,7 @@ def condition(text: Text) -> str:
     """The prefix form of a simulation condition. ConditionError with its diagnostics, if any."""
     prefix, diagnostics = _gen.condition(text)
     if diagnostics:
-        raise ConditionError(diagnostics.splitlines(), prefix)
+        raise ConditionError(diagnostics[:-1].split("\n"), prefix, _gen.reports())
     return prefix
 
 

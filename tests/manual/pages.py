@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Reads every manual page as man shows it in 80 columns, and runs the example that gen_query(1) shows of each subcommand:
-it must print what the page, and so --help, says.
+it must print what the page, and so --help, says. The page of the Tcl package has the subcommands as they say themselves
+how they are called, where a directory of packages is given.
 
-    pages.py PACKAGING HEADERS GEN_QUERY SUITE
+    pages.py PACKAGING HEADERS GEN_QUERY SUITE TCL_PAGE [TCL_PACKAGES]
 """
 
 import functools
@@ -113,7 +114,34 @@ def found_by_name(packaging, name, wanted):
     return [] if wanted in shown else [f"man {name} does not show {wanted}"]
 
 
-def main(packaging, headers, binary, suite):
+def asked_of_tcl(packages, script):
+    """The lines that a script of Tcl prints with the package at hand."""
+    return subprocess.run(["tclsh8.6"], input=f"package require korvane_gen\n{script}", text=True, check=True,
+                          stdout=subprocess.PIPE, env={**os.environ, "TCLLIBPATH": str(packages)}).stdout.splitlines()
+
+
+def synopses(page):
+    """How the page of the Tcl package says that subcommands are called."""
+    for line in page.read_text(encoding="utf-8").split("\n"):
+        if line.startswith(r"\fBgen "):
+            yield from re.split(", (?=gen )", re.sub(r"\\f[BIR]", "", line).replace(r"\-", "-"))
+
+
+def misread_by_tcl(page, packages):
+    """Complaints about what the page of the Tcl package says of subcommands and of the methods of its objects."""
+    said = list(synopses(page))
+    usages = asked_of_tcl(packages, "puts [join [dict values $korvane_gen::usage] \\n]")
+    yield from (f"{page.name} does not say: {usage}" for usage in usages if usage not in said)
+    yield from (f"{page.name}: {synopsis}: the package says otherwise" for synopsis in said if synopsis not in usages)
+    paragraphs = dict(re.findall(r"^\\fBgen (\w+)\\fR[^\n]*\n(.*?)(?=^\.TP|^\.SH)", page.read_text(encoding="utf-8"), re.M | re.S))
+    for line in asked_of_tcl(packages, "foreach class [info commands korvane_gen::\\[A-Z\\]*] {"
+                                       "puts [concat [namespace tail $class] [info class methods $class]]}"):
+        name, *methods = line.split()
+        paragraph = re.findall(r"\w+", paragraphs[name.lower()])
+        yield from (f"{page.name}: gen {name.lower()}: {method} is missing" for method in methods if method not in paragraph)
+
+
+def main(packaging, headers, binary, suite, tcl_page, tcl_packages=None):
     root_command = describe.read(packaging / "gen_query.json")
     complaints = list(run_examples(root_command, binary, suite))
     page = rendered(packaging / "man1/gen_query.1")
@@ -130,6 +158,9 @@ def main(packaging, headers, binary, suite):
         complaints += lost_lines(packaging / f"man3/{reference.page_name(path)}.3", path)
         complaints += unnamed(packaging / "man3", path)
     complaints += found_by_name(packaging, "gen_find_file", "gen_path_find.h")
+    complaints += defects(tcl_page)
+    if tcl_packages:
+        complaints += misread_by_tcl(tcl_page, tcl_packages)
     print("\n".join(complaints) or f"{len(pages)} pages read, to which {len(every) - len(pages)} names lead")
     return 1 if complaints else 0
 

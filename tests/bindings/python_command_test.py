@@ -47,7 +47,9 @@ class CommandLine(unittest.TestCase):
                 (["text", "checksum", "-f", "/nope"], b"", 2, "No such file or directory"),
                 (["condition"], b"", 2, "give a condition, or --stdin"),
                 (["message", "%2"], b"", 2, "argument 2 is missing"),
-                (["flags"], b"find x\n", 1, "couldn't find flag 'x'")]:
+                (["text", "fold", "-"], b"a\0b\n", 2, "holds a null character"),
+                (["text", "wildcard", "a{", "-"], b"", 2, "makes no valid expression"),
+                (["flags"], b"make x\n", 2, "line 1: not a step: make x")]:
             with self.subTest(question=question):
                 done = subprocess.run([*self.PACKAGE, *question], input=text, cwd=PROJECT, timeout=60,
                                       capture_output=True, check=False, preexec_fn=a_little)
@@ -55,6 +57,37 @@ class CommandLine(unittest.TestCase):
                 (error,) = json.loads(done.stdout).values()
                 self.assertIn(fault, error)
                 self.assertEqual(done.stderr.decode(), f"korvane_gen: {error}\n")
+
+    def test_a_wrong_command_line_is_the_record_of_an_error_too(self):
+        for question, fault, place in [
+                ([], "the following arguments are required: SUBCOMMAND", ""),
+                (["nothing"], "invalid choice: 'nothing'", ""),
+                (["find"], "find: the following arguments are required: name", " find"),
+                (["text", "fold"], "text fold: the following arguments are required: text", " text fold"),
+                (["find", "a", "--project-l", "lib"], "unrecognized arguments: --project-l", ""),
+                (["time", "elapsed", "soon"], "time elapsed: argument seconds: invalid int value: 'soon'",
+                 " time elapsed")]:
+            with self.subTest(question=question):
+                done = subprocess.run([*self.PACKAGE, "--json", *question], cwd=PROJECT, timeout=60,
+                                      capture_output=True, check=False, text=True)
+                self.assertEqual(done.returncode, 2)
+                (error,) = json.loads(done.stdout).values()
+                self.assertIn(fault, error)
+                self.assertEqual(done.stderr, f"korvane_gen: {error}\nSee python3 -m korvane_gen{place} --help\n")
+
+    def test_names_are_answered_as_they_come(self):
+        with subprocess.Popen([*self.PACKAGE, "find", "-"], cwd=PROJECT, text=True, stdin=subprocess.PIPE,
+                              stdout=subprocess.PIPE) as command:
+            for name, path in ("mux.sv", f"{ROOT}/libraries/parablocks/gates/mux.sv"), ("nothing.v", None):
+                print(name, file=command.stdin, flush=True)
+                self.assertEqual(json.loads(command.stdout.readline())["path"], path)
+            command.communicate()
+        self.assertEqual(command.returncode, 1)
+
+    def test_names_may_end_with_a_nul(self):
+        answers = subprocess.run([*self.PACKAGE, "text", "fold", "-0", "X", "-"], input=b"A\nB\0\0" + 200000 * b"C",
+                                 capture_output=True, timeout=60, check=True).stdout
+        self.assertEqual([json.loads(line)["text"] for line in answers.splitlines()], ["x", "a\nb", "", 200000 * "c"])
 
     def test_an_answer_that_cannot_be_written_is_no_success(self):
         for count in (1, 10000): # with less and more than a file's buffer

@@ -8,12 +8,18 @@ Without --root or --executable the environment variable KORVANE_ROOTDIR names th
 import argparse
 import re
 import sys
-from typing import Any, Dict, Tuple
+from typing import Any, Dict, NoReturn, Tuple
 
 from . import Error, Notice, _gen, start
-from . import _command_line as line
+from . import _command_editing as editing
+from . import _command_lookup as lookup
+from . import _command_machine as machine
+from . import _command_text as text
+from ._command_record import Handler, Unusable, Unwritable, json_text, write
 
 Option = Tuple[str, Dict[str, Any]]
+
+PROGRAM = "python3 -m korvane_gen"
 
 FLAG = {"action": "store_true"}
 MANY = {"nargs": "+"}
@@ -22,67 +28,77 @@ PROJECT: Tuple[Option, ...] = tuple(
 )
 VIEW: Tuple[Option, ...] = (("--trace", FLAG), ("--all", FLAG))
 IGNORE_CASE: Option = ("-i --ignore-case", FLAG)
+BATCH: Option = ("-0 --null", FLAG)
 
-SUBCOMMANDS: Dict[str, Tuple[line.Handler, Tuple[Option, ...]]] = {
-    "where": (line._where, ()),
-    "installation": (line._installation, ()),
-    "project": (line._project, PROJECT),
-    "find": (line._find, (("name", MANY), ("--eda", FLAG), ("--cached", FLAG), *VIEW, *PROJECT)),
-    "include": (
-        line._include,
-        (("name", MANY), ("--from", {"dest": "from_file"}), ("--alias", {}), *VIEW, *PROJECT),
+SUBCOMMANDS: Dict[str, Tuple[Handler, Tuple[Option, ...]]] = {
+    "where": (lookup.where, ()),
+    "installation": (lookup.installation, ()),
+    "project": (lookup.show_project, PROJECT),
+    "find": (
+        lookup.find,
+        (("name", MANY), BATCH, ("--eda", FLAG), ("--cached", FLAG), *VIEW, *PROJECT),
     ),
-    "sources": (line._sources, (("unit", {}), ("--shipped", FLAG), *VIEW, *PROJECT)),
+    "include": (
+        lookup.include,
+        (("name", MANY), BATCH, ("--from", {"dest": "from_file"}), ("--alias", {}), *VIEW, *PROJECT),
+    ),
+    "sources": (lookup.sources, (("unit", {}), BATCH, ("--shipped", FLAG), *VIEW, *PROJECT)),
     "names": (
-        line._names,
+        lookup.names,
         (("--exists", FLAG), ("--project", {}), ("--db", {}), ("--database-file", {"default": "top"})),
     ),
+    "temp": (
+        lookup.temp,
+        (("--directory", {}), ("--prefix", {"default": "gen"}), ("--number", {"type": int, "default": 0})),
+    ),
+    "env": (lookup.env, (("tool", {}), ("--platform", {}), ("--bit-type", {}))),
     "condition": (
-        line._condition,
+        text.condition,
         (("condition", {"nargs": "?"}), ("--stdin", FLAG), ("--tokens", FLAG), ("--tree", FLAG)),
     ),
     "message": (
-        line._message,
+        text.message,
         (("message", {}), ("argument", {"nargs": "*"}), ("--inserts", FLAG)),
     ),
     "text compare": (
-        line._text_compare,
+        text.compare,
         (("first", {}), ("second", {}), ("-b --bytes", FLAG), IGNORE_CASE),
     ),
-    "text sort": (line._text_sort, (IGNORE_CASE, ("-r --reverse", FLAG))),
+    "text sort": (text.sort, (IGNORE_CASE, ("-r --reverse", FLAG))),
     "text number": (
-        line._text_number,
+        text.number,
         (("text", {}), ("-r --radix", {"type": int, "choices": range(2, 37), "default": 10})),
     ),
+    "text real": (text.real, (("text", MANY),)),
     "text fold": (
-        lambda given: (True, {"texts": [_gen.fold(text, given.upper) for text in given.text]}),
-        (("text", MANY), ("-u --upper", FLAG)),
+        text.changed("text", lambda one, given: _gen.fold(one, given.upper)),
+        (("text", MANY), BATCH, ("-u --upper", FLAG)),
     ),
     "text trim": (
-        lambda given: (True, {"texts": [_gen.trim(t, given.white_space) for t in given.text]}),
-        (("text", MANY), ("-w --white-space", FLAG)),
+        text.changed("text", lambda one, given: _gen.trim(one, given.white_space)),
+        (("text", MANY), BATCH, ("-w --white-space", FLAG)),
     ),
     "text sanitise": (
-        lambda given: (True, {"names": [_gen.sanitise(name) for name in given.name]}),
-        (("name", MANY),),
+        text.changed("name", lambda one, _: _gen.sanitise(one)),
+        (("text", {**MANY, "metavar": "name"}), BATCH),
     ),
     "text wildcard": (
-        line._text_wildcard,
-        (("pattern", {}), ("name", {"nargs": "*"}), ("-p --part", FLAG)),
+        text.wildcard,
+        (("pattern", {}), ("name", {"nargs": "*"}), BATCH, ("-p --part", FLAG)),
     ),
     "text checksum": (
-        line._text_checksum,
+        text.checksum,
         (("text", {"nargs": "?"}), ("-f --file", {}), ("-s --sanitise", FLAG)),
     ),
-    "text hash-size": (line._text_hash_size, (("number", {"nargs": "+", "type": int}),)),
-    "time now": (lambda _: (True, _gen.now()[0]), ()),
-    "time date": (line._time_date, (("seconds", {"nargs": "+", "type": int}),)),
-    "time format": (line._time_format, (("format", {}),)),
-    "time elapsed": (line._time_elapsed, (("seconds", {"nargs": "+", "type": int}),)),
-    "units": (line._units, ()),
-    "machine": (line._machine, (("--host", {}),)),
+    "text hash-size": (text.hash_size, (("number", {"nargs": "+", "type": int}),)),
+    "time now": (machine.now, ()),
+    "time date": (machine.date, (("seconds", {"nargs": "+", "type": int}),)),
+    "time format": (machine.format_now, (("format", {}),)),
+    "time elapsed": (machine.elapsed, (("seconds", {"nargs": "+", "type": int}),)),
+    "units": (machine.units, ()),
+    "machine": (machine.machine, (("--host", {}),)),
     "modules": (
-        line._modules,
+        machine.modules,
         (
             ("--profile-dll-usage", FLAG),
             ("--list-dll-details", FLAG),
@@ -92,15 +108,15 @@ SUBCOMMANDS: Dict[str, Tuple[line.Handler, Tuple[Option, ...]]] = {
         ),
     ),
     "legal": (
-        line._legal,
+        machine.legal,
         (
             ("--notice", {"choices": [notice.name.lower() for notice in Notice]}),
             ("--prefix", {}),
         ),
     ),
-    "do-not-edit": (line._do_not_edit, (("--prefix", {"default": ""}),)),
+    "do-not-edit": (machine.do_not_edit, (("--prefix", {"default": ""}),)),
     "histogram": (
-        line._histogram,
+        editing.histogram,
         (
             ("file", {"nargs": "?"}),
             ("-l --low", {"type": float}),
@@ -108,18 +124,29 @@ SUBCOMMANDS: Dict[str, Tuple[line.Handler, Tuple[Option, ...]]] = {
             ("-b --bins", {"type": int, "choices": range(1, 1000001), "metavar": "N", "default": 10}),
         ),
     ),
-    "flags": (line._flags, ()),
+    "flags": (editing.flags, ()),
     "undo": (
-        line._undo,
+        editing.undo,
         (("script", {"nargs": "?"}), ("-d --directory", {"default": "."}), ("-p --print", FLAG)),
     ),
 }
 
 
-def parser() -> argparse.ArgumentParser:
+class Parser(argparse.ArgumentParser):
+    """Takes whole names of options alone, and raises what is wrong, for the record of an error."""
+
+    def __init__(self, **settings: Any) -> None:
+        super().__init__(**settings, allow_abbrev=False)
+        self.add_argument("--json", action="store_true", help="accepted; answers are JSON")
+
+    def error(self, message: str) -> NoReturn:
+        place = self.prog.removeprefix(PROGRAM).strip()
+        raise Unusable(f"{place}: {message}" if place else message, f"See {self.prog} --help")
+
+
+def parser() -> Parser:
     """The command line, subcommands of two words below their first one."""
-    top = argparse.ArgumentParser(prog="python3 -m korvane_gen", description=__doc__,
-                                  formatter_class=argparse.RawDescriptionHelpFormatter)
+    top = Parser(prog=PROGRAM, description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     where = top.add_mutually_exclusive_group()
     where.add_argument("--root")
     where.add_argument("--executable")
@@ -132,39 +159,47 @@ def parser() -> argparse.ArgumentParser:
         command = (families[family] if family else below).add_parser(word)
         command.set_defaults(handler=handler)
         command._negative_number_matcher = re.compile(r"^-\d") # "-0x1" is a number, too
-        command.add_argument("--json", action="store_true", help="accepted; answers are JSON")
         for names, settings in options:
             command.add_argument(*names.split(), **settings)
     return top
 
 
-def main() -> int:
-    """Answers one command line; the exit status is 0 for found or true, 1 for the contrary, 2 for usage."""
-    given = parser().parse_args()
+def answer() -> int:
+    """Answers the command line and gives the exit status."""
     try:
+        given = parser().parse_args()
         start(given.root, executable=given.executable)
         is_true, record = given.handler(given)
-        status, text = 0 if is_true else 1, line.json_text(record)
+        if record is not None:
+            write(json_text(record))
+        return 0 if is_true else 1
     except Error as error:
-        status, text = 1, refusal(str(error))
-    except (line.Unusable, ValueError, OverflowError, OSError) as error:
-        status, text = 2, refusal(str(error))
+        return refuse(1, str(error))
+    except Unusable as error:
+        return refuse(2, str(error), error.hint)
+    except (ValueError, OverflowError, OSError) as error:
+        return refuse(2, str(error))
     except MemoryError as error:
         error.__traceback__ = None # it keeps what has used up the memory
-        status, text = 2, refusal("there is not enough memory")
-    try:
-        with open(1, "wb", closefd=False) as output:
-            output.write(text)
-    except OSError as error:
-        print(f"korvane_gen: cannot write to standard output: {error.strerror}", file=sys.stderr)
-        return 2
+        return refuse(2, "there is not enough memory")
+
+
+def refuse(status: int, fault: str, hint: str = "") -> int:
+    """Writes the record of an error, which standard error gets too."""
+    print(f"korvane_gen: {fault}", file=sys.stderr)
+    if hint:
+        print(hint, file=sys.stderr)
+    write(json_text({"error": fault}))
     return status
 
 
-def refusal(fault: str) -> bytes:
-    """The record of an error, which standard error gets too."""
-    print(f"korvane_gen: {fault}", file=sys.stderr)
-    return line.json_text({"error": fault})
+def main() -> int:
+    """The exit status is 0 for found or true, 1 for the contrary, 2 for what cannot be used."""
+    try:
+        return answer()
+    except Unwritable as error:
+        print(f"korvane_gen: cannot write to standard output: {error}", file=sys.stderr)
+        return 2
 
 
 if __name__ == "__main__":

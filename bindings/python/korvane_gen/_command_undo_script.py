@@ -1,12 +1,10 @@
 """The scripts that `python3 -m korvane_gen undo` reads."""
 
 import dataclasses
-import re
 from typing import List, Tuple
 
+from ._command_record import first_word
 from ._editing import UndoFile
-
-BLANKS = " \t\r\n\v\f"
 
 
 @dataclasses.dataclass
@@ -50,7 +48,7 @@ def sections_of(lines: List[str]) -> List[Section]:
     """The sections of a script's lines. ValueError with the line that cannot be understood."""
     sections: List[Section] = []
     for number, line in enumerate(lines, 1):
-        word, rest = (re.split(f"[{BLANKS}]+", line.strip(BLANKS), maxsplit=1) + [""])[:2]
+        word, rest = first_word(line)
         try:
             if word == "section":
                 sections.append(Section(rest))

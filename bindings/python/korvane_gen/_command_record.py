@@ -1,0 +1,103 @@
+"""What the subcommands of `python3 -m korvane_gen` read and write: lines of texts, records as JSON."""
+
+import argparse
+import json
+import os
+import re
+from pathlib import Path
+from typing import Any, Callable, Dict, Iterator, List, Optional, Sequence, Tuple
+
+Record = Dict[str, Any]
+Answer = Tuple[bool, Optional[Record]] # none where what there is has been written already
+Arguments = argparse.Namespace
+Handler = Callable[[Arguments], Answer]
+
+BLANKS = " \t\r\n\v\f"
+
+
+class Unusable(Exception):
+    """The command line or the input cannot be used; hint is where to read more."""
+
+    def __init__(self, fault: str, hint: str = "") -> None:
+        super().__init__(fault)
+        self.hint = hint
+
+
+class Unwritable(Exception):
+    """Standard output takes no more."""
+
+
+def read_input(file: Optional[str] = None) -> str:
+    """All of a file, or of standard input for none or "-", with its bytes as they are."""
+    if file and file != "-":
+        return os.fsdecode(Path(file).read_bytes())
+    with open(0, "rb", closefd=False) as stream:
+        return os.fsdecode(stream.read())
+
+
+def lines_of(text: str) -> List[str]:
+    """The lines of a text, the last one with or without its end."""
+    lines = text.split("\n")
+    return lines if lines[-1] else lines[:-1]
+
+
+def first_word(line: str) -> Tuple[str, str]:
+    """A line's first word, and what stands behind it."""
+    word, *rest = re.split(f"[{BLANKS}]+", line.strip(BLANKS), maxsplit=1)
+    return word, rest[0] if rest else ""
+
+
+def only(row: Record, *keys: str) -> Record:
+    """Those members of a row."""
+    return {key: row[key] for key in keys}
+
+
+def unread(text: str, used: int) -> str:
+    """A text without that many bytes."""
+    return os.fsdecode(os.fsencode(text)[used:])
+
+
+def write(output: bytes) -> None:
+    try:
+        with open(1, "wb", closefd=False) as stream:
+            stream.write(output)
+    except OSError as error:
+        raise Unwritable(error.strerror) from None
+
+
+def _pieces(end: bytes) -> Iterator[str]:
+    """What stands on standard input before each end, as it comes; the last one may lack its end."""
+    begun: List[bytes] = []
+    while block := os.read(0, 1 << 16):
+        first, *others = block.split(end)
+        begun.append(first)
+        for other in others:
+            yield os.fsdecode(b"".join(begun))
+            begun = [other]
+    if any(begun):
+        yield os.fsdecode(b"".join(begun))
+
+
+def answer_each(
+    given: Arguments, names: Sequence[str], answer: Callable[[str], Tuple[bool, Record]]
+) -> Answer:
+    """Answers each of the names in a line of its own, at once; "-" stands for those on standard input."""
+    all_true = True
+    for given_name in names:
+        for name in _pieces(b"\0" if given.null else b"\n") if given_name == "-" else [given_name]:
+            is_true, record = answer(name)
+            all_true = all_true and is_true
+            write(json_text(record, indent=None))
+    return all_true, None
+
+
+def _standing_for_bytes(found: "re.Match[str]") -> str:
+    return "".join(chr(0xEF00 + byte) for byte in os.fsencode(found[0]))
+
+
+def json_text(record: Record, indent: Optional[int] = 2) -> bytes:
+    """The record as JSON, which knows only UTF-8: a byte that is none goes as one of U+EF80 to U+EFFF,
+    byte 0x80 as the first of them, and so do the bytes of these characters themselves."""
+    text = json.dumps(record, indent=indent, ensure_ascii=False, allow_nan=False)
+    text = re.sub("[\udc80-\udcff\uef80-\uefff]", _standing_for_bytes, text)
+    return text.encode() + b"\n"

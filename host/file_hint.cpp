@@ -1,12 +1,13 @@
 #include "file_hint.h"
 
-#include <algorithm>
+#include <climits>
 #include <filesystem>
-#include <vector>
+#include <string>
 
 #include "gen_path.h"
 #include "gen_string_compare.h"
 #include "lookup.h"
+#include "suggestion.h"
 
 namespace fs = std::filesystem;
 
@@ -18,7 +19,8 @@ constexpr std::size_t most_entries = 20000;
 class Search {
   public:
     explicit Search(std::string const& name)
-        : m_name(fs::path(name).filename()), m_stem(fs::path(name).stem()) {}
+        : m_name(fs::path(name).filename()), m_stem(fs::path(name).stem()),
+          m_extension(fs::path(name).extension()) {}
 
     /// Looks at the files of a directory, and of those below it if wanted.
     void look(fs::path const& directory, bool below) {
@@ -37,33 +39,40 @@ class Search {
         }
     }
 
-    std::string const& best() const { return m_best; }
+    std::string const& best() const { return m_best.path; }
 
   private:
-    /// The same name elsewhere is nearest, then one in another case, then with another extension.
+    /// The same name elsewhere is nearest, then one in another case, then with the extension that
+    /// is most like the one asked for: ".v" rather than ".vhd" for ".sv".
     void judge(fs::path const& path) {
         std::string const name = path.filename();
-        int const rank = name == m_name                                   ? 3
-                         : gen_stricmp(name.c_str(), m_name.c_str()) == 0 ? 2
-                         : !m_stem.empty() && gen_stricmp(path.stem().c_str(), m_stem.c_str()) == 0
-                             ? 1
-                             : 0;
+        std::size_t distance = 0;
+        if (name == m_name)
+            distance = 0;
+        else if (gen_stricmp(name.c_str(), m_name.c_str()) == 0)
+            distance = 1;
+        else if (!m_stem.empty() && gen_stricmp(path.stem().c_str(), m_stem.c_str()) == 0)
+            distance = 2 + edit_distance(path.extension().string(), m_extension);
+        else
+            return;
         // Of equals that of the earlier look, and of one look the first by name.
-        bool const is_first =
-            rank > 0 && rank == m_rank && m_looks == m_best_look && path.string() < m_best;
-        if (rank > m_rank || is_first) {
-            m_rank = rank;
-            m_best_look = m_looks;
-            m_best = path;
-        }
+        if (Found const found{distance, m_looks, path}; m_best.path.empty() || found < m_best)
+            m_best = found;
     }
+
+    struct Found {
+        std::size_t distance;
+        int look;
+        std::string path;
+
+        auto operator<=>(Found const&) const = default;
+    };
 
     std::string m_name;
     std::string m_stem;
-    int m_rank = 0;
+    std::string m_extension;
     int m_looks = 0;
-    int m_best_look = 0;
-    std::string m_best;
+    Found m_best{0, 0, ""};
     std::size_t m_looked_at = 0;
 };
 
@@ -71,12 +80,12 @@ class Search {
 
 std::string file_hint(std::string const& name) {
     Search search(name);
-    for (FIO_FIND const* const group :
-         {gen_project_directory_fio_find, gen_project_db_directory_fio_find, gen_project_libraries,
-          gen_ini_user_libraries, gen_project_parablocks_fio_find, gen_korvane_libraries})
-        if (group != nullptr)
-            for (FIO_PATH const& directory : group->directories())
-                search.look(host_text(directory.fullpath()), false);
+    if (fs::path(name).filename().native().size() > NAME_MAX)
+        return ""; // no file has it
+    for (std::string const& directory : lookup_directories())
+        search.look(directory, false);
+    for (std::string const& directory : directories_of({gen_get_korvane_eda_lib_paths()}))
+        search.look(directory, false);
     search.look(host_text(gen_get_project_dir_path()), true);
     return search.best().empty() ? "" : "; there is '" + search.best() + "'";
 }

@@ -1,6 +1,7 @@
 #include "lookup.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 namespace {
@@ -49,6 +50,24 @@ void forget_project() {
          {&gen_project_dir_path, &gen_korvane_library_paths, &gen_project_library_paths,
           &gen_user_library_paths, &gen_project_output_directory})
         text->clear();
+}
+
+std::vector<std::string> directories_of(std::initializer_list<FIO_FIND const*> groups) {
+    std::vector<std::string> directories;
+    std::error_code fault;
+    for (FIO_FIND const* const group : groups)
+        if (group != nullptr)
+            for (FIO_PATH const& directory : group->directories())
+                directories.push_back(
+                    std::filesystem::absolute(host_text(directory.fullpath()), fault)
+                        .lexically_normal());
+    return directories;
+}
+
+std::vector<std::string> lookup_directories() {
+    return directories_of({gen_project_directory_fio_find, gen_project_db_directory_fio_find,
+                           gen_project_libraries, gen_ini_user_libraries,
+                           gen_project_parablocks_fio_find, gen_korvane_libraries});
 }
 
 void LookupView::declare(Options& options) {

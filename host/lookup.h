@@ -2,7 +2,9 @@
 
 /// What the subcommands that look files up share: how they show what a lookup checks.
 
+#include <initializer_list>
 #include <string>
+#include <vector>
 
 #include "answer.h"
 #include "lookup_watch.h"
@@ -18,6 +20,11 @@ inline STR gen_text(std::string const& text) {
 
 /// Forgets the project, all libraries and the cache of lookups, as if nothing had been asked.
 void forget_project();
+
+/// The directories of these groups of a lookup, absolute. Groups that are null have none.
+std::vector<std::string> directories_of(std::initializer_list<FIO_FIND const*> groups);
+/// Those that a lookup asks for a source, in its order.
+std::vector<std::string> lookup_directories();
 
 /// The two ways to see more of a lookup than its result, and how they show it.
 class LookupView {

@@ -5,10 +5,7 @@
 #include <string_view>
 #include <utility>
 
-namespace {
-
-/// How many characters have to be inserted, removed or changed.
-std::size_t distance(std::string_view a, std::string_view b) {
+std::size_t edit_distance(std::string_view a, std::string_view b) {
     std::vector<std::size_t> row(b.size() + 1);
     std::iota(row.begin(), row.end(), std::size_t{0});
     for (std::size_t i = 1; i <= a.size(); ++i) {
@@ -22,8 +19,6 @@ std::size_t distance(std::string_view a, std::string_view b) {
     return row.back();
 }
 
-} // namespace
-
 std::string did_you_mean(std::string const& word, std::vector<std::string> const& known) {
     constexpr std::size_t longest = 40; // no name is that long, and the work grows by the square
     std::string const* nearest = nullptr;
@@ -31,7 +26,7 @@ std::string did_you_mean(std::string const& word, std::vector<std::string> const
     for (std::string const& candidate : known) {
         if (word.size() > longest)
             break;
-        if (std::size_t const steps = distance(word, candidate); steps < least) {
+        if (std::size_t const steps = edit_distance(word, candidate); steps < least) {
             least = steps;
             nearest = &candidate;
         }

@@ -234,6 +234,31 @@ TEST_F(GenQueryFind, IncludeThatIsNotThereIsStatusOne) {
     EXPECT_THAT(traced.output, EndsWith("beside the including file  no     segments.vh\n"));
 }
 
+TEST_F(GenQueryFind, AbsoluteIncludeIsTakenAsNamed) {
+    std::string const name = m_root / "project/adder.v";
+    EXPECT_EQ(ask({"include", name, "--trace"}).output, "group     there  path\n"
+                                                        "as named  yes    /k/project/adder.v\n"
+                                                        "/k/project/adder.v\n");
+}
+
+TEST_F(GenQueryFind, HintsAtTheFileWithTheMostLikeName) {
+    struct {
+        char const* name;
+        char const* hint;
+    } const cases[] = {
+        {"ADDER.V", "/k/project/adder.v"},             // another case
+        {"counter.vs", "/k/project/counter.v"},        // rather than .kbd, .vhd, .edf
+        {"counter.vhdl", "/k/project/counter.vhd"},    //
+        {"segments.vh", "/k/project/inc/segments.vh"}, // in no directory of the lookup
+        {"prismo2.ibs", "/k/eda/ibis/prismo2.ibs"},    // --eda finds it
+    };
+    for (auto const& [name, hint] : cases)
+        EXPECT_EQ(ask({"find", name}).errors,
+                  std::string("gen_query: '") + name + "' is not found; there is '" + hint + "'\n");
+    EXPECT_EQ(ask({"find", std::string(300, 'a')}).errors,
+              "gen_query: '" + std::string(300, 'a') + "' is not found\n");
+}
+
 // sources
 
 TEST_F(GenQueryFind, SourcesComeInGroupOrderOneOfEachType) {

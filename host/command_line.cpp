@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 #include <sstream>
 #include <stdexcept>
@@ -138,15 +139,32 @@ class SettingsText {
         ++m_number;
         if (std::count(line.begin(), line.end(), '"') % 2 != 0)
             fail("a name in quotes does not end, or has a \"#\" in it");
+        std::string_view names = line;
         if (!m_in_list && !line.empty()) {
             std::size_t const equals = line.find('=');
             if (equals == line.npos || line.front() == '[')
                 fail("a setting has the form: db = \"directory\"");
-            m_in_list = trimmed(line.substr(equals + 1)).starts_with('[');
+            names = trimmed(line.substr(equals + 1));
+            m_in_list = names.starts_with('[');
         }
+        if (!are_names(names))
+            fail("a directory stands in quotes: db = \"directory\"");
         m_in_list = m_in_list && !line.ends_with(']');
         m_text += line;
         m_text += m_in_list ? ' ' : '\n';
+    }
+
+    /// Whether nothing stands there but names in quotes, and what makes a list of them.
+    static bool are_names(std::string_view line) {
+        while (!line.empty()) {
+            char const first = line.front();
+            bool const is_quote = first == '"' || first == '\'';
+            std::size_t const last = is_quote ? line.find(first, 1) : 0;
+            if (last == line.npos || (!is_quote && std::strchr("[], \t", first) == nullptr))
+                return false;
+            line.remove_prefix(last + 1);
+        }
+        return true;
     }
 
     [[noreturn]] void fail(std::string const& fault) const {

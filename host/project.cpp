@@ -60,7 +60,8 @@ class SettingsInForce : public Command {
     void declare(Options& options) override { m_project.declare(options); }
 
     Status run(Answer& answer) override {
-        Settings const settings = m_project.in_force();
+        Settings settings = m_project.in_force();
+        add_what_holds_otherwise(settings);
         Value::List rows;
         for (char const* const name : {"project", "db", "output", "project-libs", "user-libs"}) {
             auto const found = settings.find(name);
@@ -74,6 +75,21 @@ class SettingsInForce : public Command {
     }
 
   private:
+    /// What a lookup takes where neither an option nor the file says anything.
+    static void add_what_holds_otherwise(Settings& settings) {
+        for (auto const& [name, kept] : std::initializer_list<std::pair<char const*, STR>>{
+                 {"project", gen_project_dir_path},
+                 {"db", gen_get_db_dir_path_string()},
+                 {"output", gen_project_output_directory},
+                 {"project-libs", gen_project_library_paths},
+                 {"user-libs", gen_user_library_paths}})
+            if (!kept.empty())
+                settings.try_emplace(name, Setting{host_text(kept), "an earlier question"});
+        STR const here = FIO_FILE_SYSTEM::get_current_directory();
+        settings.try_emplace("project", Setting{host_text(here), "current directory"});
+        settings.try_emplace("output", Setting{settings["project"].value, "project"});
+    }
+
     ProjectOptions m_project;
 };
 
@@ -96,10 +112,11 @@ void add_project(Commands& commands) {
         .name = "settings",
         .summary = "Tells the directories that a lookup is given, and where each is from",
         .example =
-            "  $ gen_query settings --db db\n"
+            "  $ gen_query settings --project . --db db\n"
             "  name          value  from\n"
-            "  project       -      -\n"
+            "  project       .      --project\n"
             "  db            db     --db\n"
+            "  output        .      project\n"
             "  ...\n"
             "A project keeps its directories in the file gen_query.toml: project, db, output,\n"
             "project-libs and user-libs, the last two as lists. The file is looked for in the\n"

@@ -17,7 +17,8 @@ fs::path nearest_file(fs::path directory) {
     std::error_code fault;
     directory = fs::absolute(directory, fault).lexically_normal();
     for (;; directory = directory.parent_path()) {
-        if (fs::exists(directory / file_name, fault))
+        // A link that leads nowhere is a fault of the project's, not no file.
+        if (fs::exists(fs::symlink_status(directory / file_name, fault)))
             return directory / file_name;
         if (directory == directory.parent_path())
             return {};

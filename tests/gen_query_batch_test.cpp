@@ -11,6 +11,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 namespace {
 
 /// What gen_query answers to each of three lines before it gets the next one.
@@ -145,6 +147,20 @@ TEST(GenQueryServe, KeepsTheProjectUntilItIsReset) {
         ++found;
     EXPECT_EQ(found, 2U) << result.output;
     EXPECT_EQ(result.status, 0);
+}
+
+TEST(GenQueryServe, SettingsOfAnEarlierQuestionAreInForce) {
+    std::string const output = query({"serve"}, "{\"args\": [\"project\", \"--project\", \"/\", "
+                                                "\"--db\", \"/db\"]}\n"
+                                                "{\"args\": [\"settings\"]}\n")
+                                   .output;
+    auto const second = nlohmann::json::parse(output.substr(output.find('\n')));
+    auto const rows = second["answer"]["settings"];
+    EXPECT_EQ(rows[0]["value"], "/");
+    EXPECT_EQ(rows[0]["from"], "an earlier question");
+    EXPECT_EQ(rows[1]["value"], "/db");
+    EXPECT_EQ(rows[1]["from"], "an earlier question");
+    EXPECT_EQ(rows[2]["from"], "project");
 }
 
 TEST(GenQueryServe, BadLinesAreAnsweredAndNeverFatal) {

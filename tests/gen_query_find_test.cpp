@@ -326,7 +326,7 @@ TEST_F(GenQueryFind, SettingsOfTheProjectHoldBelowIt) {
         EXPECT_EQ(rows[0]["from"], "--project");
         EXPECT_EQ(rows[1]["value"], "/k/project/db/");
         EXPECT_EQ(rows[1]["from"], "/k/project/gen_query.toml");
-        EXPECT_TRUE(rows[2]["value"].is_null());
+        EXPECT_EQ(rows[2]["from"], "project");
         EXPECT_EQ(rows[3]["value"], "/k/project/lib;/k/project/more lib");
     }
     EXPECT_EQ(json({"settings"})["settings"][0]["value"], "/k/project");
@@ -360,6 +360,9 @@ TEST_F(GenQueryFind, SettingsThatCannotBeUsedAreSaid) {
         {"db = [\"a\", \"b\"]\n", "'db' takes one directory"},
         {"db = \"a\"\ndb = \"b\"\n", "'db' takes one directory"},
         {"db =\n", "'db' has an empty name"},
+        {"db = 5\n", "line 1: a directory stands in quotes"},
+        {"\nuser-libs = [\"a\", b]\n", "line 2: a directory stands in quotes"},
+        {"user-libs = [\n\"a\",\ntrue\n]\n", "line 3: a directory stands in quotes"},
         {"user-libs = [\"a\", \"\"]\n", "'user-libs' has an empty name"},
         {"\ndb\n", "gen_query.toml', line 2: a setting has the form: db = \"directory\""},
         {"[paths]\ndb = \"a\"\n", "line 1: a setting has the form"},
@@ -377,6 +380,20 @@ TEST_F(GenQueryFind, SettingsThatCannotBeUsedAreSaid) {
     fs::create_directories(m_root / "project/gen_query.toml");
     EXPECT_THAT(ask({"find", "adder.v"}).errors,
                 HasSubstr("cannot read '/k/project/gen_query.toml': Is a directory"));
+    fs::remove(m_root / "project/gen_query.toml");
+    fs::create_symlink("nowhere", m_root / "project/gen_query.toml");
+    EXPECT_THAT(ask({"find", "adder.v"}).errors,
+                HasSubstr("cannot read '/k/project/gen_query.toml': No such file"));
+}
+
+TEST_F(GenQueryFind, SettingsInForceAreThoseOfTheCurrentDirectoryOtherwise) {
+    auto const rows = json({"settings"})["settings"];
+    EXPECT_EQ(rows[0]["value"], "/k/project");
+    EXPECT_EQ(rows[0]["from"], "current directory");
+    EXPECT_TRUE(rows[1]["value"].is_null());
+    EXPECT_EQ(rows[2]["value"], "/k/project");
+    EXPECT_EQ(rows[2]["from"], "project");
+    EXPECT_EQ(json({"settings", "--project", "src"})["settings"][2]["value"], "src");
 }
 
 TEST_F(GenQueryFind, ExampleInstallationIsComplete) {

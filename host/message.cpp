@@ -30,6 +30,7 @@ class Message : public Command {
         }
         for (std::string const& remark : m_inserts.remarks())
             answer.remark("message: " + remark);
+        remark_unused(answer);
         char* text = nullptr;
         gen_formatmessage(flags, m_format.c_str(), 0, 0,
                           static_cast<char*>(static_cast<void*>(&text)), 0, m_arguments.args());
@@ -62,6 +63,13 @@ class Message : public Command {
                                                : "");
         }
         return "";
+    }
+
+    void remark_unused(Answer& answer) const {
+        for (std::size_t i = 0; i < m_texts.size(); ++i)
+            if (m_as_is || !m_inserts.conversions().contains(static_cast<unsigned>(i + 1)))
+                answer.remark("message: argument " + std::to_string(i + 1) + ", \"" + m_texts[i] +
+                              "\", is not used");
     }
 
     Value::List insert_rows() const {

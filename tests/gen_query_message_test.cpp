@@ -143,3 +143,17 @@ TEST(GenQueryMessage, SaysWhatItCannotFill) {
     EXPECT_THAT(complaint({"%%1", "x"}), HasSubstr("%%"));
     EXPECT_THAT(complaint({"%1!" + std::string(5000, '-') + "d!", "1"}), HasSubstr("room"));
 }
+
+TEST(GenQueryMessage, BracketsMakeNoList) {
+    EXPECT_EQ(message({"[%1] %2", "[a,b]", "[]"}), "[[a,b]] []\n");
+}
+
+TEST(GenQueryMessage, RemarksWhatIsNotUsed) {
+    EXPECT_EQ(remarks({"%1 and %3", "a", "b", "c", "d"}),
+              "gen_query: message: argument 2, \"b\", is not used\n"
+              "gen_query: message: argument 4, \"d\", is not used\n");
+    EXPECT_EQ(remarks({"--as-is", "%1", "a"}),
+              "gen_query: message: argument 1, \"a\", is not used\n");
+    EXPECT_EQ(remarks({"%1!n!", "a"}), "gen_query: message: insert 1: \"%n\" prints nothing\n");
+    EXPECT_EQ(remarks({"%1", "a"}), "");
+}

@@ -136,7 +136,7 @@ std::vector<std::string> MessageInserts::remarks() const {
         for (std::string const& conversion : conversions) {
             STL_CONVERSION const known = parsed(conversion);
             std::string const insert = "insert " + std::to_string(number) + ": ";
-            if (!known.is_single)
+            if (!known.is_single || known.letter == 'n')
                 remarks.push_back(insert + "\"" + conversion + "\" prints nothing");
             else if (*known.end != '\0')
                 remarks.push_back(insert + "\"" + known.end + "\" behind the conversion \"%" +

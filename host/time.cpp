@@ -199,11 +199,13 @@ void add_time(Commands& commands) {
         .name = "stopwatch",
         .summary = "Runs a command under the stopwatch, which counts this process's own "
                    "CPU time only, and says how long it took",
-        .example = "  $ gen_query time stopwatch true\n"
-                   "  exit status   0\n"
-                   "  ...\n"
-                   "Own CPU time, elapsed milliseconds and elapsed time follow. What the command\n"
-                   "writes goes to standard error. The exit status is 0 where the command's is,\n"
-                   "else 1; 2 for one that cannot be started.",
+        .example =
+            "  $ gen_query time stopwatch true\n"
+            "  exit status   0\n"
+            "  ...\n"
+            "Own CPU time, elapsed milliseconds and elapsed time follow. What the command\n"
+            "writes goes to standard error. The exit status is 0 where the command's is,\n"
+            "else 1; 2 for one that cannot be started. All behind the command's name is its\n"
+            "own: options of gen_query's, as --json, stand before it.",
     });
 }

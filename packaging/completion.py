@@ -12,7 +12,7 @@ BASH = """\
 # Completion of gen_query for bash.
 _gen_query()
 {
-    local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} path='' other given=' ' rest=''
+    local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} path='' other given=' ' rest='' begun=''
     # "--option=value" comes as three words.
     if [[ $word == = ]]; then
         word=''
@@ -32,6 +32,8 @@ _gen_query()
         given+="$other "
         case "$path/$other" in
             COMMANDS) path+=/$other ;;
+            */-*) ;;
+            *) begun=yes ;;
         esac
     done
 
@@ -82,6 +84,8 @@ def bash_case(path, command):
     for option in command.options:
         if option.positional and option.value in ("FILE", "DIR", "COMMAND"):
             lines.append(f"            positional={option.value}")
+        if option.takes_rest:  # what follows the first word is that command's own
+            lines.append("            [[ -n $begun ]] && rest=yes positional=FILE")
     valued = [option for option in command.options if option.names and option.value]
     if valued:
         lines.append('            case "$before" in')
@@ -119,7 +123,10 @@ def zsh_arguments(command):
     for option in command.options:
         summary = zsh_quoted(option.summary)
         tail = f":{option.value.lower()}:{zsh_action(option)}" if option.value else ""
-        if option.positional:
+        if option.takes_rest:
+            yield f"'(-):{option.positional}:{zsh_action(option)}'"
+            yield "'*::argument:_normal'"
+        elif option.positional:
             yield f"'{'*' if option.repeated else ''}:{option.positional}:{zsh_action(option)}'"
         for name in option.names:
             others = " ".join([*option.names, *command.excluded_by(option)])
@@ -171,6 +178,17 @@ function __gen_query_at -d 'Whether the words typed lead to this subcommand'
     end
     test "$path" = "$argv[1]"
 end
+function __gen_query_begun -d 'Whether a command that gen_query is to run is typed'
+    set -l path
+    for word in (commandline -opc)[2..-1]
+        if contains -- "$path/$word" COMMANDS
+            set path "$path/$word"
+        else if not string match -q -- '-*' $word
+            return 0
+        end
+    end
+    return 1
+end
 function __gen_query_lacks -d 'Whether none of these options is typed'
     for option in $argv
         contains -- $option (commandline -opc); and return 1
@@ -192,6 +210,8 @@ def fish_values(option):
 
 def fish_option(at, command, option):
     lacks = " ".join(command.excluded_by(option))
+    if any(other.takes_rest for other in command.options):
+        at += "; and not __gen_query_begun"
     condition = fish_quoted(at + (f"; and __gen_query_lacks {lacks}" if lacks else ""))
     if option.positional:
         files = {"FILE": "-F", "DIR": "-a '(__fish_complete_directories)'",
@@ -208,8 +228,20 @@ def fish(root):
         lines += [f"complete -c gen_query -n {fish_quoted(at)} -a {below.name} -d {fish_quoted(below.summary)}"
                   for below in command.commands]
         lines += [fish_option(at, command, option) for option in command.options]
+        if any(option.takes_rest for option in command.options):
+            lines.append(f"complete -c gen_query -n {fish_quoted(at + '; and __gen_query_begun')} -F")
     return "\n".join(line for line in lines if line) + "\n"
 
 
+def with_common_options(root):
+    """The options of gen_query itself that have a value hold behind every subcommand, too."""
+    common = [option for option in root.options if option.names and option.value]
+    for path, command in root.all():
+        if path:
+            command.options += common
+    return root
+
+
 if __name__ == "__main__":
-    sys.stdout.write({"bash": bash, "zsh": zsh, "fish": fish}[sys.argv[1]](describe.read(sys.argv[2])))
+    described = with_common_options(describe.read(sys.argv[2]))
+    sys.stdout.write({"bash": bash, "zsh": zsh, "fish": fish}[sys.argv[1]](described))

@@ -88,6 +88,13 @@ TEST(GenQueryTime, StopwatchCountsThisProcessAndTheClockAWait) {
     EXPECT_EQ(own.substr(own.find(' ')), " seconds");
 }
 
+TEST(GenQueryTime, StopwatchLeavesTheCommandItsOptions) {
+    ProgramResult const result =
+        run_gen_query({"time", "stopwatch", "printf", "%s,", "-l", "--json", "--help", "--"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "-l,--json,--help,--,");
+}
+
 TEST(GenQueryTime, StopwatchRunsOnWhereTheTickCountRestarts) {
     ProgramStart start;
     start.arguments = {TEST_BINARY_DIR "/gen_query", "time", "stopwatch", "--json", "--", "true"};

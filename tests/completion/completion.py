@@ -34,6 +34,10 @@ CASES = [
     ("gen_query find --cached --", {"--json"}, {"--eda", "--all"}),
     ("gen_query find --all --", {"--trace"}, {"--cached"}),
     ("gen_query time stopwatch tru", {"true", "truncate"}, {"a_file"}),
+    ("gen_query time stopwatch ls a", {"a_file", "a_directory"}, {"apropos", "awk"}),
+    ("gen_query time stopwatch ls --", set(), {"--json"}),
+    ("gen_query text sort --co", {"--color"}, set()),
+    ("gen_query find --root ", {"a_directory"}, {"a_file", "--trace"}),
     ("gen_query where > ", set(), {"--json", "find"}),
 ]
 

@@ -12,10 +12,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr char const* standard_input = "-";
 constexpr std::string_view blanks = " \t\r\n\v\f";
 
 struct Word {
-    std::string text;
+    std::string text;    // without its quotes
+    std::string written; // with them
     std::size_t line;
 };
 
@@ -33,7 +35,7 @@ class Words {
             else if (m_rest.starts_with("/*"))
                 skip_comment();
             else
-                words.push_back({next_word(), m_line});
+                words.push_back(next_word());
         }
         return words;
     }
@@ -53,18 +55,23 @@ class Words {
         skip(end + 2);
     }
 
-    std::string next_word() {
-        if (m_rest.front() != '"') {
-            std::string_view const word = m_rest.substr(0, m_rest.find_first_of(blanks));
-            m_rest.remove_prefix(word.size());
-            return with_variables(word);
+    Word next_word() {
+        Word word{"", "", m_line};
+        while (!m_rest.empty() && blanks.find(m_rest.front()) == blanks.npos) {
+            bool const is_quoted = m_rest.front() == '"';
+            std::size_t const end = is_quoted ? m_rest.find('"', 1) + 1 : end_of_plain_piece();
+            if (end == 0)
+                fail("a name in quotes does not end");
+            std::string_view const piece = m_rest.substr(0, end);
+            m_rest.remove_prefix(end);
+            word.text += with_variables(is_quoted ? piece.substr(1, end - 2) : piece);
+            word.written += with_variables(piece);
         }
-        std::size_t const end = m_rest.find('"', 1);
-        if (end == std::string_view::npos)
-            fail("a name in quotes does not end");
-        std::string_view const word = m_rest.substr(1, end - 1);
-        m_rest.remove_prefix(end + 1);
-        return with_variables(word);
+        return word;
+    }
+
+    std::size_t end_of_plain_piece() const {
+        return std::min({m_rest.find('"'), m_rest.find_first_of(blanks), m_rest.size()});
     }
 
     /// Puts values in the place of $NAME, ${NAME} and $(NAME).
@@ -120,9 +127,9 @@ class Words {
 /// Whether a simulator takes the next word for the option's value. It is no name of a file then.
 bool takes_value(std::string_view option) {
     static constexpr std::string_view options[] = {
-        "--Mdir", "--prefix",   "--timescale", "--top",       "--top-module", "-D",
-        "-L",     "-Mdir",      "-j",          "-l",          "-o",           "-prefix",
-        "-s",     "-timescale", "-top",        "-top-module", "-work"};
+        "--Mdir",     "--prefix", "--timescale", "--top", "--top-module", "-L",
+        "-Mdir",      "-j",       "-l",          "-o",    "-prefix",      "-s",
+        "-timescale", "-top",     "-top-module", "-work"};
     return std::find(std::begin(options), std::end(options), option) != std::end(options);
 }
 
@@ -155,48 +162,55 @@ class ListReader {
     void open(std::string const& path, std::string base) {
         for (OpenList const& list : m_open)
             if (std::error_code fault; fs::equivalent(list.path, path, fault))
-                throw std::runtime_error(m_open.back().place() + ": '" + path + "' names itself");
+                fail("'" + path + "' names itself");
         std::string text;
         if (std::string const fault = read_input(path, text); !fault.empty())
             throw std::runtime_error((m_open.empty() ? "" : m_open.back().place() + ": ") + fault);
         m_open.push_back({path, std::move(base), Words(path, text).all()});
     }
 
-    std::string next_word() {
+    Word const& next_word() {
         OpenList& list = m_open.back();
-        return list.words[list.next++].text;
+        return list.words[list.next++];
     }
 
-    std::string value_of(std::string const& option) {
+    Word const& value_of(std::string const& option) {
         if (m_open.back().next == m_open.back().words.size())
-            throw std::runtime_error(m_open.back().place() + ": " + option + " without a value");
+            fail(option + " without a value");
         return next_word();
     }
 
-    void take(std::string const& word) {
-        if (word == "-f" || word == "-F") {
-            fs::path const path = fs::path(m_open.back().base) / value_of(word);
-            open(path, word == "-F" ? path.parent_path() / "" : fs::path());
-        } else if (word == "-y") {
-            add(Kind::library_directory, value_of(word));
-        } else if (word == "-v") {
-            add(Kind::library_file, value_of(word));
-        } else if (word == "-I") {
-            add(Kind::include_directory, value_of(word));
-        } else if (word.starts_with("-I")) {
-            add(Kind::include_directory, word.substr(2));
-        } else if (word.starts_with("+incdir+")) {
+    void take(Word const& word) {
+        std::string const& text = word.text;
+        if (text == "-f" || text == "-F") {
+            fs::path const path = fs::path(m_open.back().base) / value_of(text).text;
+            if (path == standard_input)
+                fail("standard input cannot be named in a list");
+            open(path, text == "-F" ? path.parent_path() / "" : fs::path());
+        } else if (text == "-y") {
+            add(Kind::library_directory, value_of(text).text);
+        } else if (text == "-v") {
+            add(Kind::library_file, value_of(text).text);
+        } else if (text.starts_with("-I")) {
+            add(Kind::include_directory, text == "-I" ? value_of(text).text : text.substr(2));
+        } else if (text.starts_with("-D")) { // the one form that all simulators read
+            add(Kind::option,
+                "+define+" + (text == "-D" ? value_of(text).written : word.written.substr(2)));
+        } else if (text.starts_with("+incdir+")) {
             for (std::string_view const directory :
-                 pieces_of(std::string_view(word).substr(8), '+'))
+                 pieces_of(std::string_view(text).substr(8), '+'))
                 add(Kind::include_directory, std::string(directory));
-        } else if (takes_value(word)) {
-            std::string const value = value_of(word);
-            add(Kind::option, word + " " + value);
-        } else if (word.starts_with("-") || word.starts_with("+")) {
-            add(Kind::option, word);
+        } else if (takes_value(text)) {
+            add(Kind::option, text + " " + value_of(text).written);
+        } else if (text.starts_with("-") || text.starts_with("+")) {
+            add(Kind::option, word.written);
         } else {
-            add(Kind::file, word);
+            add(Kind::file, text);
         }
+    }
+
+    [[noreturn]] void fail(std::string const& fault) const {
+        throw std::runtime_error(m_open.back().place() + ": " + fault);
     }
 
     void add(Kind kind, std::string text) {
@@ -211,4 +225,10 @@ class ListReader {
 
 std::vector<ListEntry> read_file_list(std::string const& path) {
     return ListReader().read(path);
+}
+
+std::string fault_in_list(std::string const& path) {
+    return path.find_first_of(" \t\n") != std::string::npos
+               ? "simulators cannot read a name with blanks: '" + path + "'"
+               : "";
 }

@@ -44,7 +44,7 @@ class FileList : public Command {
     void take(ListEntry const& entry, Answer& answer) {
         switch (entry.kind) {
         case Kind::option:
-            m_lines.push_back(entry.text);
+            take_option(entry, answer);
             break;
         case Kind::file:
             take_file(entry, "", answer);
@@ -59,6 +59,13 @@ class FileList : public Command {
             take_directory(entry, "+incdir+", answer);
             break;
         }
+    }
+
+    void take_option(ListEntry const& entry, Answer& answer) {
+        if (entry.text.starts_with("-"))
+            answer.remark(entry.place + ": '" + entry.text +
+                          "' stays as it is; Icarus Verilog reads it in no list");
+        m_lines.push_back(entry.text);
     }
 
     void take_file(ListEntry const& entry, char const* option, Answer& answer) {
@@ -121,8 +128,8 @@ class FileList : public Command {
     }
 
     void list(char const* option, std::string const& path, Answer& answer) {
-        if (path.find_first_of(" \t\n") != std::string::npos)
-            complain("simulators cannot read a name with blanks: '" + path + "'", answer);
+        if (std::string fault = fault_in_list(path); !fault.empty())
+            complain(std::move(fault), answer);
         m_lines.push_back(option + path);
     }
 
@@ -145,16 +152,16 @@ class FileList : public Command {
 constexpr Help help = {
     .name = "filelist",
     .summary = "Resolves a simulator's list of files as every tool would find them",
-    .example = "  $ printf 'adder.v // the project has it\\ncarry.v\\n' >design.f\n"
-               "  $ gen_query filelist design.f\n"
+    .example = "  $ printf 'adder.v // the project has it\\ncarry.v\\n' >own.f\n"
+               "  $ gen_query filelist own.f\n"
                "  /opt/korvane/project/adder.v\n"
                "  /opt/korvane/libraries/primitives/other/carry.v\n"
                "  ...\n"
-               "A list has names, -f and -F with other lists, +incdir+, -I, -y, -v, and others\n"
-               "that stay as they are, like --top-module NAME; comments with //, # or /* */;\n"
-               "variables as $NAME. Out come absolute names, which Verilator takes after -f,\n"
-               "Icarus Verilog after -c. Remarked are files that hide others. With --includes\n"
-               "sources are followed into what they include, whatever `ifdef says around it.\n"
+               "A list has names, -f and -F with other lists, +incdir+, -I, -D, -y, -v, and\n"
+               "others that stay as they are, like --top-module NAME; comments with //, # or\n"
+               "/* */; variables as $NAME. Out come absolute names, which Verilator takes after\n"
+               "-f, Icarus Verilog after -c. Remarked are files that hide others. --includes\n"
+               "follows sources into what they include, whatever `ifdef says around it.\n"
                "Status 1 says that something is missing.",
 };
 

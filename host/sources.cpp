@@ -1,6 +1,7 @@
 #include "batch.h"
 #include "command.h"
 #include "file_hint.h"
+#include "file_list.h"
 #include "lookup.h"
 #include "project_options.h"
 #include "verilog_includes.h"
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 
 namespace {
 
@@ -22,7 +24,7 @@ class Sources : public Command {
         options.flag("--shipped", m_shipped, "Look in the shipped libraries alone");
         options
             .flag("--filelist", m_file_list,
-                  "Write its own Verilog source, with what that includes, as simulators take it")
+                  "Write its Verilog source for simulators, and where they find the rest")
             .excludes("--all")
             .excludes("--trace");
         m_project.declare(options);
@@ -65,8 +67,8 @@ class Sources : public Command {
     }
 
     /// Sources of different types are the same unit written twice: the most preferred one is taken.
-    static Status show_file_list(Answer& answer, std::string const& unit,
-                                 MEM_VECTOR<GEN_SOURCE_CANDIDATE> const& candidates) {
+    Status show_file_list(Answer& answer, std::string const& unit,
+                          MEM_VECTOR<GEN_SOURCE_CANDIDATE> const& candidates) const {
         auto const source =
             std::find_if(candidates.begin(), candidates.end(), [](auto const& candidate) {
                 return candidate.second.extension() == "v" || candidate.second.extension() == "sv";
@@ -80,13 +82,27 @@ class Sources : public Command {
             std::filesystem::absolute(host_text(source->second.fullpath()), fault);
         IncludeDirectories includes;
         includes.follow(path);
-        Value::List lines{path};
+        std::vector<std::string> faults = includes.faults();
+        Value::List lines;
+        auto const list = [&](char const* option, std::string const& name) {
+            if (std::string unreadable = fault_in_list(name); !unreadable.empty())
+                return faults.push_back(std::move(unreadable));
+            lines.emplace_back(option + name);
+        };
+        list("", path);
         for (std::string const& directory : includes.added())
-            lines.emplace_back("+incdir+" + directory);
-        for (std::string const& missing : includes.faults())
-            answer.remark(missing);
+            list("+incdir+", directory);
+        // What it instantiates, simulators look for where the tools do, and in the same order.
+        std::set<std::string> listed;
+        for (std::string const& directory :
+             m_shipped ? directories_of({gen_korvane_libraries}) : lookup_directories())
+            if (std::filesystem::is_directory(directory, fault) && listed.insert(directory).second)
+                list("-y ", directory);
+        lines.emplace_back("+libext+.v+.sv");
+        for (std::string const& one : faults)
+            answer.remark(one);
         answer.plain("lines", std::move(lines));
-        return status_of(includes.faults().empty());
+        return status_of(faults.empty());
     }
 
     static void describe_file_types(Answer& answer) {
@@ -142,6 +158,8 @@ constexpr Help help = {
                "The groups are visited in the order of a lookup: 1, 2, 3, 5, 4.\n"
                "With the name \"-\" names are read from standard input and answered a line each,\n"
                "the paths parted by tabs.\n"
+               "With --filelist come the Verilog source of the unit, the directories that it\n"
+               "includes from, and with -y those in which simulators find the units it uses.\n"
                "The exit status is 0 when there is any, else 1.",
 };
 

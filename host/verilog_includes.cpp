@@ -31,11 +31,27 @@ std::size_t behind_text(std::string_view source, std::size_t at) {
     return std::min(at + 1, source.size());
 }
 
+/// Takes the name at the beginning of @p source, and gives its size, with its quotes; 0 for none.
+std::size_t take_name(std::string_view source, std::vector<IncludedName>& names) {
+    if (source.starts_with('`')) {
+        std::size_t const size = std::min(source.find_first_of(" \t\r\n"), source.size());
+        names.push_back({std::string(source.substr(0, size)), true});
+        return size;
+    }
+    if (!source.starts_with('"') && !source.starts_with('<'))
+        return 0;
+    std::size_t const end = source.find_first_of(source.front() == '"' ? "\"\n" : ">\n", 1);
+    if (end == source.npos || source[end] == '\n')
+        return 0;
+    names.push_back({std::string(source.substr(1, end - 1)), false});
+    return end + 1;
+}
+
 } // namespace
 
-std::vector<std::string> included_names(std::string_view source) {
+std::vector<IncludedName> included_names(std::string_view source) {
     constexpr std::string_view directive = "`include";
-    std::vector<std::string> names;
+    std::vector<IncludedName> names;
     for (std::size_t at = 0; at < source.size();) {
         std::string_view const rest = source.substr(at);
         if (rest.starts_with("//")) {
@@ -45,12 +61,9 @@ std::vector<std::string> included_names(std::string_view source) {
         } else if (rest.front() == '"') {
             at = behind_text(source, at);
         } else if (rest.starts_with(directive)) {
-            std::size_t const open = source.find_first_not_of(" \t", at + directive.size());
-            at += directive.size();
-            if (open == source.npos || source[open] != '"')
-                continue;
-            at = behind(source, "\"", open + 1);
-            names.emplace_back(source.substr(open + 1, at - open - 2));
+            std::size_t const first =
+                std::min(source.find_first_not_of(" \t", at + directive.size()), source.size());
+            at = take_name(source.substr(first), names) + first;
         } else {
             ++at;
         }
@@ -66,8 +79,11 @@ void IncludeDirectories::follow(std::string const& source) {
         std::string text;
         if (std::string fault = read_input(file, text); !fault.empty())
             m_faults.push_back(std::move(fault));
-        for (std::string const& name : included_names(text))
-            resolve(name, file);
+        for (auto const& [name, is_macro] : included_names(text))
+            if (is_macro)
+                m_faults.push_back("'" + file + "': '`include " + name + "' is not followed");
+            else
+                resolve(name, file);
     }
 }
 

@@ -7,8 +7,14 @@
 #include <string_view>
 #include <vector>
 
-/// The names in the include directives of a source, those in comments and texts left out.
-std::vector<std::string> included_names(std::string_view source);
+/// What an include directive names.
+struct IncludedName {
+    std::string text;
+    bool is_macro; ///< its text is "`NAME", of which only a simulator knows the file
+};
+
+/// The include directives of a source, those in comments and texts left out.
+std::vector<IncludedName> included_names(std::string_view source);
 
 /// Follows includes, and collects the directories by which a simulator finds the same files.
 class IncludeDirectories {

@@ -42,6 +42,10 @@ CASES = [
     Case("-I", {"d.f": "-I. -I inc -I../libraries/parablocks src/display/display.sv"}, "display"),
     Case("+define+", {"d.f": "+define+WIDE=3 own.v",
                       "own.v": "module own (output [`WIDE-1:0] o);\n  assign o = `WIDE;\nendmodule\n"}, "own"),
+    Case("-D", {"d.f": "-DWIDE=3 -D HIGH=2 own.v",
+                "own.v": "module own (output [`WIDE:`HIGH] o);\n  assign o = 0;\nendmodule\n"}, "own"),
+    Case("quotes within a word", {"d.f": '+incdir+"inc"+.+"../libraries/parablocks" +define+TITLE="x" src/display/display.sv'},
+         "display"),
     Case("an option's value", {"d.f": "--top-module adder adder.v carry.v"}, "adder",
          readers=("verilator",)),
     Case("variables", {"d.f": "$OURS.v ${THEIRS}.v"}, "adder", variables={"OURS": "adder", "THEIRS": "carry"}),
@@ -60,12 +64,19 @@ REFUSED = [
     ({"d.f": "-f d.f"}, 2, "d.f:1: 'd.f' names itself"),
     ({"d.f": "\n-f e.f", "e.f": "-f d.f"}, 2, "e.f:1: 'd.f' names itself"),
     ({"d.f": "-f"}, 2, "d.f:1: -f without a value"),
+    ({"d.f": "-f -"}, 2, "d.f:1: standard input cannot be named in a list"),
+    ({"d.f": '+incdir+"my dir"'}, 1, "d.f:1: there is no directory 'my dir'"),
+    ({"d.f": 'adder.v"'}, 2, "d.f:1: a name in quotes does not end"),
+    ({"d.f": "adder.v\n-sv"}, 0, "d.f:2: '-sv' stays as it is; Icarus Verilog reads it in no list"),
     ({"d.f": "-f no.f"}, 2, "d.f:1: cannot read 'no.f': No such file"),
     ({"d.f": "a /* b"}, 2, "d.f:1: a comment does not end"),
     ({"d.f": "$NOBODY_SETS_THIS.v"}, 2, "d.f:1: the variable 'NOBODY_SETS_THIS' is not set"),
     ({"d.f": "adder.v"}, 0, "shadows"),
     ({"d.f": "adder.v adder.v"}, 0, "is listed already"),
     ({"d.f": '"a b.v"', "a b.v": ""}, 1, "cannot read a name with blanks"),
+    ({"d.f": "own.v", "own.v": "`define F \"x.vh\"\n`include `F\n"}, 1, "'`include `F' is not followed"),
+    ({"d.f": "own.v", "own.v": "`include <no_such.vh>\n"}, 1, "'no_such.vh' is not found"),
+    ({"d.f": "own.v", "own.v": "// `include \"a.vh\"\n`include\n`include \"b\n"}, 0, ""),
 ]
 
 
@@ -107,8 +118,9 @@ def faults_of_lists(ground, simulators, elsewhere):
 
 def faults_of_units(ground, simulators, elsewhere):
     ground.stage({"shown.sv": (ground.suite / "project/src/display/display.sv").read_text()})
-    for unit, top in (("mux", "mux"), ("shown", "display")):
-        done = ground.ask("sources", unit, "--filelist")
+    for unit, top, *options in (("mux", "mux"), ("shown", "display"), ("adder", "adder"),
+                                ("mux", "mux", "--shipped")):
+        done = ground.ask("sources", unit, "--filelist", *options)
         if done.returncode != 0:
             yield f"sources {unit}: status {done.returncode}: {done.stderr}"
         for simulator in simulators:
@@ -118,7 +130,7 @@ def faults_of_units(ground, simulators, elsewhere):
 def faults_of_refused(ground):
     for files, status, told in REFUSED:
         ground.stage(files)
-        done = ground.ask("filelist", "d.f")
+        done = ground.ask("filelist", "d.f", "--includes")
         if done.returncode != status or told not in done.stderr:
             yield f"{files}: status {done.returncode}, not {status}: {done.stderr}"
 
@@ -135,7 +147,7 @@ def main(binary, suite):
     if not faults and not simulators:
         print("there is no simulator here that could read the lists")
         return 77
-    print("\n".join(faults) or f"{len(CASES) + 2} lists read by: {', '.join(simulators)}")
+    print("\n".join(faults) or f"{len(CASES) + 4} lists read by: {', '.join(simulators)}")
     return 1 if faults else 0
 
 

@@ -233,3 +233,12 @@ TEST(GenQueryHistogram, LongInputShowsProgressAtATerminal) {
                 Not(HasSubstr(shown)));
     EXPECT_EQ(run({file}, "").errors, "");
 }
+
+TEST(GenQueryHistogram, MayHaveAMillionBins) {
+    ProgramResult const result =
+        run({"--json", "--low", "0", "--high", "1", "--bins", "1000000"}, "0 0.5 1");
+    nlohmann::json const bins = nlohmann::json::parse(result.output)["bins"];
+    ASSERT_EQ(bins.size(), 1000000U);
+    for (std::size_t const bin : {0U, 500000U, 999999U})
+        EXPECT_EQ(bins[bin]["count"], 1) << bin;
+}

@@ -156,3 +156,44 @@ TEST(GenQueryTextFold, FollowsTheLocaleThatIsNamed) {
     EXPECT_EQ(text({"fold", "--locale", TestLocale::name, "A\xC4"}).output, "a\xE4\n");
     EXPECT_EQ(text({"fold", "-u", "-l", TestLocale::name, "a\xE4"}).output, "A\xC4\n");
 }
+
+TEST(GenQueryText, RealNumbersAreReadAlikeInEveryLocale) {
+    TestLocale const locale;
+    if (!locale.trouble().empty())
+        GTEST_SKIP() << locale.trouble();
+    EXPECT_EQ(text({"real", "--locale", TestLocale::name, "1.5", "1,5"}).output,
+              "text  value  unread  value in locale  unread in locale\n"
+              "1.5   1.5    -       1                .5\n"
+              "1,5   1      ,5      1.5              -\n");
+}
+
+TEST(GenQueryText, ClassesAreThoseOfAsciiBesideThoseOfTheLocale) {
+    TestLocale const locale;
+    if (!locale.trouble().empty())
+        GTEST_SKIP() << locale.trouble();
+    ProgramResult const result = text({"class", "--json", "--locale", TestLocale::name, "a\xC4"});
+    auto const bytes = nlohmann::json::parse(result.output)["bytes"];
+    ASSERT_EQ(bytes.size(), 2U);
+    nlohmann::json const small_letter = {"alnum", "alpha", "graph", "lower", "print", "xdigit"};
+    EXPECT_EQ(bytes[0]["classes"], small_letter);
+    EXPECT_EQ(bytes[0]["classes_in_locale"], small_letter);
+    EXPECT_EQ(bytes[1]["classes"], nlohmann::json::array());
+    EXPECT_EQ(bytes[1]["classes_in_locale"],
+              (nlohmann::json{"alnum", "alpha", "graph", "print", "upper"}));
+}
+
+TEST(GenQueryText, NumbersOfOptionsAreDecimalToo) {
+    EXPECT_EQ(text({"number", "--radix", "020", "10"}).output,
+              text({"number", "--radix", "20", "10"}).output);
+    EXPECT_EQ(text({"number", "--radix", "0x10", "1f"}).output,
+              text({"number", "--radix", "16", "1f"}).output);
+}
+
+TEST(GenQueryText, BracketsMakeNoList) {
+    EXPECT_EQ(text({"fold", "[A]", "[]"}).output, "[a]\n[]\n");
+    EXPECT_EQ(text({"trim", " [x] ", "[a,b]"}).output, "[x]\n[a,b]\n");
+    EXPECT_EQ(text({"sanitise", "[x]"}).output, "OxN\n");
+    EXPECT_EQ(text({"wildcard", "*", "[x]", "[a,b]"}).output, "expression  ^.*$\n"
+                                                              "matches     [x]\n"
+                                                              "            [a,b]\n");
+}

@@ -5,7 +5,7 @@ namespace korvane {
 namespace {
 
 // References that are kept for the process.
-PyObject* path_type = nullptr;
+PyObject* kept_path = nullptr;
 PyObject* internal_error = nullptr;
 PyObject* not_started_error = nullptr;
 
@@ -103,7 +103,7 @@ PyObject* rows_of(gen_c_table const* table) {
 }
 
 PyObject* path_of(PyObject* text) {
-    PyObject* const path = PyObject_CallOneArg(path_type, text);
+    PyObject* const path = PyObject_CallOneArg(kept_path, text);
     Py_DECREF(text);
     return path;
 }
@@ -154,10 +154,10 @@ void raise_status(char const* function, gen_c_status status) {
 }
 
 bool prepare() {
-    path_type = attribute("pathlib", "Path");
+    kept_path = attribute("korvane_gen._types", "kept_path");
     internal_error = attribute("korvane_gen._errors", "InternalError");
     not_started_error = attribute("korvane_gen._errors", "NotStartedError");
-    return path_type != nullptr && internal_error != nullptr && not_started_error != nullptr;
+    return kept_path != nullptr && internal_error != nullptr && not_started_error != nullptr;
 }
 
 } // namespace korvane

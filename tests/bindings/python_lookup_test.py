@@ -70,6 +70,7 @@ class Lookup(unittest.TestCase):
     def test_files_are_paths_and_none_is_none(self):
         self.assertEqual(gen.find("adder.v"), PROJECT / "adder.v")
         self.assertEqual(gen.find(pathlib.PurePath("inc/display.vh")), PROJECT / "inc/display.vh")
+        self.assertIs(gen.find("adder.v"), gen.find("adder.v")) # kept, as they never change
         self.assertIsNone(gen.find("nothing.v"))
         self.assertEqual(gen.find_eda("cells.v"), ROOT / "eda/mentor/cells.v")
 

@@ -1,12 +1,9 @@
-// gen_query's lookups in the example installation. Paths in the answers are shown as if it lay in
-// "/k/".
+// gen_query's lookups in the example installation.
 
 #include "environment.h"
-#include "gen_query.h"
+#include "example_suite.h"
 #include "system_trouble.h"
-#include "temp_directory.h"
 #include "terminal.h"
-#include "test_directories.h"
 
 #include <filesystem>
 #include <fstream>
@@ -25,52 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Arguments = std::vector<std::string>;
-
-class GenQueryFind : public testing::Test {
-  protected:
-    void SetUp() override {
-        std::string const suite = TEST_SOURCE_DIR "/../examples/suite/";
-        // The current directory is shown by its real path, so that the project has to be a copy.
-        fs::copy(suite + "project", m_root / "project", fs::copy_options::recursive);
-        for (char const* directory : {"common", "eda", "home", "libraries"})
-            fs::create_symlink(suite + directory, m_root / directory);
-        fs::copy(suite + "linux", m_root / "linux");
-        fs::create_symlink(TEST_BINARY_DIR "/gen_query", executable());
-    }
-
-    ProgramResult ask(Arguments const& arguments, std::string const& directory = "project") const {
-        ProgramStart start;
-        start.arguments = {executable()};
-        start.directory = m_root / directory;
-        ProgramResult result = run_gen_query(arguments, start);
-        for (std::string* text : {&result.output, &result.errors})
-            for (std::size_t at = 0; (at = text->find(m_root.path(), at)) != std::string::npos;)
-                text->replace(at, m_root.path().size(), "/k");
-        return result;
-    }
-
-    /// The answer as JSON, to a question that is answered with yes.
-    nlohmann::json json(Arguments arguments) const {
-        arguments.emplace_back("--json");
-        ProgramResult const result = ask(arguments);
-        EXPECT_EQ(result.status, 0) << result.errors;
-        return nlohmann::json::parse(result.output);
-    }
-
-    /// The question asked of the example project with all its groups.
-    Arguments everywhere(Arguments arguments) const {
-        for (std::string const& option :
-             {std::string("--db"), m_root / "project/db", std::string("--project-libs"),
-              std::string("lib"), std::string("--user-libs"), m_root / "home/ada/lib"})
-            arguments.push_back(option);
-        return arguments;
-    }
-
-    std::string executable() const { return m_root / "linux/gen_query"; }
-
-    TempDirectory m_root;
-};
+class GenQueryFind : public ExampleSuite {};
 
 } // namespace
 
@@ -295,116 +247,4 @@ TEST_F(GenQueryFind, ShippedSourcesAloneAndNone) {
     EXPECT_EQ(none.status, 1);
     EXPECT_EQ(none.output, "");
     EXPECT_EQ(none.errors, "gen_query: 'nothing' has no source file\n");
-}
-
-// project and installation
-
-TEST_F(GenQueryFind, ProjectTellsItsDirectories) {
-    ProgramResult const result = ask(everywhere({"project", "--output", "out/./x"}));
-    EXPECT_EQ(result.status, 0);
-    EXPECT_THAT(result.output, StartsWith("project            /k/project/\n"
-                                          "database           /k/project/db\n"
-                                          "output             /k/project/out/x/\n"
-                                          "parablocks         /k/project/parablocks/\n"
-                                          "project libraries  lib\n"
-                                          "user libraries     /k/home/ada/lib\n"
-                                          "shipped libraries  /k/libraries/\n"
-                                          "                   /k/libraries/vhdl/\n"));
-    EXPECT_EQ(result.errors, "gen_query: output directory '/k/project/out/x/' does not exist\n");
-    EXPECT_FALSE(fs::exists(m_root / "project/out"));
-    EXPECT_EQ(ask(everywhere({"project", "--output", "out/./x", "--create"})).errors, "");
-    EXPECT_TRUE(fs::is_directory(m_root / "project/out/x"));
-}
-
-TEST_F(GenQueryFind, SettingsOfTheProjectHoldBelowIt) {
-    fs::create_directories(m_root / "project/below");
-    std::ofstream(m_root / "project/gen_query.toml")
-        << "# of the team\ndb = \"db\"\nproject-libs = [\"lib\", \"more lib\"]\n";
-    for (char const* const directory : {"project", "project/below"}) {
-        auto const rows = json({"settings", "--project", m_root / directory})["settings"];
-        EXPECT_EQ(rows[0]["value"], std::string("/k/") + directory);
-        EXPECT_EQ(rows[0]["from"], "--project");
-        EXPECT_EQ(rows[1]["value"], "/k/project/db/");
-        EXPECT_EQ(rows[1]["from"], "/k/project/gen_query.toml");
-        EXPECT_EQ(rows[2]["from"], "project");
-        EXPECT_EQ(rows[3]["value"], "/k/project/lib;/k/project/more lib");
-    }
-    EXPECT_EQ(json({"settings"})["settings"][0]["value"], "/k/project");
-    EXPECT_EQ(json({"settings", "--db", "other"})["settings"][1]["value"], "other");
-    EXPECT_EQ(json({"project"})["database"], "/k/project/db/");
-    EXPECT_EQ(json({"names"})["names"].back()["path"], "/k/project/db/top.pdb");
-    fs::remove(m_root / "project/adder.v");
-    EXPECT_EQ(ask({"find", "adder.v"}).output, "/k/project/db/adder.v\n");
-}
-
-TEST_F(GenQueryFind, SettingsMayHaveAListOverSeveralLines) {
-    std::ofstream(m_root / "project/gen_query.toml") << "user-libs = [ # in this order\n"
-                                                        "    \"lib\", # ours\n"
-                                                        "\n"
-                                                        "    \"a=b\",\n"
-                                                        "]\r\n"
-                                                        "project-libs = []\n"
-                                                        "db = \"db\"";
-    auto const rows = json({"settings"})["settings"];
-    EXPECT_EQ(rows[1]["value"], "/k/project/db/");
-    EXPECT_EQ(rows[3]["value"], "");
-    EXPECT_EQ(rows[4]["value"], "/k/project/lib;/k/project/a=b");
-}
-
-TEST_F(GenQueryFind, SettingsThatCannotBeUsedAreSaid) {
-    struct {
-        char const* text;
-        char const* fault;
-    } const cases[] = {
-        {"database = \"db\"\n", "unknown setting 'database'"},
-        {"db = [\"a\", \"b\"]\n", "'db' takes one directory"},
-        {"db = \"a\"\ndb = \"b\"\n", "'db' takes one directory"},
-        {"db =\n", "'db' has an empty name"},
-        {"db = 5\n", "line 1: a directory stands in quotes"},
-        {"\nuser-libs = [\"a\", b]\n", "line 2: a directory stands in quotes"},
-        {"user-libs = [\n\"a\",\ntrue\n]\n", "line 3: a directory stands in quotes"},
-        {"user-libs = [\"a\", \"\"]\n", "'user-libs' has an empty name"},
-        {"\ndb\n", "gen_query.toml', line 2: a setting has the form: db = \"directory\""},
-        {"[paths]\ndb = \"a\"\n", "line 1: a setting has the form"},
-        {"db = \"a\nb\"\n", "line 1: a name in quotes does not end"},
-        {"user-libs = [\"a#b\"]\n", "line 1: a name in quotes does not end, or has a \"#\""},
-        {"user-libs = [\n\"a\",\n", "line 2: a list does not end"},
-    };
-    for (auto const& [text, fault] : cases) {
-        std::ofstream(m_root / "project/gen_query.toml") << text;
-        ProgramResult const result = ask({"find", "adder.v"});
-        EXPECT_EQ(result.status, 2);
-        EXPECT_THAT(result.errors, HasSubstr(fault));
-    }
-    fs::remove(m_root / "project/gen_query.toml");
-    fs::create_directories(m_root / "project/gen_query.toml");
-    EXPECT_THAT(ask({"find", "adder.v"}).errors,
-                HasSubstr("cannot read '/k/project/gen_query.toml': Is a directory"));
-    fs::remove(m_root / "project/gen_query.toml");
-    fs::create_symlink("nowhere", m_root / "project/gen_query.toml");
-    EXPECT_THAT(ask({"find", "adder.v"}).errors,
-                HasSubstr("cannot read '/k/project/gen_query.toml': No such file"));
-}
-
-TEST_F(GenQueryFind, SettingsInForceAreThoseOfTheCurrentDirectoryOtherwise) {
-    auto const rows = json({"settings"})["settings"];
-    EXPECT_EQ(rows[0]["value"], "/k/project");
-    EXPECT_EQ(rows[0]["from"], "current directory");
-    EXPECT_TRUE(rows[1]["value"].is_null());
-    EXPECT_EQ(rows[2]["value"], "/k/project");
-    EXPECT_EQ(rows[2]["from"], "project");
-    EXPECT_EQ(json({"settings", "--project", "src"})["settings"][2]["value"], "src");
-}
-
-TEST_F(GenQueryFind, ExampleInstallationIsComplete) {
-    auto const answer = json({"installation"});
-    EXPECT_EQ(answer["libraries"].size(), 29U);
-    for (auto const& library : answer["libraries"])
-        EXPECT_TRUE(library["there"].get<bool>()) << library;
-    EXPECT_THAT(answer["device_files"], ElementsAre("allycore.ddb", "prismo2.ddb"));
-    for (char const* data : {"common_data", "miscellaneous", "unshipped_data", "tcl_applications",
-                             "tcl_internal", "unshipped_tcl", "device_database"}) {
-        std::string path = answer[data];
-        EXPECT_TRUE(fs::exists(m_root / path.substr(2))) << path;
-    }
 }

@@ -21,6 +21,24 @@ constexpr std::size_t most_reports = 100;
 MEM_VECTOR<Report> reports;
 STR last_reason;
 
+bool make_room(gen_c_text* text, std::size_t size) {
+    if (text->room > size) [[likely]]
+        return true;
+    std::size_t const room = std::max<std::size_t>(64, size + size / 2 + 1);
+    auto* const bytes = static_cast<char*>(std::realloc(text->bytes, room));
+    if (bytes == nullptr)
+        return false;
+    text->bytes = bytes;
+    text->room = room;
+    return true;
+}
+
+void write(gen_c_text* text, std::string_view value) {
+    std::memcpy(text->bytes, value.data(), value.size());
+    text->bytes[value.size()] = '\0';
+    text->size = value.size();
+}
+
 void keep(char const* condition, char const* /*owner*/, char const* source_file, int line) {
     if (reports.size() < most_reports)
         reports.push_back({condition, source_file, line});
@@ -51,21 +69,22 @@ Reports::~Reports() {
 }
 
 gen_c_status Reports::status(gen_c_status status) const {
-    return reports.empty() || status == GEN_C_DIAGNOSED ? status : GEN_C_INTERNAL_ERROR;
+    return reports.empty() || status != GEN_C_OK ? status : GEN_C_INTERNAL_ERROR;
 }
 
 gen_c_status put(gen_c_text* text, std::string_view value) {
-    if (text->room <= value.size()) [[unlikely]] {
-        std::size_t const room = std::max<std::size_t>(64, value.size() + value.size() / 2 + 1);
-        auto* const bytes = static_cast<char*>(std::realloc(text->bytes, room));
-        if (bytes == nullptr)
-            return GEN_C_NO_MEMORY;
-        text->bytes = bytes;
-        text->room = room;
-    }
-    std::memcpy(text->bytes, value.data(), value.size());
-    text->bytes[value.size()] = '\0';
-    text->size = value.size();
+    if (!make_room(text, value.size()))
+        return GEN_C_NO_MEMORY;
+    write(text, value);
+    return GEN_C_OK;
+}
+
+gen_c_status put_both(gen_c_text* first, std::string_view first_value, gen_c_text* second,
+                      std::string_view second_value) {
+    if (!make_room(first, first_value.size()) || !make_room(second, second_value.size()))
+        return GEN_C_NO_MEMORY;
+    write(first, first_value);
+    write(second, second_value);
     return GEN_C_OK;
 }
 

@@ -33,7 +33,7 @@ class Reports {
     Reports(Reports const&) = delete;
     Reports& operator=(Reports const&) = delete;
 
-    /// @p status, unless gen has reported something that no diagnostics name.
+    /// @p status, but for an answer without diagnostics with which gen has reported something.
     gen_c_status status(gen_c_status status = GEN_C_OK) const;
 
   private:
@@ -42,6 +42,10 @@ class Reports {
 
 /// Replaces the text.
 gen_c_status put(gen_c_text* text, std::string_view value);
+
+/// Replaces both texts, or neither where memory is missing for one of them.
+gen_c_status put_both(gen_c_text* first, std::string_view first_value, gen_c_text* second,
+                      std::string_view second_value);
 
 /// The same, and GEN_C_NOT_FOUND for an empty one, which is not written.
 inline gen_c_status put_found(gen_c_text* text, std::string_view value) {

@@ -17,10 +17,9 @@ gen_c_status gen_c_condition(char const* condition, gen_c_text* prefix, gen_c_te
     GEN_BP_PARSER parser;
     STR expression(condition);
     bool const failed = parser.parse_string(&expression);
-    for (gen_c_status const status :
-         {put(prefix, expression), put(diagnostics, parser.error_text())})
-        if (status != GEN_C_OK)
-            return status;
+    gen_c_status const status = put_both(prefix, expression, diagnostics, parser.error_text());
+    if (status != GEN_C_OK)
+        return status;
     return reports.status(failed ? GEN_C_DIAGNOSED : GEN_C_OK);
 }
 

@@ -49,6 +49,5 @@ gen_c_status gen_c_include(char const* name, char const* from, char const* alias
     STR beside;
     if (!gen_find_include_file(name, from, alias, &found, &beside))
         return GEN_C_NOT_FOUND;
-    gen_c_status const status = put(path, found);
-    return status == GEN_C_OK ? put(beside_alias, beside) : status;
+    return put_both(path, found, beside_alias, beside);
 }

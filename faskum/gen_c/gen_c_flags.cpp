@@ -101,6 +101,7 @@ gen_c_status gen_c_flags_swept(gen_c_flags* flags, gen_c_table** masks) {
     if (lacks("flags", flags) || lacks("masks", masks))
         return GEN_C_BAD_ARGUMENT;
     gen_c_status const status = give_list("mask", flags->swept, masks);
-    flags->swept.clear();
+    if (status == GEN_C_OK)
+        flags->swept.clear();
     return status;
 }

@@ -73,8 +73,11 @@ gen_c_status gen_c_temporary_file(char const* directory, char const* prefix, int
     STR const place = directory != nullptr ? STR(directory) : gen_get_temp_path();
     if (STR const trouble = trouble_of_creating(place, prefix); !trouble.empty())
         return refuse(GEN_C_FAILED, "no file can be created in " + place + ": ", trouble);
-    return reports.status(
-        put(path, gen_get_temp_filename(place, prefix, static_cast<unsigned short>(number))));
+    STR const made = gen_get_temp_filename(place, prefix, static_cast<unsigned short>(number));
+    gen_c_status const status = put(path, made);
+    if (status != GEN_C_OK) // nobody knows of the file
+        unlink(made.c_str());
+    return reports.status(status);
 }
 
 gen_c_status gen_c_profile_directory(gen_c_text* path) {
@@ -103,8 +106,10 @@ gen_c_status gen_c_enter_64bit(char const* tool, gen_c_text* old_path,
     STR library_path;
     if (!gen_set_paths_for_64bit(tool, path, library_path))
         return GEN_C_NOT_FOUND;
-    gen_c_status const status = put(old_path, path);
-    return status == GEN_C_OK ? put(old_library_path, library_path) : status;
+    gen_c_status const status = put_both(old_path, path, old_library_path, library_path);
+    if (status != GEN_C_OK) // who would bring them back?
+        gen_restore_paths(path, library_path);
+    return status;
 }
 
 gen_c_status gen_c_leave_64bit(char const* path, char const* library_path) {

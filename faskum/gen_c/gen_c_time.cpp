@@ -63,8 +63,11 @@ gen_c_status gen_c_elapsed(int32_t seconds, gen_c_text* text) {
 gen_c_status gen_c_stopwatch_create(gen_c_stopwatch** watch) {
     if (lacks("watch", watch))
         return GEN_C_BAD_ARGUMENT;
-    *watch = new (std::nothrow) gen_c_stopwatch;
-    return *watch != nullptr ? GEN_C_OK : GEN_C_NO_MEMORY;
+    auto* const made = new (std::nothrow) gen_c_stopwatch;
+    if (made == nullptr)
+        return GEN_C_NO_MEMORY;
+    *watch = made;
+    return GEN_C_OK;
 }
 
 void gen_c_stopwatch_free(gen_c_stopwatch* watch) {

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <gmock/gmock.h>
+#include <set>
 #include <sstream>
 #include <string_view>
 #include <sys/wait.h>
@@ -157,6 +158,7 @@ TEST_P(AllocationFailure, DoesNotReturn) {
     std::vector<std::string> const leavings = {left_before(call), whole.left};
 
     std::size_t ended = 0;
+    std::set<std::string> met;
     for (HeapFailure const failure : {HeapFailure::one, HeapFailure::one_and_all_after})
         for (std::size_t number = 1; number <= whole.requests; ++number) {
             SCOPED_TRACE("request " + std::to_string(number) + " of " +
@@ -178,6 +180,7 @@ TEST_P(AllocationFailure, DoesNotReturn) {
             if (lapsed)
                 continue;
             EXPECT_THAT(answers, testing::Contains(outcome.answer));
+            met.insert(outcome.answer);
             if (outcome.answer == whole.answer) {
                 EXPECT_EQ(outcome.left, whole.left);
                 EXPECT_EQ(outcome.errors, whole.errors);
@@ -186,6 +189,8 @@ TEST_P(AllocationFailure, DoesNotReturn) {
                 EXPECT_THAT(outcome.errors, testing::MatchesRegex(call.reported));
             }
         }
+    for (std::string const& answer : call.otherwise)
+        EXPECT_TRUE(met.contains(answer)) << "never the answer: " << answer;
     RecordProperty("requests", static_cast<int>(whole.requests));
     RecordProperty("ended", static_cast<int>(ended));
 }

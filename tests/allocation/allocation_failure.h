@@ -25,7 +25,8 @@ struct Call {
     /// What the call leaves to be seen from outside of its process: what was there before, or all
     /// of it.
     std::function<std::string()> left = [] { return std::string(); };
-    /// The answers, besides the right one, that its declaration has for want of memory.
+    /// The answers, besides the right one, that its declaration has for want of memory; each has to
+    /// be met.
     std::vector<std::string> otherwise = {};
     /// The answer that it may have where one request alone was in vain, with the heap able again at
     /// once: then it may as well have been the kernel, or the C library does not say.

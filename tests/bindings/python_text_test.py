@@ -4,7 +4,7 @@ import os
 import unittest
 
 import korvane_gen as gen
-from python_support import PROJECT, main
+from python_support import PROJECT, in_child, main
 
 
 class Text(unittest.TestCase):
@@ -58,6 +58,15 @@ class Text(unittest.TestCase):
         self.assertEqual(gen.message("%2!d! errors in %1, %3!.1f!%%", "top.v", 3, 97.25),
                          "3 errors in top.v, 97.2%")
         self.assertEqual(gen.message_inserts("%1!d!"), [(1, "%d")])
+
+
+    def test_a_text_without_room_for_its_answer_is_an_exception(self):
+        shown = in_child(
+            "import resource\ntext = 'A' * (64 << 20)\n"
+            "used = int(open('/proc/self/statm').read().split()[0]) * resource.getpagesize()\n"
+            "resource.setrlimit(resource.RLIMIT_AS, (used + (32 << 20), -1))\n"
+            "try: gen.fold(text)\nexcept MemoryError: print(gen.fold('STILL THERE'))")
+        self.assertEqual(shown, "still there\n")
 
 
 class Others(unittest.TestCase):

@@ -196,7 +196,15 @@ test text-2 "the rest" {
         [expr {[gen sanitise -checksum "a b.v  "] == [gen checksum a_bLv]}] [gen checksum ""] [gen hash-size 14]
 } [list [expr {49 - 57}] 0 gr\u00f6a A a a {value -255 digits ffffff01 used 4} {} {value 1.5 used 3} \
        {^[aA].*\.[vV]$} {alu.v ADD.V} a_bLv 1 0 31]
-test text-3 "messages" {
+test text-3 "a text without room for its answer is an error" {
+    exec sh -c {ulimit -v 230000; exec tclsh8.6 - "$1"} sh $build << {
+        lappend auto_path [lindex $argv 1]/tcl
+        package require korvane_gen
+        catch {gen fold [string repeat A 100000000]} message options
+        puts [list $message [dict get $options -errorcode] [gen fold STILL]]
+    }
+} {{out of memory} {KORVANE NO_MEMORY} still}
+test text-4 "messages" {
     list [gen message {%2!d! errors in %1, %3!.1f!%%} top.v 3 97.25] [gen message -inserts {%1!d!}]
 } {{3 errors in top.v, 97.2%} {{insert 1 conversion %d}}}
 

@@ -47,7 +47,7 @@ std::vector<PyMethodDef> functions() {
         entry<gen_c_where>("where", ""),
         entry<gen_c_installation>("installation", ""),
         entry<gen_c_libraries>("libraries", ""),
-        entry<gen_c_library, As::path>("library", "library"),
+        entry<gen_c_library, As::path>("library", "number"),
         entry<gen_c_device_files>("device_files", ""),
         entry<gen_c_set_project>("set_project", "directory"),
         entry<gen_c_set_database>("set_database", "directory"),

@@ -1,21 +1,22 @@
 """Wrong arguments from Python: every function names them, and says why."""
 
+import inspect
 import unittest
 
 import korvane_gen as gen
 from korvane_gen import _gen
-from python_support import SCRATCH, main
+from python_support import ROOT, SCRATCH, main
 
 
 class WrongArguments(unittest.TestCase):
     # One good argument for each parameter of a function, by what its name stands for.
-    GOOD = {"number": 1, "radix": 10, "library": 1, "group": 1, "seconds": 1, "ignore_case": 0, "upper": 0,
+    GOOD = {"number": 1, "radix": 10, "group": 1, "seconds": 1, "ignore_case": 0, "upper": 0,
             "white_space": 0, "part": 0, "shipped_only": 0, "eda": 0, "all": 0, "modules": 0, "details": 0,
             "memory": 0, "notice": 0, "redo": 0, "mask": 1, "low": 0.0, "high": 1.0, "bins": 1, "item": 0.5,
             "watch": _gen.stopwatch_create(), "undo": _gen.undo_create("."), "flags": _gen.flags_create(),
             "histogram": _gen.histogram_create(0, 1, 1)}
     FUNCTIONS = {
-        "start": "root executable", "library": "library", "set_project": "directory",
+        "start": "root executable", "library": "number", "set_project": "directory",
         "set_database": "directory", "set_output": "directory", "set_project_libraries": "directories",
         "set_user_libraries": "directories", "directories": "group", "relative_to_project": "path",
         "find": "name", "find_eda": "name", "find_cached": "name", "include": "name from_file alias",
@@ -70,6 +71,42 @@ class WrongArguments(unittest.TestCase):
                         with self.assertRaisesRegex(OverflowError, rf"argument '{name}' does not fit"):
                             getattr(_gen, function)(**{**good, name: 2**2000})
 
+    def test_what_takes_no_arguments_says_so(self):
+        for function in self.WITHOUT:
+            with self.subTest(function=function):
+                with self.assertRaisesRegex(TypeError, r"takes (0|no) arguments"):
+                    getattr(_gen, function)(1)
+
+    def test_every_wrong_argument_of_the_package_is_named(self):
+        asked = 0
+        for called, function in self.callables():
+            parameters = inspect.signature(function).parameters
+            good = {name: self.GOOD.get(name, "text") for name, parameter in parameters.items()
+                    if parameter.kind in (parameter.POSITIONAL_OR_KEYWORD, parameter.KEYWORD_ONLY)}
+            for name in good:
+                with self.subTest(called=called, argument=name):
+                    asked += 1
+                    with self.assertRaisesRegex(TypeError, rf"argument '{name}' must be"):
+                        made = function(**{**good, name: object()})
+                        with made: # what begins with its body
+                            pass
+        self.assertGreater(asked, 60)
+
+    @staticmethod
+    def callables():
+        """What users call: functions, methods, and classes that they make."""
+        objects = {"project": gen.project, "start()": gen.start(ROOT), "Flags": gen.Flags(),
+                   "UndoFile": gen.UndoFile(SCRATCH.name), "Histogram": gen.Histogram(0, 1)}
+        objects["UndoSection"] = objects["UndoFile"].section("s")
+        for name in gen.__all__:
+            if inspect.isfunction(function := getattr(gen, name)):
+                yield name, function
+        for name, each in objects.items():
+            for method, function in inspect.getmembers(each, inspect.ismethod):
+                if method[0] != "_":
+                    yield f"{name}.{method}", function
+        yield from (("UndoFile", gen.UndoFile), ("Histogram", gen.Histogram))
+
     def test_messages_have_the_names_that_users_know(self):
         with gen.UndoFile(SCRATCH.name).section("s") as section:
             section.undo("u")
@@ -120,6 +157,8 @@ class WrongArguments(unittest.TestCase):
                 (lambda: gen.message("%1!d!", "x"), "argument 1 is nothing that %d can print"),
                 (lambda: gen.wildcard_matches("a{", "a"), "makes no valid expression"),
                 (lambda: gen.notice_lines(gen.Notice.BANNER, "\0"), "holds a null character"),
+                (lambda: gen.message("%1", "a\0b"), "argument 'arguments' holds a null character"),
+                (lambda: gen.natural_key("a\0b"), "argument 'text' holds a null character"),
                 (lambda: _gen.notice(4), "notice is none of the four")]:
             with self.assertRaisesRegex(ValueError, complaint):
                 call()

@@ -287,7 +287,8 @@ test wrong-1 "which argument, and why" {
     list [failure {gen find "a\0b"}] [failure {gen time elapsed soon}] [failure {gen time elapsed 99999999999}] \
         [failure {gen number -radix 37 1}] [failure {gen message %2 a}] [failure {gen message %1!d! x}] \
         [failure {gen histogram 1 0}] [failure {gen wildcard a\{ a}] [failure {gen find -x a}] \
-        [failure {gen lexcompare a}] [failure {gen nothing}]
+        [failure {gen lexcompare a}] [failure {gen lexcompare -nocase a "b\0c"}] [failure {gen message %1 "a\0b"}] \
+        [failure {gen nothing}]
 } [list {{argument "name" holds a null character} {KORVANE ARGUMENT name}} \
        {{argument "seconds" is no integer} {KORVANE ARGUMENT seconds}} \
        {{argument "seconds" does not fit 32 bits} {KORVANE ARGUMENT seconds}} \
@@ -298,18 +299,57 @@ test wrong-1 "which argument, and why" {
        {{pattern: + ^ $ { } are passed on as they are, which makes no valid expression} {KORVANE ARGUMENT pattern}} \
        {{unknown option "-x": should be "gen find ?-eda? ?-cached|-all|-trace? name"} {KORVANE OPTION -x}} \
        {{wrong # args: should be "gen lexcompare ?-nocase? first second"} {TCL WRONGARGS}} \
+       {{argument "second" holds a null character} {KORVANE ARGUMENT second}} \
+       {{argument "argument" holds a null character} {KORVANE ARGUMENT argument}} \
        [list "unknown subcommand \"nothing\": must be [join [dict keys $::korvane_gen::usage] {, }]" \
             {KORVANE SUBCOMMAND nothing}]]
-test wrong-2 "every function of the interface wants its arguments" -body {
+# The names of a command's parameters, as it says itself.
+proc parameters {command} {
+    regexp {should be "\S+ ?(.*)"$} [lindex [failure [list $command {*}[lrepeat 9 x]]] 0] -> names
+    lmap name $names {string trim $name ?}
+}
+test wrong-2 "every function of the interface names each argument that is wrong" -body {
+    # What is no text, with a good value.
+    set good {
+        number 1 radix 10 library 1 group 1 seconds 1 ignore_case 0 upper 0 white_space 0 part 0 shipped_only 0 eda 0 all 0
+        modules 0 details 0 memory 0 notice 0 redo 0 mask 1 low 0.0 high 1.0 bins 1 item 0.5 handle none
+    }
+    foreach {name command} {
+        watch stopwatch_create undo {undo_create .} flags flags_create histogram {histogram_create 0 1 1}
+    } {
+        dict set good $name [namespace eval ::korvane_gen::c $command]
+    }
+    set asked 0
     set complaints {}
-    foreach command [info commands ::korvane_gen::c::*] {
-        lassign [failure [list $command {*}[lrepeat 9 x]]] message
-        if {![string match "wrong # args*" $message] && ![string match "argument*" $message]} {
-            lappend complaints $command
+    foreach command [lsort [info commands ::korvane_gen::c::*]] {
+        if {[string match *::message $command]} continue
+        set names [parameters $command]
+        foreach wrong $names {
+            set words [lmap name $names {
+                if {$name eq $wrong} {
+                    expr {[dict exists $good $name] ? "x" : "a\0b"}
+                } else {
+                    expr {[dict exists $good $name] ? [dict get $good $name] : "text"}
+                }
+            }]
+            lassign [failure [list $command {*}$words]] message code
+            incr asked
+            if {$code ne [list KORVANE ARGUMENT $wrong] || ![string match "argument \"$wrong\" *" $message]} {
+                lappend complaints [list $command $wrong $message]
+            }
         }
     }
-    return $complaints
-} -result ::korvane_gen::c::message
+    list [expr {$asked > 100}] $complaints
+} -result {1 {}}
+test wrong-3 "one that is missing or too many, too" -body {
+    foreach command [info commands ::korvane_gen::c::*] {
+        lassign [failure [list $command {*}[lrepeat 9 x]]] message code
+        if {$code ne {TCL WRONGARGS}} {
+            lappend others $command
+        }
+    }
+    list $others [failure ::korvane_gen::c::message] [failure ::korvane_gen::c::find]
+} -result {::korvane_gen::c::message {{argument "format" is missing} {KORVANE ARGUMENT format}} {{wrong # args: should be "::korvane_gen::c::find name"} {TCL WRONGARGS}}}
 
 tcltest::configure -verbose {error}
 set failed $tcltest::numTests(Failed)

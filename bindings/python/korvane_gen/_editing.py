@@ -149,6 +149,10 @@ class Histogram:
 
     def extend(self, items: Iterable[float]) -> None:
         """Counts many."""
+        try:
+            items = iter(items)
+        except TypeError:
+            raise TypeError("Histogram.extend() argument 'items' must be iterable") from None
         for item in items:
             _gen.histogram_add(self._histogram, item)
 

@@ -89,6 +89,12 @@ class CommandLine(unittest.TestCase):
                                  capture_output=True, timeout=60, check=True).stdout
         self.assertEqual([json.loads(line)["text"] for line in answers.splitlines()], ["x", "a\nb", "", 200000 * "c"])
 
+    def test_standard_input_that_is_closed_is_an_error(self):
+        for question in (["text", "sort"], ["find", "-"]):
+            done = subprocess.run(["sh", "-c", 'exec "$@" <&-', "sh", *self.PACKAGE, *question], cwd=PROJECT,
+                                  capture_output=True, check=False, timeout=60)
+            self.assertEqual((done.returncode, json.loads(done.stdout)), (2, {"error": "[Errno 9] Bad file descriptor"}))
+
     def test_an_answer_that_cannot_be_written_is_no_success(self):
         for count in (1, 10000): # with less and more than a file's buffer
             with open("/dev/full", "wb") as full:

@@ -1,6 +1,7 @@
 """Text, time, machine and editing from Python."""
 
 import os
+import pickle
 import unittest
 
 import korvane_gen as gen
@@ -22,6 +23,16 @@ class Text(unittest.TestCase):
         with self.assertRaises(gen.InternalError) as caught:
             gen.condition(")")
         self.assertEqual(caught.exception.answer, ("", ""))
+
+    def test_exceptions_come_back_from_another_process(self):
+        for condition in ("a) = (b", ")"):
+            with self.assertRaises(gen.Error) as caught:
+                gen.condition(condition)
+            copy = pickle.loads(pickle.dumps(caught.exception))
+            self.assertEqual((type(copy), str(copy), vars(copy)),
+                             (type(caught.exception), str(caught.exception), vars(caught.exception)))
+
+    def test_tokens_and_tree_of_a_condition(self):
         self.assertEqual([token.name for token in gen.condition_tokens("a = time")],
                          ["path", "=", "time"])
         self.assertEqual(gen.condition_tree("a = 1"),

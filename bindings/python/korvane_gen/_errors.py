@@ -31,6 +31,9 @@ class InternalError(Error, RuntimeError):
         self.answer = answer
         super().__init__("; ".join(map(str, self.reports)))
 
+    def __reduce__(self) -> Tuple[Any, ...]:
+        return type(self), (self.reports, self.answer) # what pickle makes it from again
+
 
 class ConditionError(Error, ValueError):
     """A condition with diagnostics; prefix is its prefix form as far as it goes, reports are the internal
@@ -43,3 +46,6 @@ class ConditionError(Error, ValueError):
         self.prefix = prefix
         self.reports: List[Report] = [Report(*report) for report in reports]
         super().__init__("; ".join(self.diagnostics))
+
+    def __reduce__(self) -> Tuple[Any, ...]:
+        return type(self), (self.diagnostics, self.prefix, self.reports)

@@ -35,7 +35,7 @@ typedef enum gen_c_status {
     GEN_C_BAD_ARGUMENT = 4,   ///< nothing done; gen_c_reason says which argument, and why
     GEN_C_NOT_STARTED = 5,    ///< nothing done: neither gen_c_start nor the host has started gen
     GEN_C_FAILED = 6,         ///< the system refused; gen_c_reason says what
-    GEN_C_NO_MEMORY = 7       ///< there was none for the result; where gen lacks it, the process ends
+    GEN_C_NO_MEMORY = 7       ///< none for the result; where gen itself has none, the process ends
 } gen_c_status;
 
 /// Why the last call gave GEN_C_BAD_ARGUMENT, GEN_C_NOT_STARTED or GEN_C_FAILED: "name is null",

@@ -89,6 +89,15 @@ class CommandLine(unittest.TestCase):
                                  capture_output=True, timeout=60, check=True).stdout
         self.assertEqual([json.loads(line)["text"] for line in answers.splitlines()], ["x", "a\nb", "", 200000 * "c"])
 
+    def test_a_name_that_is_none_spoils_no_other(self):
+        done = subprocess.run([*self.PACKAGE, "text", "fold", "-", "X"], input=b"A\0\nB\n", capture_output=True,
+                              timeout=60, check=False)
+        self.assertEqual([json.loads(line) for line in done.stdout.splitlines()],
+                         [{"error": "fold() argument 'text' holds a null character"}, {"given": "B", "text": "b"},
+                          {"given": "X", "text": "x"}])
+        self.assertEqual((done.returncode, done.stderr.decode()),
+                         (2, "korvane_gen: fold() argument 'text' holds a null character\n"))
+
     def test_standard_input_that_is_closed_is_an_error(self):
         for question in (["text", "sort"], ["find", "-"]):
             done = subprocess.run(["sh", "-c", 'exec "$@" <&-', "sh", *self.PACKAGE, *question], cwd=PROJECT,

@@ -15,7 +15,7 @@ from . import _command_editing as editing
 from . import _command_lookup as lookup
 from . import _command_machine as machine
 from . import _command_text as text
-from ._command_record import Handler, Unusable, Unwritable, json_text, write
+from ._command_record import Handler, Unusable, Unwritable, error_record, json_text, write
 
 Option = Tuple[str, Dict[str, Any]]
 
@@ -172,7 +172,7 @@ def answer() -> int:
         is_true, record = given.handler(given)
         if record is not None:
             write(json_text(record))
-        return 0 if is_true else 1
+        return 2 if is_true is None else 0 if is_true else 1
     except Error as error:
         return refuse(1, str(error))
     except Unusable as error:
@@ -185,11 +185,11 @@ def answer() -> int:
 
 
 def refuse(status: int, fault: str, hint: str = "") -> int:
-    """Writes the record of an error, which standard error gets too."""
-    print(f"korvane_gen: {fault}", file=sys.stderr)
+    """Writes the record of an error."""
+    record = error_record(fault)
     if hint:
         print(hint, file=sys.stderr)
-    write(json_text({"error": fault}))
+    write(json_text(record))
     return status
 
 

@@ -4,11 +4,13 @@ import argparse
 import json
 import os
 import re
+import sys
 from pathlib import Path
 from typing import Any, Callable, Dict, Iterator, List, Optional, Sequence, Tuple
 
 Record = Dict[str, Any]
-Answer = Tuple[bool, Optional[Record]] # none where what there is has been written already
+# Whether it is true, none for what cannot be used; and the record, none where it has been written already.
+Answer = Tuple[Optional[bool], Optional[Record]]
 Arguments = argparse.Namespace
 Handler = Callable[[Arguments], Answer]
 
@@ -57,6 +59,12 @@ def unread(text: str, used: int) -> str:
     return os.fsdecode(os.fsencode(text)[used:])
 
 
+def error_record(fault: str) -> Record:
+    """The record of an error, which standard error gets too."""
+    print(f"korvane_gen: {fault}", file=sys.stderr)
+    return {"error": fault}
+
+
 def write(output: bytes) -> None:
     try:
         with open(1, "wb", closefd=False) as stream:
@@ -82,13 +90,17 @@ def answer_each(
     given: Arguments, names: Sequence[str], answer: Callable[[str], Tuple[bool, Record]]
 ) -> Answer:
     """Answers each of the names in a line of its own, at once; "-" stands for those on standard input."""
-    all_true = True
+    all_true, all_usable = True, True
     for given_name in names:
         for name in _pieces(b"\0" if given.null else b"\n") if given_name == "-" else [given_name]:
-            is_true, record = answer(name)
-            all_true = all_true and is_true
+            try:
+                is_true, record = answer(name)
+                all_true = all_true and is_true
+            except ValueError as fault:
+                record = error_record(str(fault))
+                all_usable = False
             write(json_text(record, indent=None))
-    return all_true, None
+    return all_true if all_usable else None, None
 
 
 def _standing_for_bytes(found: "re.Match[str]") -> str:

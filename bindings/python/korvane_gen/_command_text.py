@@ -131,8 +131,8 @@ def wildcard(given: Arguments) -> Answer:
             matching.append(name)
         return True, {"name": name, "matches": is_match}
 
-    answer_each(given, given.name, match)
-    return bool(matching), None
+    is_usable, _ = answer_each(given, given.name, match)
+    return bool(matching) if is_usable else None, None
 
 
 def checksum(given: Arguments) -> Answer:

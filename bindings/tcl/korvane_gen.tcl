@@ -11,7 +11,7 @@ namespace eval ::korvane_gen {
         condition      "gen condition ?-tokens|-tree|-diagnostics? condition"
         database-file  "gen database-file name ?extension?"
         do-not-edit    "gen do-not-edit ?prefix?"
-        env            "gen env tool script"
+        env            "gen env -wanted|{tool script}"
         file-types     "gen file-types"
         find           "gen find ?-eda? ?-cached|-all|-trace? name"
         finish         "gen finish"

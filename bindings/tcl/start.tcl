@@ -75,6 +75,9 @@ proc ::korvane_gen::sub::profile {args} {
 
 # Evaluates the script with the 64-bit tools in front, if the tool is among them.
 proc ::korvane_gen::sub::env {args} {
+    if {$args eq "-wanted"} {
+        return [c::is_64bit_wanted]
+    }
     lassign [options env {} $args 2 2] tool script
     set old [c::enter_64bit $tool]
     if {$old eq ""} {

@@ -143,6 +143,6 @@ proc answer_env {} {
     set before [search_paths]
     set inside [gen env {*}$::rest search_paths]
     set changed [expr {$inside ne $before}]
-    list $changed [d [dict create 64_bit_wanted [::korvane_gen::c::is_64bit_wanted] changed $changed \
+    list $changed [d [dict create 64_bit_wanted [gen env -wanted] changed $changed \
         for_the_tool $inside restored [search_paths]] {for_the_tool restored}]
 }

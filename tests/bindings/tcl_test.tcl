@@ -163,8 +163,8 @@ test names-2 "the 64-bit tools are in front in the script alone" -body {
     set before $::env(PATH)
     list [gen env fitter {string range $::env(PATH) 0 [string length $root]+9}] \
         [string equal $::env(PATH) $before] [gen env no_such_tool {string equal $::env(PATH) $before}] \
-        [catch {gen env fitter {error oops}}] [string equal $::env(PATH) $before]
-} -result [list $root//linux64/ 1 1 1 1]
+        [catch {gen env fitter {error oops}}] [string equal $::env(PATH) $before] [gen env -wanted]
+} -result [list $root//linux64/ 1 1 1 1 0]
 
 test condition-1 "prefix form" {
     gen condition "(|top|a = 1) && (time > 10ns)"

@@ -1,6 +1,7 @@
 """An installation of the suite in a scratch directory, for tests that run gen_query in it."""
 
 import shutil
+import tempfile
 
 
 def stage(root, binary, examples):
@@ -17,3 +18,10 @@ def environment(root):
     """What a process of that installation sees, whoever runs the test."""
     return {"PATH": f"{root}/linux:/usr/bin:/bin", "HOME": f"{root}/home", "LC_ALL": "C",
             "TZ": "UTC"}
+
+
+def scratch():
+    """A directory without blanks in its name: documents show names without quotes, and simulators read none with
+    blanks."""
+    has_blanks = len(tempfile.gettempdir().split()) > 1
+    return tempfile.TemporaryDirectory(dir="/tmp" if has_blanks else None)

@@ -10,7 +10,6 @@ import pathlib
 import re
 import subprocess
 import sys
-import tempfile
 
 sys.path.append(str(pathlib.Path(__file__).parent.parent))
 import staging  # noqa: E402
@@ -53,7 +52,7 @@ def run_shown(document, root, build):
 
 def main(build, binary, examples, *documents):
     faults = []
-    with tempfile.TemporaryDirectory() as directory:
+    with staging.scratch() as directory:
         root = pathlib.Path(os.path.realpath(directory)) / "korvane"
         staging.stage(root, binary, examples / "suite")
         (root / "conditions.txt").write_text(CONDITIONS)

@@ -13,7 +13,6 @@ import pathlib
 import re
 import subprocess
 import sys
-import tempfile
 
 sys.path.append(str(pathlib.Path(__file__).parent.parent))
 import staging  # noqa: E402
@@ -66,7 +65,7 @@ def run(command, root):
 
 def main(binary, examples, documents):
     count = failed = 0
-    with tempfile.TemporaryDirectory() as directory:
+    with staging.scratch() as directory:
         root = pathlib.Path(os.path.realpath(directory)) / "korvane"
         for document in documents:
             staging.stage(root, binary, examples)

@@ -13,7 +13,6 @@ import pathlib
 import shutil
 import subprocess
 import sys
-import tempfile
 
 sys.path.append(str(pathlib.Path(__file__).parent.parent))
 import staging  # noqa: E402
@@ -137,7 +136,7 @@ def faults_of_refused(ground):
 
 def main(binary, suite):
     simulators = [name for name in SIMULATORS if shutil.which(name)]
-    with tempfile.TemporaryDirectory() as directory:
+    with staging.scratch() as directory:
         scratch = pathlib.Path(os.path.realpath(directory))
         elsewhere = scratch / "elsewhere"
         elsewhere.mkdir()

@@ -12,7 +12,6 @@ import pathlib
 import re
 import subprocess
 import sys
-import tempfile
 
 sys.path += [str(pathlib.Path(__file__).parents[1]), str(pathlib.Path(__file__).parents[1] / "docs"),
              str(pathlib.Path(__file__).parents[2] / "packaging")]
@@ -55,7 +54,7 @@ def shown_commands(lines):
 
 def run_examples(root_command, binary, suite):
     """Complaints about examples that print something else."""
-    with tempfile.TemporaryDirectory() as directory:
+    with staging.scratch() as directory:
         root = pathlib.Path(os.path.realpath(directory)) / "korvane"
         for path, command in root_command.all():
             staging.stage(root, binary, suite)

@@ -226,9 +226,3 @@ class ListReader {
 std::vector<ListEntry> read_file_list(std::string const& path) {
     return ListReader().read(path);
 }
-
-std::string fault_in_list(std::string const& path) {
-    return path.find_first_of(" \t\n") != std::string::npos
-               ? "simulators cannot read a name with blanks: '" + path + "'"
-               : "";
-}

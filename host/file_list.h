@@ -17,6 +17,3 @@ struct ListEntry {
 /// Reads the list @p path with every list that it names. Throws std::runtime_error for a list that
 /// cannot be read to its end, or that names itself.
 std::vector<ListEntry> read_file_list(std::string const& path);
-
-/// Why simulators could not read a list with this name, or "".
-std::string fault_in_list(std::string const& path);

@@ -3,8 +3,9 @@
 #include "file_list.h"
 #include "lookup.h"
 #include "project_options.h"
-#include "verilog_includes.h"
+#include "simulator_list.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <set>
 
@@ -32,9 +33,11 @@ class FileList : public Command {
         for (ListEntry const& entry : read_file_list(m_list))
             take(entry, answer);
         if (m_includes)
-            follow_includes(answer);
+            add_includes();
+        for (std::string const& fault : m_written.faults())
+            complain(fault, answer);
         answer.detail("files", std::move(m_records));
-        answer.plain("lines", Value::List(m_lines.begin(), m_lines.end()));
+        answer.plain("lines", Value::List(m_written.lines().begin(), m_written.lines().end()));
         return status_of(m_whole);
     }
 
@@ -65,10 +68,10 @@ class FileList : public Command {
         if (entry.text.starts_with("-"))
             answer.remark(entry.place + ": '" + entry.text +
                           "' stays as it is; Icarus Verilog reads it in no list");
-        m_lines.push_back(entry.text);
+        m_written.add_option(entry.text);
     }
 
-    void take_file(ListEntry const& entry, char const* option, Answer& answer) {
+    void take_file(ListEntry const& entry, std::string const& option, Answer& answer) {
         std::string const path = find(entry, answer);
         m_records.push_back(Value::Record{{"name", entry.text},
                                           {"place", entry.place},
@@ -79,8 +82,19 @@ class FileList : public Command {
                             answer);
         if (!m_listed.insert(path).second)
             return answer.remark(entry.place + ": '" + path + "' is listed already");
-        list(option, path, answer);
-        m_sources.push_back(path);
+        if (std::error_code fault; fs::is_directory(path, fault))
+            return complain(entry.place + ": '" + path + "' is a directory", answer);
+        if (is_other_source(path))
+            answer.remark(entry.place + ": '" + path + "' is no Verilog");
+        m_written.add(option, path);
+    }
+
+    /// Of the types that sources of a design have. What others are is not known.
+    static bool is_other_source(fs::path const& path) {
+        STR const type = gen_text(path.extension());
+        MEM_VECTOR<STR> const& types = *gen_get_file_type_order_helper();
+        return type != ".v" && type != ".sv" &&
+               std::find(types.begin(), types.end(), type) != types.end();
     }
 
     /// Beside the list where it says so, else as every tool finds it.
@@ -102,35 +116,29 @@ class FileList : public Command {
         return hits.empty() ? "" : absolute_path(host_text(hits.front().path));
     }
 
-    void take_directory(ListEntry const& entry, char const* option, Answer& answer) {
+    void take_directory(ListEntry const& entry, std::string const& option, Answer& answer) {
         std::error_code fault;
         for (fs::path const& base :
              {fs::path(entry.base), fs::path(host_text(gen_get_project_dir_path()))}) {
             if (!fs::is_directory(base / entry.text, fault))
                 continue;
             std::string const path = absolute_path(base / entry.text);
-            list(option, path, answer);
-            if (entry.kind == Kind::include_directory)
-                m_include_directories.push_back(path);
+            m_written.add(option, path);
+            if (entry.kind == Kind::library_directory)
+                m_unit_directories.push_back(path);
             return;
         }
         complain(entry.place + ": there is no directory '" + entry.text + "'", answer);
     }
 
-    void follow_includes(Answer& answer) {
-        IncludeDirectories includes(m_include_directories);
-        for (std::string const& source : m_sources)
-            includes.follow(source);
-        for (std::string const& fault : includes.faults())
-            complain(fault, answer);
-        for (std::string const& directory : includes.added())
-            list("+incdir+", directory, answer);
-    }
-
-    void list(char const* option, std::string const& path, Answer& answer) {
-        if (std::string fault = fault_in_list(path); !fault.empty())
-            complain(std::move(fault), answer);
-        m_lines.push_back(option + path);
+    /// Which of its units a simulator takes from a directory is not known: they may include from
+    /// beside themselves, and from wherever a lookup looks.
+    void add_includes() {
+        std::vector<std::string> directories = m_unit_directories;
+        if (!directories.empty())
+            for (std::string& directory : lookup_directories())
+                directories.push_back(std::move(directory));
+        m_written.add_includes(directories);
     }
 
     void complain(std::string remark, Answer& answer) {
@@ -142,9 +150,8 @@ class FileList : public Command {
     bool m_includes = false;
     ProjectOptions m_project;
     bool m_whole = true;
-    std::vector<std::string> m_lines;
-    std::vector<std::string> m_sources;
-    std::vector<std::string> m_include_directories;
+    SimulatorList m_written;
+    std::vector<std::string> m_unit_directories;
     std::set<std::string> m_listed;
     Value::List m_records;
 };

@@ -57,10 +57,15 @@ std::vector<std::string> directories_of(std::initializer_list<FIO_FIND const*> g
     std::error_code fault;
     for (FIO_FIND const* const group : groups)
         if (group != nullptr)
-            for (FIO_PATH const& directory : group->directories())
-                directories.push_back(
+            for (FIO_PATH const& directory : group->directories()) {
+                std::string const path =
                     std::filesystem::absolute(host_text(directory.fullpath()), fault)
-                        .lexically_normal());
+                        .lexically_normal();
+                bool const is_known =
+                    std::find(directories.begin(), directories.end(), path) != directories.end();
+                if (!is_known && std::filesystem::is_directory(path, fault))
+                    directories.push_back(path);
+            }
     return directories;
 }
 

@@ -21,7 +21,8 @@ inline STR gen_text(std::string const& text) {
 /// Forgets the project, all libraries and the cache of lookups, as if nothing had been asked.
 void forget_project();
 
-/// The directories of these groups of a lookup, absolute. Groups that are null have none.
+/// The directories of these groups of a lookup that are there, absolute, each once. Groups that are
+/// null have none.
 std::vector<std::string> directories_of(std::initializer_list<FIO_FIND const*> groups);
 /// Those that a lookup asks for a source, in its order.
 std::vector<std::string> lookup_directories();

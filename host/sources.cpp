@@ -1,16 +1,14 @@
 #include "batch.h"
 #include "command.h"
 #include "file_hint.h"
-#include "file_list.h"
 #include "lookup.h"
 #include "project_options.h"
-#include "verilog_includes.h"
+#include "simulator_list.h"
 
 #include "gen_path.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <set>
 
 namespace {
 
@@ -62,7 +60,7 @@ class Sources : public Command {
         bool const any = m_view.all() ? !LookupView::hits(checks).empty() : !candidates.empty();
         if (!any)
             answer.remark("'" + unit + "' has no source file" +
-                          (one_of_several ? "" : file_hint(unit)));
+                          (one_of_several ? "" : unit_hint(unit)));
         return status_of(any);
     }
 
@@ -80,29 +78,19 @@ class Sources : public Command {
         std::error_code fault;
         std::string const path =
             std::filesystem::absolute(host_text(source->second.fullpath()), fault);
-        IncludeDirectories includes;
-        includes.follow(path);
-        std::vector<std::string> faults = includes.faults();
-        Value::List lines;
-        auto const list = [&](char const* option, std::string const& name) {
-            if (std::string unreadable = fault_in_list(name); !unreadable.empty())
-                return faults.push_back(std::move(unreadable));
-            lines.emplace_back(option + name);
-        };
-        list("", path);
-        for (std::string const& directory : includes.added())
-            list("+incdir+", directory);
+        std::vector<std::string> const directories =
+            m_shipped ? directories_of({gen_korvane_libraries}) : lookup_directories();
+        SimulatorList list;
+        list.add("", path);
+        list.add_includes(directories);
         // What it instantiates, simulators look for where the tools do, and in the same order.
-        std::set<std::string> listed;
-        for (std::string const& directory :
-             m_shipped ? directories_of({gen_korvane_libraries}) : lookup_directories())
-            if (std::filesystem::is_directory(directory, fault) && listed.insert(directory).second)
-                list("-y ", directory);
-        lines.emplace_back("+libext+.v+.sv");
-        for (std::string const& one : faults)
+        for (std::string const& directory : directories)
+            list.add("-y ", directory);
+        list.add_option("+libext+.v+.sv");
+        for (std::string const& one : list.faults())
             answer.remark(one);
-        answer.plain("lines", std::move(lines));
-        return status_of(faults.empty());
+        answer.plain("lines", Value::List(list.lines().begin(), list.lines().end()));
+        return status_of(list.faults().empty());
     }
 
     static void describe_file_types(Answer& answer) {

@@ -49,6 +49,10 @@ CASES = [
          readers=("verilator",)),
     Case("variables", {"d.f": "$OURS.v ${THEIRS}.v"}, "adder", variables={"OURS": "adder", "THEIRS": "carry"}),
     Case("--includes", {"d.f": "src/display/display.sv"}, "display", ("--includes",)),
+    Case("--includes of units from directories", {
+        "d.f": "own.v -y units +libext+.v", "own.v": "module own;\n  leaf l ();\nendmodule\n",
+        "units/leaf.v": '`include "beside.vh"\n`include "looked_up.vh"\nmodule leaf; endmodule\n',
+        "units/beside.vh": "", "lib/looked_up.vh": ""}, "own", ("--includes", "--project-libs", "lib")),
 ]
 
 SIMULATORS = {
@@ -72,6 +76,9 @@ REFUSED = [
     ({"d.f": "$NOBODY_SETS_THIS.v"}, 2, "d.f:1: the variable 'NOBODY_SETS_THIS' is not set"),
     ({"d.f": "adder.v"}, 0, "shadows"),
     ({"d.f": "adder.v adder.v"}, 0, "is listed already"),
+    ({"d.f": "src"}, 1, "/src' is a directory"),
+    ({"d.f": "counter.kbd"}, 0, "/counter.kbd' is no Verilog"),
+    ({"d.f": "-Ip+q", "p+q/x": ""}, 1, 'simulators take a "+" for the end of a directory'),
     ({"d.f": '"a b.v"', "a b.v": ""}, 1, "cannot read a name with blanks"),
     ({"d.f": "own.v", "own.v": "`define F \"x.vh\"\n`include `F\n"}, 1, "'`include `F' is not followed"),
     ({"d.f": "own.v", "own.v": "`include <no_such.vh>\n"}, 1, "'no_such.vh' is not found"),

@@ -1,5 +1,6 @@
 #include "file_hint.h"
 
+#include <algorithm>
 #include <climits>
 #include <filesystem>
 #include <string>
@@ -18,9 +19,10 @@ constexpr std::size_t most_entries = 20000;
 
 class Search {
   public:
-    explicit Search(std::string const& name)
+    /// @param types the extensions of a name without one; none for the name of a file
+    Search(std::string const& name, MEM_VECTOR<STR> const* types)
         : m_name(fs::path(name).filename()), m_stem(fs::path(name).stem()),
-          m_extension(fs::path(name).extension()) {}
+          m_extension(fs::path(name).extension()), m_types(types) {}
 
     /// Looks at the files of a directory, and of those below it if wanted.
     void look(fs::path const& directory, bool below) {
@@ -45,13 +47,16 @@ class Search {
     /// The same name elsewhere is nearest, then one in another case, then with the extension that
     /// is most like the one asked for: ".v" rather than ".vhd" for ".sv".
     void judge(fs::path const& path) {
-        std::string const name = path.filename();
+        std::string const name = m_types == nullptr ? path.filename() : path.stem();
+        if (m_types != nullptr && std::find(m_types->begin(), m_types->end(),
+                                            gen_text(path.extension())) == m_types->end())
+            return;
         std::size_t distance = 0;
         if (name == m_name)
             distance = 0;
         else if (gen_stricmp(name.c_str(), m_name.c_str()) == 0)
             distance = 1;
-        else if (!m_stem.empty() && gen_stricmp(path.stem().c_str(), m_stem.c_str()) == 0)
+        else if (!m_stem.empty() && path.stem() == m_stem)
             distance = 2 + edit_distance(path.extension().string(), m_extension);
         else
             return;
@@ -71,15 +76,14 @@ class Search {
     std::string m_name;
     std::string m_stem;
     std::string m_extension;
+    MEM_VECTOR<STR> const* m_types;
     int m_looks = 0;
     Found m_best{0, 0, ""};
     std::size_t m_looked_at = 0;
 };
 
-} // namespace
-
-std::string file_hint(std::string const& name) {
-    Search search(name);
+std::string hint(std::string const& name, MEM_VECTOR<STR> const* types) {
+    Search search(name, types);
     if (fs::path(name).filename().native().size() > NAME_MAX)
         return ""; // no file has it
     for (std::string const& directory : lookup_directories())
@@ -88,4 +92,14 @@ std::string file_hint(std::string const& name) {
         search.look(directory, false);
     search.look(host_text(gen_get_project_dir_path()), true);
     return search.best().empty() ? "" : "; there is '" + search.best() + "'";
+}
+
+} // namespace
+
+std::string file_hint(std::string const& name) {
+    return hint(name, nullptr);
+}
+
+std::string unit_hint(std::string const& unit) {
+    return hint(unit, gen_get_file_type_order_helper());
 }

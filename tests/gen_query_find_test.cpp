@@ -186,6 +186,17 @@ TEST_F(GenQueryFind, IncludeThatIsNotThereIsStatusOne) {
     EXPECT_THAT(traced.output, EndsWith("beside the including file  no     segments.vh\n"));
 }
 
+TEST_F(GenQueryFind, NamesInBracketsAndOfAnyBytesAreNames) {
+    for (char const* const name : {"[x]", "[]", "[a,b]"}) {
+        std::ofstream(m_root / ("project/" + std::string(name))).put('\n');
+        EXPECT_EQ(ask({"find", name}).output, std::string("/k/project/") + name + "\n");
+        EXPECT_EQ(ask({"include", name}).output, std::string("/k/project/") + name + "\n");
+    }
+    std::ofstream(m_root / "project/\xff.v").put('\n');
+    EXPECT_EQ(ask({"find", "\xff.v"}).output, "/k/project/\xff.v\n");
+    EXPECT_EQ(json({"find", "\xff.v"})["paths"][0], "/k/project/\uefff.v");
+}
+
 TEST_F(GenQueryFind, AbsoluteIncludeIsTakenAsNamed) {
     std::string const name = m_root / "project/adder.v";
     EXPECT_EQ(ask({"include", name, "--trace"}).output, "group     there  path\n"
@@ -202,11 +213,14 @@ TEST_F(GenQueryFind, HintsAtTheFileWithTheMostLikeName) {
         {"counter.vs", "/k/project/counter.v"},        // rather than .kbd, .vhd, .edf
         {"counter.vhdl", "/k/project/counter.vhd"},    //
         {"segments.vh", "/k/project/inc/segments.vh"}, // in no directory of the lookup
-        {"prismo2.ibs", "/k/eda/ibis/prismo2.ibs"},    // --eda finds it
+        {"Counter.VHD", "/k/project/counter.vhd"},
+        {"prismo2.ibs", "/k/eda/ibis/prismo2.ibs"}, // --eda finds it
     };
     for (auto const& [name, hint] : cases)
         EXPECT_EQ(ask({"find", name}).errors,
                   std::string("gen_query: '") + name + "' is not found; there is '" + hint + "'\n");
+    EXPECT_EQ(ask({"sources", "Display"}).errors, "gen_query: 'Display' has no source file; there "
+                                                  "is '/k/project/src/display/display.sv'\n");
     EXPECT_EQ(ask({"find", std::string(300, 'a')}).errors,
               "gen_query: '" + std::string(300, 'a') + "' is not found\n");
 }

@@ -132,6 +132,10 @@ class Condition : public Command {
             answer.remark(std::move(fault));
             return STATUS_USAGE;
         }
+        if (input.find('\0') != input.npos) {
+            answer.remark("the input holds a NUL byte, at which a condition would end");
+            return STATUS_USAGE;
+        }
         Value::List prefixes;
         Value::List details;
         bool failed = false;

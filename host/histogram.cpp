@@ -186,11 +186,11 @@ class Histogram : public Command {
 
     Status run(Answer& answer) override {
         if (m_low && !std::isfinite(*m_low))
-            return refuse("--low is not a finite number", answer);
+            return refuse("histogram: --low is not a finite number", answer);
         if (m_high && !std::isfinite(*m_high))
-            return refuse("--high is not a finite number", answer);
+            return refuse("histogram: --high is not a finite number", answer);
         if (m_low && m_high && !(*m_low < *m_high))
-            return refuse("--low has to be below --high", answer);
+            return refuse("histogram: --low has to be below --high", answer);
         std::string const problem = m_low && m_high ? count_directly() : collect_and_count();
         if (!problem.empty())
             return refuse(problem, answer);
@@ -231,7 +231,7 @@ class Histogram : public Command {
 
     std::string read(std::function<void(double)> const& take) const {
         std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(nullptr, std::fclose);
-        if (!m_file.empty() && m_file != "-") {
+        if (m_file != "-") {
             file.reset(std::fopen(m_file.c_str(), "re"));
             if (file == nullptr)
                 return reading_fault(m_file);
@@ -308,7 +308,7 @@ class Histogram : public Command {
 
     static constexpr char const* too_wide = "the range is wider than a number can express";
 
-    std::string m_file;
+    std::string m_file = "-";
     std::optional<double> m_low;
     std::optional<double> m_high;
     unsigned m_bins = 10;

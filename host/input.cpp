@@ -13,7 +13,7 @@ namespace {
 constexpr char const* blanks = " \t\r\n\v\f";
 
 bool is_standard_input(std::string const& path) {
-    return path.empty() || path == "-";
+    return path == "-";
 }
 
 } // namespace

@@ -7,14 +7,14 @@
 #include <string_view>
 #include <vector>
 
-/// Reads all of the file @p path into @p text, of standard input for "" or "-". Gives why it cannot
+/// Reads all of the file @p path into @p text, of standard input for "-". Gives why it cannot
 /// be read to its end, as "cannot read 'x': No such file or directory", or "".
 std::string read_input(std::string const& path, std::string& text);
 /// Does the same, and hands over one block after the other until @p take returns false.
 std::string read_blocks(std::string const& path,
                         std::function<bool(std::string_view block)> const& take);
 
-/// Why @p path, standard input for "" or "-", cannot be read; errno has the reason.
+/// Why @p path, standard input for "-", cannot be read; errno has the reason.
 std::string reading_fault(std::string const& path);
 
 /// The lines of @p text without their ends; an unfinished last line counts.

@@ -62,7 +62,7 @@ class Checksum : public Command {
     }
 
     std::optional<std::string> m_given;
-    std::string m_file;
+    std::string m_file = "-";
     bool m_sanitise = false;
 };
 

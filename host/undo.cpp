@@ -99,7 +99,7 @@ class Undo : public Command {
         answer.detail("sections_not_recorded", std::move(dropped));
     }
 
-    std::string m_script;
+    std::string m_script = "-";
     std::string m_directory = ".";
     bool m_print = false;
 };

@@ -23,6 +23,15 @@ nlohmann::json json_of(ProgramResult const& result) {
 
 } // namespace
 
+TEST(GenQueryCondition, NulIsRefused) {
+    ProgramStart start;
+    start.input = std::string("a\0b\n", 4);
+    ProgramResult const result = run_gen_query({"condition", "--stdin"}, start);
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(result.errors, testing::HasSubstr("NUL byte"));
+}
+
 TEST(GenQueryCondition, PrintsThePrefixForm) {
     ProgramResult const result = condition({"~(a = 1) || b < 2"});
     EXPECT_EQ(result.status, 0);

@@ -140,10 +140,10 @@ TEST(GenQueryHistogram, BoundsHaveToBeFiniteNumbers) {
     for (char const* const bound : {"nan", "inf", "-inf"}) {
         ProgramResult const low = run({"--low", bound}, "1");
         EXPECT_EQ(low.status, 2);
-        EXPECT_EQ(low.errors, "gen_query: --low is not a finite number\n");
+        EXPECT_EQ(low.errors, "gen_query: histogram: --low is not a finite number\n");
         ProgramResult const high = run({"--high", bound}, "1");
         EXPECT_EQ(high.status, 2);
-        EXPECT_EQ(high.errors, "gen_query: --high is not a finite number\n");
+        EXPECT_EQ(high.errors, "gen_query: histogram: --high is not a finite number\n");
     }
     EXPECT_EQ(run({"--low", "-1e308", "--high", "1e308"}, "1").errors,
               "gen_query: the range is wider than a number can express\n");

@@ -32,13 +32,20 @@ class Project : public Command {
             gen_set_project_dir_path(FIO_FILE_SYSTEM::get_current_directory());
         answer.field("project", gen_get_project_dir_path());
         answer.field("database", known(gen_get_db_dir_path_string()));
-        answer.field("output", output_directory(answer));
+        STR const output = output_directory(answer);
+        answer.field("output", output);
         answer.field("parablocks", gen_get_project_parablocks_dir_path().fullpath());
         answer.field("project_libraries", directories_of(gen_project_libraries));
         answer.field("user_libraries", directories_of(gen_ini_user_libraries));
         answer.field("shipped_libraries", directories_of(gen_get_korvane_lib_paths()));
         answer.field("eda_libraries", directories_of(gen_get_korvane_eda_lib_paths()));
-        return STATUS_YES;
+        // Where it cannot be created gen takes the project's.
+        bool const is_refused = m_create && !gen_project_output_directory.empty() &&
+                                !FIO_FILE_SYSTEM::exists(gen_project_output_directory.c_str());
+        if (is_refused)
+            answer.remark("output directory '" + host_text(gen_project_output_directory) +
+                          "' cannot be created");
+        return status_of(!is_refused);
     }
 
   private:
@@ -120,7 +127,7 @@ void add_project(Commands& commands) {
             "  ...\n"
             "A project keeps its directories in the file gen_query.toml: project, db, output,\n"
             "project-libs and user-libs, the last two as lists. The file is looked for in the\n"
-            "project directory and above; what it names is taken from where it lies, and\n"
-            "options go before it.",
+            "project directory and above. What it names is taken from where it lies, which is\n"
+            "the project directory unless it names one; options go before it.",
     });
 }

@@ -13,8 +13,11 @@ bool is_directory(std::string const& path) {
 }
 
 void remark_missing(Answer& answer, char const* what, std::string const& path) {
+    std::error_code fault;
     if (!is_directory(path))
-        answer.remark(std::string(what) + " '" + path + "' does not exist");
+        answer.remark(
+            std::string(what) + " '" + path + "' " +
+            (std::filesystem::exists(path, fault) ? "is no directory" : "does not exist"));
 }
 
 void remark_missing(Answer& answer, FIO_FIND const* libraries) {

@@ -37,6 +37,28 @@ TEST_F(GenQueryProject, ProjectTellsItsDirectories) {
     EXPECT_TRUE(fs::is_directory(m_root / "project/out/x"));
 }
 
+TEST_F(GenQueryProject, OutputDirectoryThatCannotBeCreatedIsRemarked) {
+    std::ofstream(m_root / "project/a_file").put('\n');
+    ProgramResult const result = ask({"project", "--output", "a_file/out", "--create"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.output, HasSubstr("\noutput             /k/project/\n"));
+    EXPECT_EQ(result.errors,
+              "gen_query: output directory '/k/project/a_file/out/' cannot be created\n");
+}
+
+TEST_F(GenQueryProject, DirectoriesThatAreNoneAreRemarked) {
+    EXPECT_EQ(ask({"find", "counter.v", "--db", "nodir", "--project-libs", "lib;no_lib",
+                   "--user-libs", "no_user_lib"})
+                  .errors,
+              "gen_query: database directory 'nodir' does not exist\n"
+              "gen_query: library directory 'no_lib' does not exist\n"
+              "gen_query: library directory 'no_user_lib' does not exist\n");
+    EXPECT_EQ(ask({"find", "/", "--project", "adder.v"}).errors,
+              "gen_query: project directory 'adder.v' is no directory\n");
+    EXPECT_EQ(ask({"include", "settings.vh", "--from", "nowhere/a.v"}).errors,
+              "gen_query: including file 'nowhere/a.v' does not exist\n");
+}
+
 TEST_F(GenQueryProject, SettingsOfTheProjectHoldBelowIt) {
     fs::create_directories(m_root / "project/below");
     std::ofstream(m_root / "project/gen_query.toml")

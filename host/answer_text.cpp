@@ -208,13 +208,21 @@ void choose_colour(Colour colour) {
 
 std::string printable(std::string_view text) {
     std::string line;
-    for (char const byte : text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        char const byte = text[i];
+        // U+0080 to U+009F command a terminal, too.
+        bool const has_more = byte == '\xc2' && i + 1 < text.size() &&
+                              static_cast<unsigned char>(text[i + 1]) - 0x80U < 0x20;
         if (byte == '\n') {
             line += "\\n";
-        } else if (static_cast<unsigned char>(byte) < 0x20 || byte == 0x7f) {
-            char code[8];
-            std::snprintf(code, sizeof code, "\\x%02x", static_cast<unsigned>(byte));
-            line += code;
+        } else if (static_cast<unsigned char>(byte) < 0x20 || byte == 0x7f || has_more) {
+            for (std::size_t const end = i + has_more; i <= end; ++i) {
+                char code[8];
+                std::snprintf(code, sizeof code, "\\x%02x",
+                              static_cast<unsigned>(static_cast<unsigned char>(text[i])));
+                line += code;
+            }
+            --i;
         } else {
             line += byte;
         }

@@ -21,7 +21,10 @@ struct CommonOptions {
         }
         options.flag("--json", json, "Answer as one JSON object");
         Option& root_option =
-            options.value("--root", &root, "Ask as a tool of this installation").directory();
+            options
+                .value("--root", &root,
+                       "Ask as a tool of this installation, else of that in GEN_QUERY_ROOT")
+                .directory();
         Option& colour_option = options.value("--color", &color, "Let rows stand out in colour")
                                     .one_of({"auto", "always", "never"});
         if (!is_root) { // they are listed once, but hold wherever they stand

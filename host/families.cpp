@@ -24,8 +24,10 @@ std::unique_ptr<Commands> all_commands() {
     auto all = std::make_unique<Commands>(Help{
         .name = "gen_query",
         .summary = "gen_query: what every tool of the suite would answer",
-        .example = "Every subcommand takes --json, and says more with --help.\n"
-                   "Exit status: 0 found or true, 1 not found or false, 2 usage.",
+        .example =
+            "Every subcommand takes --json, --root and --color; `gen_query help SUBCOMMAND`\n"
+            "says more of it, as its --help does.\n"
+            "Exit status: 0 found or true, 1 not found or false, 2 wrong usage or no answer.",
     });
     Commands& commands = *all;
     commands.group("Files and directories");

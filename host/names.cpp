@@ -107,7 +107,7 @@ class Temp : public Command {
         STR const directory = m_directory.empty() ? gen_get_temp_path() : gen_text(m_directory);
         STR const prefix = gen_text(m_prefix);
         if (m_prefix.find('/') != m_prefix.npos) {
-            answer.remark("--prefix: no name holds a \"/\"");
+            answer.remark("temp: --prefix: no name holds a \"/\"");
             return STATUS_USAGE;
         }
         // gen itself waits until a file can be created.

@@ -16,9 +16,10 @@ namespace {
 
 constexpr char const* no_memory = "there is not enough memory";
 
+constexpr int width = 8 * sizeof(void*);
+
 std::string version_text() {
-    return "gen_query " GEN_QUERY_VERSION " (korvane_gen, " + std::to_string(8 * sizeof(void*)) +
-           " bits)\n";
+    return "gen_query " GEN_QUERY_VERSION " (korvane_gen, " + std::to_string(width) + " bits)\n";
 }
 
 /// Takes a command line apart, from the root of the subcommands down to the one that is asked.
@@ -73,7 +74,7 @@ class Reader {
         std::string const fault = read_command_line(options, std::move(words));
         take(common);
         if (common.version)
-            return give(version_text());
+            return give_version();
         if (common.help_all)
             return give(help_of_all(*m_commands, m_path));
         if (common.help)
@@ -88,7 +89,14 @@ class Reader {
             words = std::move(rest);
             return true;
         }
-        return go_to(rest.front()) && (words.assign(rest.begin() + 1, rest.end()), true);
+        // Of a subcommand that nobody knows, this option at least is meant as it always is.
+        bool const wants_json = std::find(rest.begin(), rest.end(), "--json") != rest.end();
+        if (!go_to(rest.front())) {
+            m_reply.json = m_reply.json || wants_json;
+            return false;
+        }
+        words.assign(rest.begin() + 1, rest.end());
+        return true;
     }
 
     bool go_to(std::string const& name) {
@@ -102,6 +110,15 @@ class Reader {
             if (!below.is_hidden())
                 known.emplace_back(below.help().name);
         return refuse("unknown subcommand '" + name + "'" + did_you_mean(name, known));
+    }
+
+    bool give_version() {
+        if (!m_reply.json)
+            return give(version_text());
+        m_reply.answer.field("version", GEN_QUERY_VERSION);
+        m_reply.answer.field("bits", width);
+        m_reply.status = STATUS_YES;
+        return false;
     }
 
     bool give(std::string text) {

@@ -21,6 +21,8 @@ class Number : public Command {
         answer.field("digits", found ? Value(gen_itoa(value, m_radix)) : Value());
         answer.detail("radix", m_radix);
         answer.field("unread", STR(position, text.end()));
+        if (!found)
+            answer.remark("'" + m_text + "' begins with no integer");
         return status_of(found);
     }
 

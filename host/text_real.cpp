@@ -31,6 +31,8 @@ class Real : public Command {
                 row.emplace_back("unread_in_locale", local.unread);
             }
             rows.emplace_back(std::move(row));
+            if (!neutral.is_number)
+                answer.remark("'" + text + "' begins with no number");
             all_found = all_found && neutral.is_number;
         }
         answer.table("numbers", std::move(rows));

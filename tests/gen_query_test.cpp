@@ -206,8 +206,23 @@ TEST(GenQuery, JsonMayStandAnywhereAndCarriesTheError) {
         EXPECT_EQ(result.output, "{\n  \"error\": \"text sort: unknown option '--nonsense'\"\n}\n");
         EXPECT_THAT(result.errors, HasSubstr("gen_query: text sort: unknown option"));
     }
+    EXPECT_EQ(query({"fnd", "--json"}).output,
+              "{\n  \"error\": \"unknown subcommand 'fnd'; did you mean 'find'?\"\n}\n");
     EXPECT_EQ(query({"--json", "text", "fold", "A"}).output,
               "{\n  \"texts\": [\n    \"a\"\n  ]\n}\n");
+}
+
+TEST(GenQuery, EmptyNameOfAFileIsNotStandardInput) {
+    for (std::vector<std::string> const& arguments :
+         {std::vector<std::string>{"filelist", ""},
+          {"histogram", ""},
+          {"undo", ""},
+          {"text", "checksum", "--file", ""},
+          {"text", "checksum", "--sanitise", "--file", ""}}) {
+        ProgramResult const result = query(arguments, "1 2 3\n");
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.errors, "gen_query: cannot read '': No such file or directory\n");
+    }
 }
 
 TEST(GenQuery, HelpIsASubcommandToo) {
@@ -299,11 +314,17 @@ TEST(GenQuery, HelpIntoAFullDeviceFails) {
 TEST(GenQuery, VersionNamesLibraryAndWidth) {
     EXPECT_THAT(query({"--version"}).output,
                 testing::MatchesRegex("gen_query [0-9.]+ \\(korvane_gen, (32|64) bits\\)\n"));
+    EXPECT_THAT(
+        query({"--version", "--json"}).output,
+        testing::MatchesRegex("\\{\n  \"version\": \"[0-9.]+\",\n  \"bits\": (32|64)\n\\}\n"));
 }
 
 TEST(GenQuery, ControlCharactersInMessagesAreShownEscaped) {
     EXPECT_EQ(query({"find", "/a\nb\x1b[2J\x7f"}).errors,
               "gen_query: '/a\\nb\\x1b[2J\\x7f' is not found\n");
+    // U+009B does what ESC [ does; what follows it in the table is a letter.
+    EXPECT_EQ(query({"find", "/\u009b31m\u00a0\u00e9"}).errors,
+              "gen_query: '/\\xc2\\x9b31m\u00a0\u00e9' is not found\n");
 }
 
 TEST(GenQuery, RootAsksAsAToolOfThatInstallation) {

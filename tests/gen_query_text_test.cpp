@@ -32,7 +32,15 @@ TEST(GenQueryText, AnswersAsJson) {
     Row const rows[] = {
         {{"number", "--radix", "16", "--", "-255ns"},
          R"({"value": -255, "digits": "ffffff01", "radix": 16, "unread": "ns"})"},
-        {{"number", "x"}, R"({"value": null, "digits": null, "radix": 10, "unread": "x"})", 1},
+        {{"number", "x"},
+         R"({"value": null, "digits": null, "radix": 10, "unread": "x",
+             "error": "'x' begins with no integer"})",
+         1},
+        {{"real", "1", "x"},
+         R"({"numbers": [{"text": "1", "value": 1.0, "unread": ""},
+                         {"text": "x", "value": null, "unread": "x"}],
+             "error": "'x' begins with no number"})",
+         1},
         {{"fold", "Ab", "c"}, R"({"texts": ["ab", "c"]})"},
         {{"trim", " a "}, R"({"texts": ["a"]})"},
         {{"wildcard", "a*", "ab", "b"}, R"({"expression": "^[aA].*$", "matches": ["ab"]})"},
@@ -65,8 +73,6 @@ TEST(GenQueryText, AnswersOnStandardOutput) {
         {{"number", "--radix", "16", "--", "-255 ns"},
          "value   -255\ndigits  ffffff01\nunread   ns\n"},
         {{"number", "4294967297"}, "value   1\ndigits  1\nunread  -\n"},
-        {{"number", "x"}, "value   -\ndigits  -\nunread  x\n", 1},
-        {{"number", "--", "-"}, "value   -\ndigits  -\nunread  -\n", 1},
         {{"fold", "Top.V", "\xC3\x84"}, "top.v\n\xC3\x84\n"},
         {{"fold", "--upper", "Top.v"}, "TOP.V\n"},
         {{"trim", "  a  b ", "\tc"}, "a  b\n\tc\n"},
@@ -115,6 +121,7 @@ TEST(GenQueryText, WhatCannotBeUsedIsSaid) {
         {{"hash-size", "4294967296"}, "--help"},
         {{"hash-size", "-1"}, "--help"},
         {{"hash-size", "4294967292"}, "no size above 4294967291", 1},
+        {{"number", "--", "-"}, "'-' begins with no integer", 1},
     };
     for (Row const& row : rows) {
         ProgramResult const result = text(row.arguments);
@@ -185,6 +192,7 @@ TEST(GenQueryText, ClassesAreThoseOfAsciiBesideThoseOfTheLocale) {
 TEST(GenQueryText, NumbersOfOptionsAreDecimalToo) {
     EXPECT_EQ(text({"number", "--radix", "020", "10"}).output,
               text({"number", "--radix", "20", "10"}).output);
+    EXPECT_EQ(text({"hash-size", "015"}).output, text({"hash-size", "15"}).output);
     EXPECT_EQ(text({"number", "--radix", "0x10", "1f"}).output,
               text({"number", "--radix", "16", "1f"}).output);
 }

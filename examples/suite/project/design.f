@@ -1,4 +1,4 @@
-// What a simulator is to read, as `gen_query filelist design.f --includes` writes it.
+// The files of this project for a simulator, which gen_query filelist looks up.
 adder.v
 carry.v                 // of the shipped libraries
 src/display/display.sv

@@ -6,8 +6,9 @@
 Each BUILD is a build directory in which the test programs are ready, and which stays as it is; PLACE is for what comes
 up here. A mutant is one changed place of one source: the sources that it is part of are compiled as in the first BUILD
 that compiles the place, but with little optimisation, the library is linked anew, and the test programs, which need not
-be linked again, are run with it in the place of the BUILD's: first the tests of the source's topic, then all. A test
-that fails, a crash, and a run that does not come to an end kill the mutant. One that survives is tried in the next BUILD.
+be linked again, are run with it in the place of the BUILD's: first the tests of the source and its topic, then all. A
+test that fails, a crash, and a run that does not come to an end kill the mutant. What survives the tests of its topic
+meets those in the next BUILD, before all tests of the first one take their time.
 """
 
 import argparse
@@ -49,18 +50,20 @@ class Campaign:
         path = next((ROOT / SOURCES).glob("*.cpp"))
         same = Mutant(str(path.relative_to(ROOT)), 1, "", "nothing", 0, 0, "")
         for build in self.builds:
-            if not self.workers[0].make(build, same) or not self.workers[0].survives(build, same):
+            if not self.workers[0].make(build, same) or not self.workers[0].survives_all(build):
                 sys.exit(f"mutate: the tests of {build.directory.name} fail on the library as it is")
 
     def state_of(self, worker, mutant):
-        state = "no library"
-        for build in self.builds:
-            if not build.compiles(pathlib.Path(mutant.file), mutant.line) or not worker.make(build, mutant):
-                continue
-            if not worker.survives(build, mutant):
+        made = [build for build in self.builds if build.compiles(pathlib.Path(mutant.file), mutant.line)]
+        for build in list(made):
+            if not worker.make(build, mutant):
+                made.remove(build)
+            elif not worker.survives_near(build, mutant):
                 return "killed"
-            state = "survived"
-        return state
+        if not made:
+            return "no library"
+        survives = worker.make(made[0], mutant) and worker.survives_all(made[0])
+        return "survived" if survives else "killed"
 
     def try_one(self, mutant):
         if self.states.get(mutant.name) in ("killed", "no library"):

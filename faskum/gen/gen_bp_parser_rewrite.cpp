@@ -4,14 +4,13 @@
 #include "gen_report.h"
 
 #include <algorithm>
-#include <array>
 
 namespace {
 
 // By type, from BP_TOKEN_AND and from BP_TOKEN_EQUAL on.
-constexpr std::array<std::string_view, 5> function_names{"LOGICAL_AND(", "LOGICAL_OR(", "EQUAL_TO(",
-                                                         "GREATER_THAN(", "LESS_THAN("};
-constexpr std::array<std::string_view, 3> time_names{"TIME_EQ(", "TIME_GT(", "TIME_LT("};
+constexpr std::string_view function_names[] = {"LOGICAL_AND(", "LOGICAL_OR(", "EQUAL_TO(",
+                                               "GREATER_THAN(", "LESS_THAN("};
+constexpr std::string_view time_names[] = {"TIME_EQ(", "TIME_GT(", "TIME_LT("};
 
 /// Terms that are to be rewritten.
 struct Range {
@@ -31,7 +30,7 @@ class Rewriter {
   public:
     Rewriter(BpTerms const& terms, STR& output, STR& errors)
         : m_terms(terms), m_output(output), m_errors(errors) {
-        m_right_sides.reserve(16);
+        m_right_sides.reserve(16); // MUTANT_EXCL_LINE: no answer depends on room
     }
 
     void rewrite();
@@ -171,7 +170,7 @@ std::uint32_t Rewriter::loosest_operator(Range const& range) const {
 
 Range Rewriter::right_side(Range const& range, std::uint32_t op) const {
     std::uint32_t left_by = range.left_by;
-    while (left_by < op)
+    while (left_by < op) // MUTANT_EXCL_LINE(< to <=): no ")" is an operator
         left_by = left_again(left_by);
     return {op + 1, range.last, m_terms[op].infix.next, left_by, range.balance, range.closers + 1};
 }
@@ -195,6 +194,7 @@ void Rewriter::report_until_reentered(std::uint32_t left_by, std::uint32_t end,
 
 void bp_rewrite(BpTerms& terms, STR& output, STR& errors) {
     terms.link();
+    // MUTANT_EXCL_LINE(without): no answer depends on room
     output.reserve(output.size() + terms.longest_output());
     Rewriter(terms, output, errors).rewrite();
 }

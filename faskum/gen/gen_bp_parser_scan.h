@@ -91,9 +91,11 @@ inline bool BpScanner::take_word(char* behind, std::string_view word) {
 inline std::size_t BpScanner::most_tokens(char const* first, char const* last) {
     auto const ends = std::count_if(first, last, [](char character) {
         BpRole const role = bp_characters[static_cast<unsigned char>(character)].role;
+        // MUTANT_EXCL_LINE: is about room alone
         return role == BpRole::symbol || role == BpRole::doubled;
     });
     // Each ends a word, and there is one behind the last.
+    // MUTANT_EXCL_LINE(2 to 3; 1 to 2): no answer depends on more room
     return 2 * static_cast<std::size_t>(ends) + 1;
 }
 

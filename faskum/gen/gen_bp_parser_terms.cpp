@@ -8,7 +8,7 @@ inline void BpTerms::add(BP_TOKEN_TYPE type) {
     m_terms.emplace_back(type);
     if (type < BP_TOKEN_LEFT_PAREN)
         return;
-    ++m_parens;
+    ++m_parens; // MUTANT_EXCL_LINE: is about room alone
     if (type == BP_TOKEN_LEFT_PAREN)
         m_highest = std::max(m_highest, ++m_depth);
     else if (type == BP_TOKEN_RIGHT_PAREN)
@@ -37,6 +37,7 @@ void BpTerms::add_text(STR& text) {
         m_characters += text;
     char* const characters = m_characters.data();
     char* const last = characters + m_characters.size();
+    // MUTANT_EXCL_LINE(without): no answer depends on room
     m_terms.reserve(m_terms.size() + BpScanner::most_tokens(characters + before, last));
     BpScanner scanner(characters + before, last);
     while (scanner.next()) {
@@ -63,6 +64,7 @@ struct Level {
 // Backwards, so that what comes next is known when a term is met.
 void BpTerms::link() {
     std::uint32_t const end = size();
+    // MUTANT_EXCL_LINE(1 to 2): one level more would never be looked at
     MEM_VECTOR<Level> levels(static_cast<std::size_t>(m_highest - m_lowest) + 1, {end, end, end});
     Level* level = &levels[static_cast<std::size_t>(m_depth - m_lowest)];
     std::uint32_t next_right_paren = end;

@@ -18,7 +18,7 @@ constexpr bool bp_is_word(BP_TOKEN_TYPE type) {
 }
 /// Of two operators: "||" is the loosest, then in the order of their numbers.
 constexpr bool bp_is_looser(BP_TOKEN_TYPE a, BP_TOKEN_TYPE b) {
-    return a != b && (a == BP_TOKEN_OR || (b != BP_TOKEN_OR && a < b));
+    return b != BP_TOKEN_OR && (a == BP_TOKEN_OR || a < b);
 }
 
 /// One token. Positions are those of terms further on, the end's where there is none; no block of
@@ -75,6 +75,7 @@ class BpTerms {
     /// No prefix form of these terms is longer: an operator that is written has a left side, so
     /// that "GREATER_THAN(,)" and "HPATH()" stand for at least two of them.
     std::size_t longest_output() const {
+        // MUTANT_EXCL_LINE(11 to 12; - to +): no answer depends on more room
         return m_characters.size() + 11 * (m_terms.size() - m_parens);
     }
 
@@ -94,6 +95,6 @@ class BpTerms {
     std::int32_t m_depth = 0; ///< behind the last term
     std::int32_t m_lowest = 0;
     std::int32_t m_highest = 0;
-    std::uint32_t m_first_operator = 0;
-    std::uint32_t m_left_by = 0;
+    std::uint32_t m_first_operator{};
+    std::uint32_t m_left_by{};
 };

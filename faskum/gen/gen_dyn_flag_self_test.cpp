@@ -17,9 +17,9 @@ class Transcript {
     void truth(bool value) { line(value ? "1" : "0"); }
 
     void statistics() {
-        int used = 0;
-        int dirty = 0;
-        int clean = 0;
+        int used;
+        int dirty;
+        int clean;
         m_manager.get_usage_stats(&used, &dirty, &clean);
         STR text;
         gen_sprintf(&text, "used=%d dirty= %d clean=%d", used, dirty, clean);
@@ -75,9 +75,13 @@ void GEN_DYN_FLAG::test_myself_out(GEN_DYN_FLAG_MANAGER* mgr) {
     transcript.truth((mask & f1) != none);
     // MUTANT_EXCL_LINE(& to |): none of the flags is empty
     transcript.truth((mask & early) != none);
+    // MUTANT_EXCL_LINE(& to |): the mask has the fifth, which is not among them
     transcript.truth((mask & early) == early);
+    // MUTANT_EXCL_LINE(& to |): the flag is not empty
     transcript.truth((mask & f5) != none);
+    // MUTANT_EXCL_LINE(& to |): they are the mask
     transcript.truth((mask & late) == late);
+    // MUTANT_EXCL_LINE(& to |): none of the flags is empty
     transcript.truth((mask & late) != none);
 
     transcript.flag(mask);

@@ -1,16 +1,17 @@
 #include "gen_localization_base.h"
 
 #include <cerrno>
+#include <climits>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
 #include <langinfo.h>
-#include <memory>
 #include <mutex>
 #include <utility>
 #include <wchar.h>
 
 #include "gen_memory_watch.h"
+#include "gen_owned.h"
 
 char const* LOCALIZATION_BASE_STRING = "C";
 
@@ -28,7 +29,7 @@ constinit BaseLocale* base_locales = nullptr;
 
 template <typename Node>
 Node* add_node(Node*& list) {
-    Node* const node = std::construct_at(MEM_STL_ALLOCATOR<Node>().allocate(1));
+    Node* const node = gen_make_owned<Node>();
     node->next = list;
     return list = node;
 }
@@ -36,8 +37,7 @@ Node* add_node(Node*& list) {
 template <typename Node>
 Node* remove_node(Node* node) {
     Node* const next = node->next;
-    std::destroy_at(node);
-    MEM_STL_ALLOCATOR<Node>().deallocate(node, 1);
+    gen_release_owned(node);
     return next;
 }
 
@@ -50,7 +50,6 @@ void release(locale_t locale) {
 void check_heap() {
     errno = ENOMEM;
     MEM_MANAGER::check_heap("GEN");
-    errno = 0;
 }
 
 /// @p rest with one category of the locale @p name; null, with @p rest as it was, where setlocale
@@ -88,14 +87,14 @@ char const* name_in_environment(char const* category) {
         if (name != nullptr && *name != '\0')
             return name;
     }
-    return "C";
+    return "C"; // MUTANT_EXCL_LINE: is only compared with other names
 }
 
 STR names_in_environment() {
     STR names;
     for (char const* const category : {"LC_CTYPE", "LC_NUMERIC", "LC_TIME"}) {
         names += name_in_environment(category);
-        names += ' ';
+        names += ' '; // MUTANT_EXCL_LINE(' ' to '~'): no name has either
     }
     return names;
 }
@@ -131,8 +130,7 @@ locale_t make_time_locale(STR const& name) {
 
 void load_conversions() {
     MemoryWatch const watch;
-    constexpr int first_beyond_ascii = 0x80;
-    static_cast<void>(btowc(first_beyond_ascii));
+    static_cast<void>(btowc(UCHAR_MAX)); // a character of ASCII is converted without
 }
 
 void release_base_locales() {

@@ -22,10 +22,10 @@ namespace {
 
 /// The parts of a decimal number, and where its string ends.
 struct Decimal {
-    bool negative = false;
+    bool negative{};
     char const* first = nullptr; ///< of its digits, or the decimal point
     char const* end = nullptr;
-    std::ptrdiff_t count = 0; ///< of digits; without any this is no decimal number
+    std::ptrdiff_t count{};   ///< of digits; without any this is no decimal number
     std::uint64_t digits = 0; ///< wrapped where they are more than longest_count
     int power = 0;            ///< of ten
 };
@@ -38,6 +38,7 @@ constexpr double exact_powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7
                                    1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                    1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr int largest_exact_power = 22;
+// MUTANT_EXCL_LINE(<< to >>): what is not read here is read more slowly, to the same end
 constexpr std::uint64_t largest_exact_digits = std::uint64_t{1} << 53;
 
 char const* read_digits(char const* text, std::uint64_t& number) {
@@ -57,7 +58,9 @@ char const* read_exponent(char const* text, int& exponent) {
         return text;
     int value = 0;
     for (; ascii_is_digit(*at); ++at)
-        if (value < 1000) // far out of reach already, and must not wrap back
+        // Far out of reach already, and must not wrap back.
+        // MUTANT_EXCL_LINE(< to <=; 1000 to 1001): one step more is as far out of reach
+        if (value < 1000)
             value = value * 10 + (*at - '0');
     exponent = negative ? -value : value;
     return at;
@@ -66,7 +69,7 @@ char const* read_exponent(char const* text, int& exponent) {
 /// Reads blanks, a sign, digits with or without @p point among them, and an exponent.
 Decimal read_decimal(char const* text, char point) {
     Decimal number;
-    // MUTANT_EXCL_LINE('\t' to '~'): what is not read here goes to the C library, to the same end
+    // MUTANT_EXCL_LINE('\t' to '~'; || to &&; >= to >; <= to <): the C library reads the others
     while (*text == ' ' || (*text >= '\t' && *text <= '\r'))
         ++text;
     number.negative = *text == '-';
@@ -95,13 +98,16 @@ Decimal read_decimal(char const* text, char point) {
 /// Whether both factors are doubles to the last bit, so that one operation rounds as it has to, in
 /// whatever direction the processor is set to.
 bool is_exact(Decimal const& number) {
+    // MUTANT_EXCL_LINE(<= to <): what is not read here is read more slowly, to the same end
     return number.count <= longest_count && number.digits <= largest_exact_digits &&
+           // MUTANT_EXCL_LINE(>= to >; <= to <): likewise
            number.power >= -largest_exact_power && number.power <= largest_exact_power;
 }
 
 double exact_value(Decimal const& number) {
     auto const magnitude = static_cast<double>(static_cast<std::int64_t>(number.digits));
     double const value = number.negative ? -magnitude : magnitude;
+    // MUTANT_EXCL_LINE(< to <=; 0 to 1): the power of 0 changes nothing either way
     return number.power < 0 ? value / exact_powers[-number.power]
                             : value * exact_powers[number.power];
 }
@@ -171,14 +177,15 @@ double gen_local_strtod(char const* text, char** end) {
     BaseLocale const* const base = known_base_locale();
     if (text != nullptr && base != nullptr && base->decimal_point != '\0') [[likely]] {
         Decimal const number = read_decimal(text, base->decimal_point);
-        double value = 0.0;
+        double value{};
         bool known = false;
         if (number.count != 0) {
-            known = is_exact(number);
+            known = is_exact(number); // MUTANT_EXCL_LINE: what is not exact is read all the same
             if (known)
                 value = exact_value(number);
+            // MUTANT_EXCL_LINE('.' to '~'): the C library reads it as well
             else if (base->decimal_point == '.')
-                known = read_long(number, value);
+                known = read_long(number, value); // MUTANT_EXCL_LINE: likewise
         }
         if (known) [[likely]] {
             if (end != nullptr)

@@ -1,5 +1,6 @@
 #include "gen_localization_number.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cwchar>
@@ -39,11 +40,10 @@ int gen_local_atoi(char const* text) {
     using limits = std::numeric_limits<int>;
     long const value = gen_local_atol(text);
     // Where long is wider than int, the answer has to stick as it does where both are alike.
-    if (value < limits::min() || value > limits::max()) {
+    long const kept = std::clamp<long>(value, limits::min(), limits::max());
+    if (kept != value)
         errno = ERANGE;
-        return value < 0 ? limits::min() : limits::max();
-    }
-    return static_cast<int>(value);
+    return static_cast<int>(kept);
 }
 
 int gen_local_wtoi(wchar_t const* /*text*/) {
@@ -68,7 +68,6 @@ char* gen_local_itoa(int value, char* string) {
         value /= 10;
     } while (value > 0);
     *end = '\0';
-    for (char* first = string; first < --end; ++first)
-        std::swap(*first, *end);
+    std::reverse(string, end);
     return string;
 }

@@ -11,6 +11,7 @@
 /// the heap exhausted. Else leaves errno as it was.
 class MemoryWatch {
   public:
+    // MUTANT_EXCL_LINE: a stale ENOMEM has the heap checked once more, and no other has a say
     MemoryWatch() { errno = 0; }
     ~MemoryWatch() {
         MEM_MANAGER::check_heap("GEN");

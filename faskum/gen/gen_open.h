@@ -25,8 +25,8 @@ inline int gen_open_for_writing(STR const& path) {
     // long as the system lets it.
     int file = open_with(O_NONBLOCK);
     if (file < 0 && errno == EWOULDBLOCK)
-        file = open_with(0);
+        file = open_with(0); // MUTANT_EXCL_LINE(0 to 1): that is O_WRONLY
     if (file >= 0)
-        fcntl(file, F_SETFL, 0);
+        fcntl(file, F_SETFL, 0); // MUTANT_EXCL_LINE(0 to 1): the access mode is passed over
     return file;
 }

@@ -39,9 +39,9 @@ std::optional<STR> read_meminfo() {
     if (file < 0)
         return std::nullopt;
     STR text;
-    char block[4096]; // more than it usually has
+    char block[4096]; // more than it usually has; MUTANT_EXCL_LINE(4096 to 4097): or in several
     auto const read_block = [&] { return read(file, block, sizeof block); };
-    ssize_t size = 0;
+    ssize_t size;
     while ((size = gen_retry(read_block)) > 0)
         text.append(block, static_cast<std::size_t>(size));
     close(file);
@@ -116,7 +116,7 @@ bool GEN_MACHINE_INFO::get_available_ram(unsigned long long* out) {
 }
 
 bool GEN_MACHINE_INFO::get_total_usage_ram(unsigned long long* out) {
-    unsigned long long total = 0;
+    unsigned long long total{};
     unsigned long long available = 0;
     get_total_ram(&total);
     get_available_ram(&available);

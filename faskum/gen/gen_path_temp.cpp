@@ -79,6 +79,7 @@ STR gen_get_temp_filename(STR const& directory, STR const& prefix, unsigned shor
     // Behind a null character no file could ever be created.
     FIO_PATH path;
     path.directory(directory.c_str());
+    // MUTANT_EXCL_LINE('0' to '~'): the number is written over them
     path.base(STR(prefix.c_str()).substr(0, prefix_length) + STR(digit_count, '0'));
     path.extension(temp_extension, "");
     STR text = path.fullpath();
@@ -109,6 +110,7 @@ STR gen_get_user_profile_directory() {
     // Looked for first: where nothing may be created, one that exists serves all the same. What is
     // in it is the user's alone, and its parents are not ours to make.
     // GCOVR_EXCL_BR_START: another process may make it just between
+    // MUTANT_EXCL_LINE(|| to && (place 2)): where it may be created, it is one
     bool const is_there = is_directory(directory) || mkdir(directory.c_str(), S_IRWXU) == 0 ||
                           is_directory(directory);
     // GCOVR_EXCL_BR_STOP

@@ -41,6 +41,7 @@ inline constexpr Report no_clearer{"m_clearer != 0", "gen_dyn_flag", 256};
 inline constexpr Report flag_exists{"flag '%s' (0x%x) already exists", "gen_dyn_flag", 344};
 inline constexpr Report too_many_flags{"too many flags, can't create '%s'", "gen_dyn_flag", 355};
 inline constexpr Report no_such_flag{"couldn't find flag '%s'", "gen_dyn_flag", 425};
+// MUTANT_EXCL_LINE: is never reported today
 inline constexpr Report flag_past_slots{"flag 0x%x: too many bits", "gen_dyn_flag", 509};
 inline constexpr Report flag_of_many_bits{"flag 0x%x: not a single bit", "gen_dyn_flag", 514};
 inline constexpr Report flag_unnamed{"flag 0x%x not found to delete", "gen_dyn_flag", 521};
@@ -79,8 +80,10 @@ inline constexpr Report no_libraries{"korvane_libs != 0", "gen_path", 2601};
 inline constexpr Report no_eda_libraries{"korvane_eda_libs != 0", "gen_path", 2749};
 // The two of a source search, through all groups and through the shipped libraries alone.
 inline constexpr Report no_libraries_for_sources{"korvane_libs != 0", "gen_path", 2932};
+// MUTANT_EXCL_LINE: is never reported today
 inline constexpr Report no_order_for_sources{"file_type_order != 0", "gen_path", 2933};
 inline constexpr Report no_libraries_for_shipped{"korvane_libs != 0", "gen_path", 3042};
+// MUTANT_EXCL_LINE: is never reported today
 inline constexpr Report no_order_for_shipped{"file_type_order != 0", "gen_path", 3043};
 
 // Strings: a number without digits, for either argument of the form for pointers, then of the form

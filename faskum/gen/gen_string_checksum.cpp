@@ -14,11 +14,13 @@ constexpr unsigned least_hash_entry = 3;
 
 constexpr std::array<char, 256> safe_characters = [] {
     std::array<char, 256> table{};
+    // MUTANT_EXCL_LINE(0 to 1): the entry of 0 is 0 already
     for (unsigned byte = 0; byte < table.size(); ++byte)
         table[byte] = static_cast<char>(byte);
     constexpr char invalid[] = " !#$%&'()+-./<=>?[\\]|";
     constexpr char safe[] = "_EFRCKTQPMJLIADBGOHNS";
     static_assert(sizeof invalid == sizeof safe);
+    // MUTANT_EXCL_LINE(< to <=): the terminators stand for each other
     for (std::size_t i = 0; i + 1 < sizeof invalid; ++i)
         table[static_cast<unsigned char>(invalid[i])] = safe[i];
     return table;
@@ -63,6 +65,7 @@ constexpr std::uint32_t gen_hash_size_primes[32] = {
 unsigned gen_hash_next_size(unsigned n) {
     // Entry k does not exceed 2 to the power k + 1 and is more than half of it.
     unsigned entry = least_hash_entry;
+    // MUTANT_EXCL_LINE(> to >=): the entry itself gives itself
     if (n > gen_hash_size_primes[least_hash_entry]) {
         entry = static_cast<unsigned>(std::bit_width(n - 1)) - 1;
         entry += static_cast<unsigned>(gen_hash_size_primes[entry] < n);

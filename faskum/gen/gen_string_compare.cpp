@@ -1,5 +1,6 @@
 #include "gen_string_compare.h"
 
+#include <algorithm>
 #include <bit>
 #include <climits>
 #include <cstddef>
@@ -35,7 +36,7 @@ namespace {
     COMPARE_HAS_FEATURE(memory_sanitizer)
 constexpr bool reads_blocks = false;
 #else
-constexpr bool reads_blocks = true;
+constexpr bool reads_blocks = true; // MUTANT_EXCL_LINE: as fast or not, the answers are the same
 #endif
 
 constexpr int block_size = sizeof(__m128i);
@@ -43,6 +44,7 @@ constexpr int page_size = 4096;
 
 /// So does valgrind, of which a program cannot know before it runs.
 int find_last_block_offset() {
+    // MUTANT_EXCL_LINE(!= to ==; 0 to 1; 1 to 2): byte by byte every answer is the same
     return RUNNING_ON_VALGRIND != 0 ? -1 : page_size - block_size; // GCOVR_EXCL_BR_LINE: valgrind
 }
 /// The last offset in a page at which a block may be read.
@@ -52,6 +54,7 @@ int const last_block_offset = find_last_block_offset();
 constexpr std::size_t no_limit = SIZE_MAX;
 
 bool block_fits_page(char const* text) {
+    // MUTANT_EXCL_LINE(<= to <): byte by byte every answer is the same
     return static_cast<int>(reinterpret_cast<std::uintptr_t>(text) % page_size) <=
            last_block_offset;
 }
@@ -105,6 +108,7 @@ int compare(char const* a, char const* b, std::size_t limit) {
             at += static_cast<unsigned>(std::countr_zero(stop));
             return at < limit ? difference<fold>(a[at], b[at]) : 0;
         }
+        // MUTANT_EXCL_LINE(+ to -): byte by byte every answer is the same
         for (std::size_t const end = at + block_size; at != end && at < limit; ++at) {
             int const result = difference<fold>(a[at], b[at]);
             if (result != 0 || a[at] == '\0')
@@ -157,8 +161,7 @@ int gen_ascii_strnicmp(char const* a, char const* b, unsigned n) {
 int gen_strlen(char const* s) {
     if (s == nullptr)
         return 0;
-    std::size_t const length = std::strlen(s);
-    return length < INT_MAX ? static_cast<int>(length) : INT_MAX;
+    return static_cast<int>(std::min<std::size_t>(std::strlen(s), INT_MAX));
 }
 
 int gen_has_wildcard_chars(char const* s) {

@@ -73,7 +73,7 @@ std::uint32_t reduced(__m128i block) {
     // The product of the 32 bits of highest power with the quotient says which multiple of the
     // polynomial has those bits. Less that multiple, only the other 32 bits are left.
     __m128i const division = _mm_set_epi64x(polynomial, quotient);
-    __m128i const low_half = _mm_setr_epi32(-1, 0, 0, 0);
+    __m128i const low_half = _mm_cvtsi32_si128(-1);
     block = _mm_srli_si128(block, 8);
     __m128i const highest = _mm_and_si128(block, low_half);
     __m128i const times = _mm_and_si128(_mm_clmulepi64_si128(highest, division, 0x00), low_half);
@@ -97,11 +97,13 @@ std::uint32_t crc_update_folded(std::uint32_t crc, char const* data, std::size_t
     // Beginning with a register is beginning with none and the register added to the first bytes.
     __m128i block = _mm_xor_si128(load(data), _mm_cvtsi32_si128(static_cast<int>(crc)));
     __m128i const by_one = powers<16>();
+    // MUTANT_EXCL_LINE(>= to >; 4 to 5): one block at a time gives the same
     if (size >= 4 * crc_block_size) {
         __m128i const by_four = powers<64>();
         __m128i second = load(data + 16);
         __m128i third = load(data + 32);
         __m128i fourth = load(data + 48);
+        // MUTANT_EXCL_LINE(>= to >; 64 to 65 (place 3)): likewise
         for (data += 64, size -= 64; size >= 64; data += 64, size -= 64) {
             block = folded(block, by_four, data);
             second = folded(second, by_four, data + 16);

@@ -8,7 +8,7 @@
 
 /// An insert as it stands in the format of a message.
 struct MessageInsert {
-    static constexpr unsigned most = 99;
+    static constexpr unsigned most = 99; // MUTANT_EXCL_LINE: room alone
     /// What the conversions of a message have room for, each with its "%" and a terminator.
     static constexpr std::size_t room = 4095;
 
@@ -55,14 +55,15 @@ class MessageParts {
         STL_ARGUMENT kind;
         bool is_named; // by an insert
     };
-    static constexpr unsigned most = 128;
+    static constexpr unsigned most = 128; // MUTANT_EXCL_LINE: what is longer is read otherwise
 
     void add_text(std::string_view text);
     bool add_insert(char const*& at);
 
     Part m_parts[most];
     unsigned m_count = 0;
-    Argument m_arguments[MessageInsert::most + 1]; // up to the highest
+    // Up to the highest. MUTANT_EXCL_LINE(1 to 2): room alone
+    Argument m_arguments[MessageInsert::most + 1];
     unsigned m_highest = 0;
-    std::size_t m_room_taken = 0;
+    std::size_t m_room_taken = 0; // MUTANT_EXCL_LINE: what is longer is read otherwise
 };

@@ -30,7 +30,10 @@ class MessageReadings {
     STL_ARG_CURSOR m_cursor;
     unsigned m_counter = 0; // the argument that the cursor stands behind
     unsigned m_end = 0;     // of what the current reading has recorded
+    // MUTANT_EXCL_LINE(1 to 2): room alone
     bool m_is_used[MessageInsert::most + 1] = {};
-    unsigned short m_begin[MessageInsert::most + 1]; // in the buffer, of the numbers used
+    // In the buffer, of the numbers used. MUTANT_EXCL_LINE(1 to 2): room alone
+    unsigned short m_begin[MessageInsert::most + 1];
+    // MUTANT_EXCL_LINE(1 to 2): room alone
     char m_buffer[MessageInsert::room + 1];
 };

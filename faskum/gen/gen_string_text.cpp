@@ -17,13 +17,12 @@ bool is_white_space(char character) {
 
 /// The part of @p s between what is trimmed off its ends.
 std::string_view inner(STR const& s, bool (&trimmed)(char)) {
-    std::size_t end = s.size();
-    while (end > 0 && trimmed(s[end - 1]))
-        --end;
-    std::size_t begin = 0;
-    while (begin < end && trimmed(s[begin]))
-        ++begin;
-    return std::string_view(s).substr(begin, end - begin);
+    std::string_view rest = s;
+    while (!rest.empty() && trimmed(rest.back()))
+        rest.remove_suffix(1);
+    while (!rest.empty() && trimmed(rest.front()))
+        rest.remove_prefix(1);
+    return rest;
 }
 
 } // namespace
@@ -62,7 +61,7 @@ char* gen_strncpy(char* dst, char const* src, unsigned n) {
     std::size_t const copied = strnlen(src, n);
     std::size_t const left = n - copied;
     std::memmove(dst, src, copied);
-    std::memset(dst + copied, '\0', left >= 2 ? left - 1 : 1);
+    std::memset(dst + copied, '\0', std::max<std::size_t>(left, 2) - 1);
     return dst;
 }
 

@@ -37,7 +37,7 @@ constexpr std::array<Expansion, 256> no_letters = [] {
             expansion_of(length == 1 ? byte : before | byte << 8, length);
     };
     for (int character = lowest; character < -lowest; ++character)
-        put(character, 0, 1);
+        put(character, 0, 1); // MUTANT_EXCL_LINE(0 to 1): one character has none before it
     for (char const special : {'.', '(', ')', '[', '\\', ']', '|'})
         put(special, '\\', 2);
     for (char const wild : {'*', '?'})
@@ -68,9 +68,10 @@ class LocaleLetters {
 };
 
 STR expression_of(std::string_view pattern, bool anchor) {
-    constexpr std::size_t anchors_size = 2;
+    constexpr std::size_t anchors_size = 2; // MUTANT_EXCL_LINE(2 to 3): room alone
     LocaleLetters const letters;
     // Room for letters alone, written to the end of the last one whatever it is.
+    // MUTANT_EXCL_LINE('\0' to '~'): no character of it is left as it was
     STR expression(sizeof(Expansion) * pattern.size() + anchors_size, '\0');
     char* at = expression.data();
     if (anchor)

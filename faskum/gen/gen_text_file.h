@@ -27,9 +27,9 @@ class TextFile {
     bool is_open() const { return m_file >= 0; }
 
     void put(std::string_view text) {
-        if (text.size() > sizeof m_buffer - m_buffered)
+        if (text.size() > sizeof m_buffer - m_buffered) // MUTANT_EXCL_LINE(> to >=): when to write
             flush();
-        if (text.size() > sizeof m_buffer) {
+        if (text.size() > sizeof m_buffer) { // MUTANT_EXCL_LINE(> to >=): likewise
             write_all(text);
             return;
         }
@@ -59,7 +59,7 @@ class TextFile {
         while (!text.empty() && m_fault == 0) {
             ssize_t const written =
                 gen_retry([&] { return write(m_file, text.data(), text.size()); });
-            if (written <= 0)
+            if (written <= 0) // MUTANT_EXCL_LINE(<= to <): no device answers 0
                 m_fault = written < 0 ? errno : EIO; // GCOVR_EXCL_BR_LINE: no device answers 0
             else
                 text.remove_prefix(static_cast<std::size_t>(written));
@@ -69,5 +69,5 @@ class TextFile {
     int m_file;
     int m_fault = 0; ///< the errno of the write that failed
     std::size_t m_buffered = 0;
-    char m_buffer[1 << 14];
+    char m_buffer[1 << 14]; // MUTANT_EXCL_LINE: no answer depends on room
 };

@@ -21,6 +21,7 @@ TEST_SECONDS = 1800
 PROCESSOR_SECONDS = 10  # all tests together take a third of it, and an endless loop is over by then
 SANITIZED_PROCESSOR_SECONDS = 120
 MEGABYTES = 1024
+SANITIZED_MEGABYTES = 3072  # what is freed is kept for a while
 LIBC = ctypes.CDLL(None, use_errno=True)
 CLONE_NEWNS, CLONE_NEWUSER = 0x20000, 0x10000000
 MS_BIND, MS_REC, MS_PRIVATE = 0x1000, 0x4000, 0x40000
@@ -157,7 +158,8 @@ class Worker:
         temporary.mkdir()
         environment = dict(os.environ, GEN_TEST_EFFORT="quick", TMPDIR=str(temporary))
         if build.is_sanitized:
-            environment["ASAN_OPTIONS"] = f"hard_rss_limit_mb={MEGABYTES}:" + environment.get("ASAN_OPTIONS", "")
+            limit_of_memory = f"hard_rss_limit_mb={SANITIZED_MEGABYTES}:"
+            environment["ASAN_OPTIONS"] = limit_of_memory + environment.get("ASAN_OPTIONS", "")
         command = [str(build.directory / "bin" / program), "--gtest_fail_fast", "--gtest_brief=1",
                    "--gtest_filter=" + suites]
 

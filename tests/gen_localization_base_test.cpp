@@ -64,6 +64,33 @@ TEST_F(LocalBase, EmptyNameFollowsTheEnvironment) {
     EXPECT_EQ(gen_local_isalpha(0xE4), 0);
 }
 
+TEST_F(LocalBase, EmptyNameTellsTheCategoriesOfTheEnvironmentApart) {
+    std::setlocale(LC_ALL, TestLocale::name);
+    ScopedVariable const all("LC_ALL", ""); // as good as none
+    ScopedVariable const language("LANG", nullptr);
+    LOCALIZATION_BASE_STRING = "";
+    // One behind the other, the names are the same text.
+    ScopedVariable const character("LC_CTYPE", "C");
+    ScopedVariable const numeric("LC_NUMERIC", "CC");
+    EXPECT_EQ(gen_local_isalpha(0xE4), 0);
+    setenv("LC_CTYPE", "CC", 1);
+    setenv("LC_NUMERIC", "C", 1);
+    EXPECT_NE(gen_local_isalpha(0xE4), 0);
+}
+
+TEST_F(LocalBase, EmptyNameFollowsTheEnvironmentInTimesToo) {
+    ScopedVariable const all("LC_ALL", nullptr);
+    ScopedVariable const time("LC_TIME", "C");
+    LOCALIZATION_BASE_STRING = "";
+    std::tm const january{};
+    char text[40] = "";
+    gen_local_strftime(text, sizeof text, "%B", &january);
+    EXPECT_STREQ(text, "January");
+    setenv("LC_TIME", TestLocale::name, 1);
+    gen_local_strftime(text, sizeof text, "%B", &january);
+    EXPECT_STRNE(text, "January");
+}
+
 // setlocale takes such a name for all categories at once only.
 TEST_F(LocalBase, NameThatTellsTheCategoriesOneByOneCountsAsNotInstalled) {
     std::string const every = std::string("LC_CTYPE=") + TestLocale::name +

@@ -49,6 +49,19 @@ TEST(LocalStrtodQuick, MillionsOfRandomNumbersReadAsStrtodReads) {
     }
 }
 
+// In 64 bits they would be 15, or 155.
+TEST(LocalStrtodQuick, DigitsThatWrapReadAsStrtodReads) {
+    for (char const* const text :
+         {"18446744073709551631", "1.8446744073709551631", ".18446744073709551631",
+          "18446744073709551631.5"})
+        expect_read_as_strtod_reads(text);
+}
+
+TEST(LocalStrtodQuick, EveryByteInFrontOfANumberReadsAsStrtodReads) {
+    for (int byte = 1; byte < 256; ++byte)
+        expect_read_as_strtod_reads(std::string(1, static_cast<char>(byte)) + "1.5");
+}
+
 TEST(LocalStrtodQuick, RandomTextsReadAsStrtodReads) {
     constexpr std::string_view alphabet =
         "0123456789012345678900000....eeEE+--  \tx,infaNp(\x80\xA0";

@@ -84,7 +84,7 @@ TEST(HostName, FailureIsReportedAndEmpty) {
     ProgramResult const result = run_probe({"host_name"}, {{"FAKED_HOST_NAME", ""}});
     EXPECT_EQ(result.output, "\n");
     EXPECT_THAT(result.errors,
-                HasSubstr("gethostname(host_name_buf, buf_size) == 0 (GEN, gen_os_info:"));
+                HasSubstr("gethostname(host_name_buf, buf_size) == 0 (GEN, gen_os_info:288)"));
     EXPECT_EQ(result.status, 0);
 }
 

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <sstream>
 #include <sys/sysinfo.h>
 #include <sys/utsname.h>
@@ -125,6 +126,29 @@ TEST(Memory, PhysicalIsWhatTheKernelTells) {
     EXPECT_EQ(run_probe({"memory"}, {{"FAKED_PAGES", "-1"}}).output, "0\n");
 }
 
+TEST(Memory, SignalOfEarlierHasNothingReadAgain) {
+    if (!proc_trouble().empty())
+        GTEST_SKIP() << proc_trouble();
+    unsigned long long bytes = 0;
+    errno = EINTR;
+    alarm(20); // what never ends would do so for ever
+    EXPECT_TRUE(Machine::get_available_ram(&bytes));
+    alarm(0);
+    EXPECT_GT(bytes, 0U);
+}
+
+TEST(Memory, AnswersLeaveNoFileOpen) {
+    auto const next_descriptor = [] {
+        int const file = dup(STDERR_FILENO);
+        close(file);
+        return file;
+    };
+    int const before = next_descriptor();
+    Machine::get_available_ram(nullptr);
+    Machine::get_virtual_ram(nullptr);
+    EXPECT_EQ(next_descriptor(), before);
+}
+
 TEST(Memory, NullDropsTheAnswer) {
     if (!proc_trouble().empty())
         GTEST_SKIP() << proc_trouble();
@@ -183,6 +207,8 @@ INSTANTIATE_TEST_SUITE_P(
                 "virtual 77, available 0, total +0, usage -0"},
         Meminfo{"digits end at the first other character", "SwapTotal: 12abc kB\nMemFree: 0x10\n",
                 "virtual 12288, available 0, total +12288, usage -0"},
+        Meminfo{"no other character parts words", "SwapTotal~4: 8 kB\nMemFree: ~1 kB\n",
+                "virtual 8192, available 0, total +8192, usage -0"},
         Meminfo{"a tab is part of the number's word", "SwapTotal:\t8 kB\nMemFree: \t1 kB\n",
                 "virtual 8192, available 1024, total +8192, usage -1024"}));
 

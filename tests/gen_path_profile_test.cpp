@@ -3,6 +3,7 @@
 #include "gen_path_temp.h"
 
 #include "error_recorder.h"
+#include "in_child.h"
 #include "system_trouble.h"
 #include "temp_directory.h"
 
@@ -177,6 +178,19 @@ TEST_F(GuiProfile, IsClosedInProgramsThatTheHostStarts) {
         EXPECT_EQ(fcntl(file, F_GETFL) & O_NONBLOCK, 0);
     }
     EXPECT_EQ(found, 1);
+}
+
+// A host without a standard input gets the first descriptor there is.
+TEST_F(GuiProfile, MayHaveTheDescriptorOfTheStandardInput) {
+    gen_set_db_dir_path(STR(m_database.path() + "/"));
+    std::string const answer = in_child([]() -> std::string {
+        close(STDIN_FILENO);
+        gen_set_gui_profile_stream();
+        if (gui_profile_stream == nullptr)
+            return "no profile";
+        return (fcntl(STDIN_FILENO, F_GETFL) & O_NONBLOCK) == 0 ? "waits" : "does not wait";
+    });
+    EXPECT_EQ(answer, "waits");
 }
 
 TEST_F(GuiProfile, CanBeClosedByItsHost) {

@@ -271,7 +271,8 @@ std::string temp_path_with(std::vector<std::string> const& directories) {
         ErrorRecorder recorder;
         std::string answer(gen_get_temp_path());
         for (ReportedError const& error : recorder.errors())
-            answer += "|" + error.condition + "|" + error.owner + "|" + error.source_file;
+            answer += "|" + error.condition + "|" + error.owner + "|" + error.source_file + ":" +
+                      std::to_string(error.line);
         return answer;
     });
 }
@@ -285,7 +286,7 @@ TEST(TempPath, PrefersVarTmpAndReportsWhenThereIsNone) {
     EXPECT_EQ(temp_path_with({"var/tmp"}), "/var/tmp/");
     EXPECT_EQ(temp_path_with({"var", "tmp"}), "/tmp/");
     EXPECT_EQ(temp_path_with({}),
-              "|Both /var/tmp and /tmp temporary directories do not exist|GEN|gen_path");
+              "|Both /var/tmp and /tmp temporary directories do not exist|GEN|gen_path:1893");
 }
 
 TEST(UserProfileDirectory, IsCreatedUnderHome) {

@@ -162,6 +162,7 @@ TEST(Itoa, Table) {
 }
 
 TEST(Itoa, EveryRadixAtEveryBoundary) {
+    ErrorRecorder const recorder;
     for (unsigned radix = 2; radix <= 36; ++radix)
         for (std::uint64_t const value : boundaries(radix))
             for (int const signed_value :
@@ -175,6 +176,7 @@ TEST(Itoa, EveryRadixAtEveryBoundary) {
                         expected.size()),
                     expected);
             }
+    EXPECT_EQ(recorder.errors(), std::vector<ReportedError>());
 }
 
 TEST(Itoa, EveryFourDigitsInEveryPlace) {

@@ -43,6 +43,7 @@ constexpr std::uint64_t largest_exact_digits = std::uint64_t{1} << 53;
 
 char const* read_digits(char const* text, std::uint64_t& number) {
     for (; ascii_is_digit(*text); ++text)
+        // MUTANT_EXCL_LINE(+ to -): what seems too large then is read more slowly, to the same end
         number = number * 10 + static_cast<unsigned>(*text - '0');
     return text;
 }
@@ -74,7 +75,7 @@ Decimal read_decimal(char const* text, char point) {
         ++text;
     number.negative = *text == '-';
     if (*text == '-' || *text == '+')
-        ++text;
+        ++text; // MUTANT_EXCL_LINE(without): the C library reads what has a sign
     number.first = text;
     text = read_digits(text, number.digits);
     number.count = text - number.first;

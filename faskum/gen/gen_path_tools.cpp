@@ -97,9 +97,12 @@ FOR_EACH_ADVISOR(DEFINE_ADVISOR)
 
 MEM_VECTOR<GEN_TOOL_FILE> gen_get_tool_files() {
     // GCOVR_EXCL_BR_START: of what the compiler makes for exceptions
+    // MUTANT_EXCL_LINE("" to "~"): of a report only the flag has a say
     return {{"report", "gen_get_krpt_name(first)", gen_get_krpt_name("", "", "", true, "")},
+            // MUTANT_EXCL_LINE("" to "~"): likewise
             {"report", "gen_get_krpt_name(second)", gen_get_krpt_name("", "", "", false, "")},
             {"report", "gen_get_rpw_filename(3)", gen_get_rpw_filename(3)},
+            // MUTANT_EXCL_LINE("" to "~"; false to true): nothing that is asked for has a say
             {"window", "gen_get_fled_filename", gen_get_fled_filename("", false)},
             FOR_EACH_TOOL(WINDOW_ROW) FOR_EACH_ADVISOR(ADVISOR_ROW)};
     // GCOVR_EXCL_BR_STOP

@@ -62,8 +62,9 @@ bool MessageParts::add_insert(char const*& at) {
     while (m_highest < number)
         m_arguments[++m_highest] = {STL_ARGUMENT::word, false};
     Argument& argument = m_arguments[number];
-    if (!argument.is_named)
+    if (!argument.is_named) // MUTANT_EXCL_LINE(without): likewise
         argument = {part.conversion.argument, true};
+    // MUTANT_EXCL_LINE: likewise
     return argument.kind == part.conversion.argument;
 }
 

@@ -18,9 +18,10 @@ PROGRAMS = ("gen_tests", "allocation_tests", "query_tests")
 UNWANTED = ("-g", "-g1", "-O0", "-O2", "--coverage", "-fprofile-update=atomic")
 COMPILE_SECONDS = 300
 TEST_SECONDS = 1800
-PROCESSOR_SECONDS = 10  # all tests together take a third of it, and an endless loop is over by then
-SANITIZED_PROCESSOR_SECONDS = 120
-MEGABYTES = 1024
+PROCESSOR_SECONDS = 10  # for the tests of a topic; an endless loop is over by then, however busy the machine
+TIMES_FOR_ALL_TESTS = 6
+TIMES_UNDER_SANITIZERS = 6
+MEGABYTES = 2000
 SANITIZED_MEGABYTES = 3072  # what is freed is kept for a while
 LIBC = ctypes.CDLL(None, use_errno=True)
 CLONE_NEWNS, CLONE_NEWUSER = 0x20000, 0x10000000
@@ -165,7 +166,7 @@ class Worker:
 
         def prepare():
             put_over(self.library, build.library)
-            limit(build.is_sanitized)
+            limit(build.is_sanitized, suites == "*")
 
         try:
             return run(command, TEST_SECONDS, self.place, environment, prepare) == 0
@@ -191,9 +192,11 @@ def put_over(source, target):
     ask(LIBC.mount, os.fsencode(source), os.fsencode(target), None, MS_BIND, None)
 
 
-def limit(is_sanitized):
+def limit(is_sanitized, for_all_tests):
     """Sanitizers reserve most of the address space, and take their time."""
-    seconds = SANITIZED_PROCESSOR_SECONDS if is_sanitized else PROCESSOR_SECONDS
+    seconds = PROCESSOR_SECONDS
+    seconds *= TIMES_UNDER_SANITIZERS if is_sanitized else 1
+    seconds *= TIMES_FOR_ALL_TESTS if for_all_tests else 1
     resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
     if not is_sanitized:

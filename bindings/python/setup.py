@@ -1,5 +1,6 @@
 """Builds the extension against an installed library, which pkg-config knows: `pip install .`"""
 
+import shlex
 import subprocess
 
 from setuptools import Extension, setup
@@ -8,7 +9,7 @@ from setuptools import Extension, setup
 def pkg_config(*options):
     done = subprocess.run(["pkg-config", *options, "korvane_gen_c"], stdout=subprocess.PIPE, text=True,
                           check=True)
-    return done.stdout.split()
+    return shlex.split(done.stdout)  # it escapes the blanks of directories
 
 
 setup(

@@ -10,7 +10,9 @@ import pathlib
 import re
 import subprocess
 import sys
-import tempfile
+
+sys.path.append(str(pathlib.Path(__file__).parent.parent))
+import staging  # noqa: E402
 
 HOSTS = pathlib.Path(__file__).with_name("hosts.sh")
 
@@ -75,7 +77,7 @@ def check_version(scratch, tree, compiler, flags, environment):
 
 def main(build, readme, examples, compiler, flags):
     check_readme(readme.read_text(encoding="utf-8"), examples)
-    with tempfile.TemporaryDirectory() as directory:
+    with staging.scratch() as directory:
         scratch = pathlib.Path(os.path.realpath(directory))
         run("cmake", "--install", build, "--prefix", scratch / "staged")
         tree = (scratch / "staged").rename(scratch / "moved")

@@ -24,7 +24,6 @@ import re
 import shlex
 import subprocess
 import sys
-import tempfile
 
 sys.path.append(str(pathlib.Path(__file__).parent.parent))
 import staging  # noqa: E402
@@ -118,7 +117,7 @@ def main(build, other_build, examples):
     cases = pathlib.Path(__file__).parent / "cases"
     questions = [question for path in sorted(cases.glob("*.txt"))
                  for question in read_questions(path)]
-    with tempfile.TemporaryDirectory() as directory:
+    with staging.scratch() as directory:
         root = pathlib.Path(os.path.realpath(directory)) / "korvane"
         ours, theirs = (answers_of(root, path / "bin" / "gen_query", examples, questions)
                         for path in (build, other_build))

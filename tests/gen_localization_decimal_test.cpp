@@ -51,9 +51,8 @@ TEST(LocalStrtodQuick, MillionsOfRandomNumbersReadAsStrtodReads) {
 
 // In 64 bits they would be 15, or 155.
 TEST(LocalStrtodQuick, DigitsThatWrapReadAsStrtodReads) {
-    for (char const* const text :
-         {"18446744073709551631", "1.8446744073709551631", ".18446744073709551631",
-          "18446744073709551631.5"})
+    for (char const* const text : {"18446744073709551631", "1.8446744073709551631",
+                                   ".18446744073709551631", "18446744073709551631.5"})
         expect_read_as_strtod_reads(text);
 }
 

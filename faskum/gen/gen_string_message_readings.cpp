@@ -54,7 +54,7 @@ unsigned MessageReadings::record(char const*& at) {
     put('%');
     for (char const c : conversion)
         put(c);
-    if (!put('\0')) // MUTANT_EXCL_LINE('\0' to '~'): no conversion has either
+    if (!put('\0'))             // MUTANT_EXCL_LINE('\0' to '~'): no conversion has either
         m_buffer[begin] = '\0'; // the whole of it has no room
     return number;
 }

@@ -4,6 +4,7 @@
 #include <climits>
 #include <filesystem>
 #include <string>
+#include <tuple>
 
 #include "gen_path.h"
 #include "gen_string_compare.h"
@@ -70,7 +71,10 @@ class Search {
         int look;
         std::string path;
 
-        auto operator<=>(Found const&) const = default;
+        bool operator<(Found const& other) const {
+            return std::tie(distance, look, path) <
+                   std::tie(other.distance, other.look, other.path);
+        }
     };
 
     std::string m_name;

@@ -112,6 +112,7 @@ BaseLocale& find_base_locale(char const* name) {
         fill_in(*base);
     }
     if (!is_empty) // the environment has to be asked again at the next call
+        // MUTANT_EXCL_LINE(without): it would be looked for again at each call
         current_base_locale.store(base, std::memory_order_release);
     return *base;
 }

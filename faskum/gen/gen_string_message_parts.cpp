@@ -60,6 +60,7 @@ bool MessageParts::add_insert(char const*& at) {
     part.number = number;
     stl_parse_conversion(conversion.data(), part.conversion);
     while (m_highest < number)
+        // MUTANT_EXCL_LINE(false to true): what is no word is read otherwise
         m_arguments[++m_highest] = {STL_ARGUMENT::word, false};
     Argument& argument = m_arguments[number];
     if (!argument.is_named) // MUTANT_EXCL_LINE(without): likewise

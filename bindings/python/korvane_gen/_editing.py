@@ -9,29 +9,28 @@ from ._types import Text
 
 class UndoSection:
     """A section of an undo file. As a context manager it is recorded at the end of its body,
-    unless an exception leaves that; outside it a command is a ValueError."""
+    unless an exception leaves that; outside it, or once another section has begun, a command is a ValueError."""
 
-    def __init__(self, file: object) -> None:
+    def __init__(self, file: "UndoFile", number: int) -> None:
         self._file = file
+        self._number = number
 
     def __enter__(self) -> "UndoSection":
         return self
 
     def __exit__(self, exception_type: object, *_: object) -> None:
-        if exception_type is not None:
-            # Nothing of it is recorded, and nothing more belongs to it.
-            _gen.undo_begin(self._file, "")
-            _gen.undo_end(self._file)
-        elif not _gen.undo_end(self._file):
-            raise ValueError("a section needs a title and a command")
+        if exception_type is None:
+            self._file._end(self._number)
+        else:
+            self._file._drop(self._number)
 
     def undo(self, command: Text, *, comment: Text = "") -> None:
         """Adds a command that undoes the edit."""
-        _gen.undo_add(self._file, False, command, comment)
+        self._file._add(self._number, False, command, comment)
 
     def redo(self, command: Text, *, comment: Text = "") -> None:
         """Adds a command that does the edit again."""
-        _gen.undo_add(self._file, True, command, comment)
+        self._file._add(self._number, True, command, comment)
 
 
 class UndoFile:
@@ -45,6 +44,7 @@ class UndoFile:
 
     def __init__(self, directory: Text = ".") -> None:
         self._file = _gen.undo_create(directory)
+        self._sections = 0 # how many have begun; the last of them may be open
 
     def __enter__(self) -> "UndoFile":
         return self
@@ -54,14 +54,34 @@ class UndoFile:
             self.commit()
 
     def section(self, title: Text, *, description: Text = "") -> UndoSection:
-        """Begins a section."""
+        """Begins a section; one that is open is over, unrecorded."""
         _gen.undo_begin(self._file, title)
+        self._sections += 1
         _gen.undo_describe(self._file, description)
-        return UndoSection(self._file)
+        return UndoSection(self, self._sections)
 
     def commit(self) -> Path:
         """Writes all recorded sections and gives the file. OSError where it cannot be opened."""
         return _gen.undo_commit(self._file)
+
+    def _check(self, number: int) -> None:
+        if number != self._sections:
+            raise ValueError("UndoSection: section has not begun or is over")
+
+    def _add(self, number: int, redo: bool, command: Text, comment: Text) -> None:
+        self._check(number)
+        _gen.undo_add(self._file, redo, command, comment)
+
+    def _end(self, number: int) -> None:
+        self._check(number)
+        if not _gen.undo_end(self._file):
+            raise ValueError("a section needs a title and a command")
+
+    def _drop(self, number: int) -> None:
+        """Nothing of the section is recorded, and nothing more belongs to it."""
+        if number == self._sections:
+            _gen.undo_begin(self._file, "")
+            _gen.undo_end(self._file)
 
 
 class Slot(NamedTuple):

@@ -10,8 +10,7 @@ proc ::korvane_gen::sub::flags {args} {
 }
 
 proc ::korvane_gen::sub::histogram {args} {
-    lassign [options histogram {} $args 2 3] low high bins
-    ::korvane_gen::Histogram new $low $high [expr {[llength $args] == 3 ? $bins : 10}]
+    ::korvane_gen::Histogram new {*}[lrange [list {*}[options histogram {} $args 2 3] 10] 0 2]
 }
 
 oo::class create ::korvane_gen::Undo {

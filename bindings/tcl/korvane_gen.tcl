@@ -93,7 +93,7 @@ proc ::korvane_gen::options {name known arguments least most} {
                 return -level 2 -code error -errorcode {TCL WRONGARGS} \
                     "option \"$word\" wants a value: should be \"[dict get $usage $name]\""
             }
-            dict set given $word [expr {$words ? [lindex $arguments [incr i]] : 1}]
+            dict set given $word [if {$words} {lindex $arguments [incr i]} {string cat 1}]
         } elseif {[string match -* $word] && ([llength $rest] || $count - $i > $most)} {
             return -level 2 -code error -errorcode [list KORVANE OPTION $word] \
                 "unknown option \"$word\": should be \"[dict get $usage $name]\""
@@ -114,9 +114,11 @@ proc ::korvane_gen::options {name known arguments least most} {
     return $rest
 }
 
+# A text goes through "if" here, never through "expr", which would write 0x10 as 16.
+
 # Those of the rows that are there.
 proc ::korvane_gen::there {rows} {
-    lmap row $rows {expr {[dict get $row there] ? $row : [continue]}}
+    lmap row $rows {if {[dict get $row there]} {set row} continue}
 }
 
 # One column of a table.

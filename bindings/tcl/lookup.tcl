@@ -44,7 +44,7 @@ proc ::korvane_gen::sub::find {args} {
         -cached {return [c::find_cached $name]}
         -all {return [there [c::trace_find $name $eda 1]]}
         -trace {return [c::trace_find $name $eda 0]}
-        default {return [expr {$eda ? [c::find_eda $name] : [c::find $name]}]}
+        default {if {$eda} {c::find_eda $name} {c::find $name}}
     }
 }
 

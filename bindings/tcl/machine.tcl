@@ -25,7 +25,7 @@ proc ::korvane_gen::sub::machine {args} {
 
 proc ::korvane_gen::sub::modules {args} {
     options modules {-tag 1 -phase 1 -modules 0 -details 0 -memory 0} $args 0 0
-    set words [list [expr {[dict exists $given -tag] ? [dict get $given -tag] : "tcl"}]]
+    set words [list [dict get [dict merge {-tag tcl} $given] -tag]]
     foreach option {-modules -details -memory} {
         lappend words [dict exists $given $option]
     }

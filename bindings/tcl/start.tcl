@@ -54,8 +54,7 @@ proc ::korvane_gen::sub::names {args} {
 }
 
 proc ::korvane_gen::sub::database-file {args} {
-    lassign [options database-file {} $args 1 2] name extension
-    c::database_file $name [expr {[llength $args] == 2 ? $extension : "pdb"}]
+    c::database_file {*}[lrange [list {*}[options database-file {} $args 1 2] pdb] 0 1]
 }
 
 proc ::korvane_gen::sub::temp {args} {

@@ -60,7 +60,7 @@ proc ::korvane_gen::sub::number {args} {
         return
     }
     lassign $read value used
-    set radix [expr {[dict exists $given -radix] ? [dict get $given -radix] : 10}]
+    set radix [dict get [dict merge {-radix 10} $given] -radix]
     dict create value $value digits [c::write_integer $value $radix] used $used
 }
 
@@ -79,12 +79,12 @@ proc ::korvane_gen::sub::wildcard {args} {
     if {![llength $names]} {
         return [c::wildcard $pattern $part]
     }
-    lmap name $names {expr {[c::wildcard_matches $pattern $part $name] ? $name : [continue]}}
+    lmap name $names {if {[c::wildcard_matches $pattern $part $name]} {set name} continue}
 }
 
 proc ::korvane_gen::sub::sanitise {args} {
     lassign [options sanitise {-checksum 0} $args 1 1] name
-    expr {[dict exists $given -checksum] ? [c::checksum_sanitised $name] : [c::sanitise $name]}
+    if {[dict exists $given -checksum]} {c::checksum_sanitised $name} {c::sanitise $name}
 }
 
 proc ::korvane_gen::sub::hash-size {args} {

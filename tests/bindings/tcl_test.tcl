@@ -222,6 +222,11 @@ test text-2a "characters above U+FFFF and bytes that are no UTF-8" {
         [lmap text $texts {string equal [gen fold -upper a$text] A$text}] \
         [lmap text $texts {string equal [gen message %1 $text] $text}]
 } {1 {1 1 1} {1 1 1}}
+test text-2b "texts that look like numbers stay as they are" -body {
+    set made [gen temp -directory . -prefix 0x1 -number 42]
+    list [gen sanitise 0x10] [gen wildcard * 1.50 0x10 007] [file tail [gen database-file 007 0x10]] $made \
+        [dict get [gen project -db 0x10] database] [gen find 1e3]
+} -cleanup {file delete $made; gen project -db db} -result {0x10 {1.50 0x10 007} db007.0x10 ./0x10000002a.tmp 0x10 {}}
 test text-3 "a text without room for its answer is an error" {
     exec sh -c {ulimit -v 230000; exec tclsh8.6 - "$1"} sh $build << {
         lappend auto_path [lindex $argv 1]/tcl

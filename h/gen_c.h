@@ -223,8 +223,8 @@ KORVANE_API gen_c_status gen_c_condition(char const* condition, gen_c_text* pref
                                          gen_c_text* diagnostics);
 /// What it is made of: type (a number), name, text.
 KORVANE_API gen_c_status gen_c_condition_tokens(char const* condition, gen_c_table** tokens);
-/// Its prefix form as a tree, roots first: depth, text. Without rows, and GEN_C_DIAGNOSED, where it
-/// has diagnostics or makes internal errors.
+/// Its prefix form as a tree, roots first: depth, text. Without rows where gen_c_condition gives
+/// GEN_C_DIAGNOSED or GEN_C_INTERNAL_ERROR, with the same status.
 KORVANE_API gen_c_status gen_c_condition_tree(char const* condition, gen_c_table** tree);
 
 // Text.

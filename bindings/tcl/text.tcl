@@ -2,11 +2,11 @@
 
 proc ::korvane_gen::sub::condition {args} {
     lassign [options condition {-tokens 0 -tree 0 -diagnostics 0} $args 1 1] condition
-    switch -- [dict keys $given] {
-        -tokens {return [c::condition_tokens $condition]}
-        -tree {return [c::condition_tree $condition]}
-        "" - -diagnostics {}
-        default {wrong condition}
+    if {[dict size $given] > 1} {
+        wrong condition
+    }
+    if {[dict exists $given -tokens]} {
+        return [c::condition_tokens $condition]
     }
     lassign [c::condition $condition] prefix text
     set diagnostics [split [string trimright $text \n] \n]
@@ -16,6 +16,9 @@ proc ::korvane_gen::sub::condition {args} {
     if {[llength $diagnostics]} {
         return -code error -errorcode [list KORVANE CONDITION $diagnostics $prefix [c::reports]] \
             [join $diagnostics "; "]
+    }
+    if {[dict exists $given -tree]} {
+        return [c::condition_tree $condition]
     }
     return $prefix
 }

@@ -49,25 +49,25 @@ gen_c_status gen_c_condition_tokens(char const* condition, gen_c_table** tokens)
     return give(std::move(table), tokens);
 }
 
-static gen_c_status tell_tree(char const* condition, gen_c_table** tree) {
+static gen_c_status give_tree(char const* condition, gen_c_table** tree) {
     Reports const reports;
     ConditionTokens tokens;
     bool const failed = for_each_token(condition, [&tokens](BP_TOKEN const& token) {
         tokens.emplace_back(token.type, token.text);
     });
     gen_c_table table{"depth", "text"};
-    if (reports.status(failed ? GEN_C_DIAGNOSED : GEN_C_OK) != GEN_C_OK)
-        return give(std::move(table), tree, GEN_C_DIAGNOSED);
-    for (auto const& [depth, text] : condition_tree(tokens))
-        table.row({depth, std::string_view(text)});
-    return give(std::move(table), tree);
+    gen_c_status const status = reports.status(failed ? GEN_C_DIAGNOSED : GEN_C_OK);
+    if (status == GEN_C_OK)
+        for (auto const& [depth, text] : condition_tree(tokens))
+            table.row({depth, std::string_view(text)});
+    return give(std::move(table), tree, status);
 }
 
 gen_c_status gen_c_condition_tree(char const* condition, gen_c_table** tree) {
     if (lacks("condition", condition) || lacks("tree", tree))
         return GEN_C_BAD_ARGUMENT;
     try {
-        return tell_tree(condition, tree);
+        return give_tree(condition, tree);
     } catch (std::bad_alloc const&) {
         return GEN_C_NO_MEMORY;
     }

@@ -14,6 +14,9 @@ proc rewritten {condition} {
         diagnostics [texts [dict get $answer diagnostics]] internal_errors [d $times]
 }
 proc is_clean {record} {expr {[dict get $record diagnostics] eq "\[\]"}}
+proc tree_of {record condition} {
+    if {[is_clean $record] && [dict get $record internal_errors] eq [d {}]} {gen condition -tree -- $condition}
+}
 proc answer_condition {} {
     parse {--tokens {tokens 0} --tree {tree 0} --stdin {stdin 0}}
     want 0 1
@@ -29,7 +32,7 @@ proc answer_condition {} {
     set record [rewritten $condition]
     if {[has tokens]} {dict set record tokens [rows [gen condition -tokens -- $condition]]}
     if {[has tree]} {
-        dict set record tree [texts [lmap node [gen condition -tree -- $condition] {
+        dict set record tree [texts [lmap node [tree_of $record $condition] {
             set depth [dict get $node depth]
             string cat [string repeat "  " [expr {min($depth, 40)}]] [expr {$depth > 40 ? "\[$depth\] " : ""}] \
                 [dict get $node text]

@@ -37,6 +37,13 @@ class Text(unittest.TestCase):
                          ["path", "=", "time"])
         self.assertEqual(gen.condition_tree("a = 1"),
                          [(0, "EQUAL_TO"), (1, "HPATH a"), (1, "BUS 1")])
+        with self.assertRaisesRegex(gen.ConditionError, "Missing left hand side of equation"):
+            gen.condition_tree("a == 1")
+        with self.assertRaises(gen.ConditionError) as caught:
+            gen.condition_tree("a) = (b")
+        self.assertEqual([report.source for report in caught.exception.reports], ["gen_bp_parser"])
+        with self.assertRaises(gen.InternalError):
+            gen.condition_tree(")")
 
     def test_natural_order(self):
         names = ["data[10]", "data[9]", "DATA[1]", "a01", "a1"]

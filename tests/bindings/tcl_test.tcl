@@ -200,6 +200,10 @@ test condition-4 "internal errors come with them, or alone with what is answered
 test condition-5 "tokens and tree" {
     list [pick [gen condition -tokens "a = time"] name] [pick [gen condition -tree "a = 1"] depth text]
 } {{path = time} {{0 EQUAL_TO} {1 {HPATH a}} {1 {BUS 1}}}}
+test condition-6 "without a prefix form there is no tree, but the error of the condition" {
+    list [failure {gen condition -tree "a == 1"}] [lindex [failure {gen condition -tree )}] 1 1] \
+        [llength [lindex [dict get [failed_with {gen condition "a) = (b" -tree}] -errorcode] 4]]
+} {{{Missing left hand side of equation} {KORVANE CONDITION {{Missing left hand side of equation}} EQUAL_TO(HPATH(a),) {}}} INTERNAL 1}
 
 test text-1 "natural order" {
     list [gen lexsort {data[10] data[9] DATA[1] a01 a1}] [gen lexsort -nocase -decreasing {b10 B2 b1}] \

@@ -22,6 +22,15 @@ static void conditions(void) {
     CHECK_TEXT(text_at(table, 1, "text"), "1,2ns");
     CHECK(integer_at(table, 2, "depth") == 1);
     gen_c_table_free(table);
+    CHECK(gen_c_condition_tree("a == 1", &table) == GEN_C_DIAGNOSED);
+    CHECK(gen_c_table_rows(table) == 0 && gen_c_report_count() == 0);
+    gen_c_table_free(table);
+    CHECK(gen_c_condition_tree("a) = (b", &table) == GEN_C_DIAGNOSED);
+    CHECK(gen_c_table_rows(table) == 0 && gen_c_report_count() == 1);
+    gen_c_table_free(table);
+    CHECK(gen_c_condition_tree(")", &table) == GEN_C_INTERNAL_ERROR);
+    CHECK(gen_c_table_rows(table) == 0 && gen_c_report_count() != 0);
+    gen_c_table_free(table);
 }
 
 static void strings(void) {

@@ -30,7 +30,9 @@ def condition(given: Arguments) -> Answer:
     if given.tokens:
         record["tokens"] = _gen.condition_tokens(given.condition)
     if given.tree:
-        record["tree"] = [_tree_line(**row) for row in _gen.condition_tree(given.condition)]
+        is_whole = not record["diagnostics"] and not record["internal_errors"]
+        tree = _gen.condition_tree(given.condition) if is_whole else []
+        record["tree"] = [_tree_line(**row) for row in tree]
     return not record["diagnostics"], record
 
 

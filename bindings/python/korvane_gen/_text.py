@@ -43,7 +43,8 @@ def condition_tokens(text: Text) -> List[Token]:
 
 
 def condition_tree(text: Text) -> List[Node]:
-    """The prefix form of a condition as a tree, roots first."""
+    """The prefix form of a condition as a tree, roots first. ConditionError as from condition()."""
+    condition(text) # raises what is wrong with it
     return [Node(**row) for row in _gen.condition_tree(text)]
 
 

@@ -13,7 +13,7 @@ inline int gen_open_for_writing(STR const& path) {
     // Cut short at a NUL, the path would name, and empty, some other file.
     if (path.find('\0') != STR::npos) {
         errno = EINVAL;
-        return -1;
+        return -1; // MUTANT_EXCL_LINE(1 to 2): is as little a descriptor
     }
     auto const open_with = [&path](int flag) {
         constexpr mode_t permissions = 0666;

@@ -3,6 +3,7 @@
 #include "allocation_failure.h"
 
 #include "allocation_ground.h"
+#include "failing_heap.h"
 #include "gen_exe.h"
 #include "gen_meminfo.h"
 #include "gen_os_info_paths.h"
@@ -138,3 +139,13 @@ std::vector<Call> const calls = {
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(Start, AllocationFailure, testing::ValuesIn(calls), call_name);
+
+TEST(AllocationFailureLine, SaysHowLongTheStringOfAVariableIs) {
+    auto const set_without_memory = [] {
+        start_failing_heap(1, HeapFailure::one_and_all_after);
+        gen_restore_paths("/a", "/b");
+    };
+    // "PATH=/a" and its terminator.
+    EXPECT_EXIT(set_without_memory(), testing::ExitedWithCode(255),
+                "^korvane: out of memory: 8 bytes for GEN ");
+}

@@ -57,8 +57,9 @@ inline BaseLocale const* known_base_locale() {
     while (*kept == *wanted) {
         if (*kept == '\0')
             return current;
+        // MUTANT_EXCL_LINE(without): the name would be looked for among all
         ++kept;
-        ++wanted;
+        ++wanted; // MUTANT_EXCL_LINE(without): likewise
     }
     return nullptr;
 }

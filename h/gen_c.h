@@ -100,7 +100,7 @@ KORVANE_API double gen_c_table_real(gen_c_table const* table, size_t row, size_t
 /// Starts gen as an executable of an installation: that of @p executable, or, with a null one, as
 /// an executable "korvane_gen" in the platform directory ("linux", or what KORVANE_PLATFORM says)
 /// of the installation at @p root, a directory. One of the two is null. An executable without a "/"
-/// is looked up as a shell would; GEN_C_NOT_FOUND where there is no such root or executable. A
+/// is looked up as a shell would; GEN_C_NOT_FOUND where there is no such directory or executable. A
 /// process starts once: again with the same location is fine, with another one GEN_C_BAD_ARGUMENT.
 KORVANE_API gen_c_status gen_c_start(char const* root, char const* executable);
 /// 1 between gen_c_start and gen_c_finish. A host that begins with GEN_DEFINE_MAIN has started gen

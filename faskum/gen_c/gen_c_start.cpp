@@ -8,12 +8,18 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <sys/stat.h>
 
 using namespace gen_c;
 
 namespace {
 
 bool is_started = false;
+
+bool is_directory(char const* path) {
+    struct stat status;
+    return stat(path, &status) == 0 && S_ISDIR(status.st_mode);
+}
 
 /// The executable that a root stands for; it need not exist.
 STR executable_below(STR root) {
@@ -47,8 +53,8 @@ void record(char const* executable, STR const& path) {
 gen_c_status gen_c_start(char const* root, char const* executable) {
     if ((root == nullptr) == (executable == nullptr))
         return refuse(GEN_C_BAD_ARGUMENT, "root and executable", ": one of them has to be null");
-    if (root != nullptr && !FIO_FILE_SYSTEM::exists(root))
-        return refuse(GEN_C_NOT_FOUND, "root", " does not exist");
+    if (root != nullptr && !is_directory(root))
+        return refuse(GEN_C_NOT_FOUND, "root", " is no directory");
     STR const path = root != nullptr ? executable_below(root) : executable_of(executable);
     if (path.empty())
         return refuse(GEN_C_NOT_FOUND, "executable", " is not found");

@@ -29,6 +29,11 @@ class Start(unittest.TestCase):
         shown = in_child("try: gen.start('/no/such')\nexcept FileNotFoundError as e: print(e.filename)")
         self.assertEqual(shown, "/no/such\n")
 
+    def test_a_file_is_no_root_and_leaves_the_choice(self):
+        shown = in_child("try: gen.start('/etc/passwd')\nexcept FileNotFoundError as e: print(e.filename)\n"
+                         f"print(gen.start({str(ROOT)!r}).root)")
+        self.assertEqual(shown, f"/etc/passwd\n{ROOT}\n")
+
     def test_the_end_of_a_start_leaves_the_answers_to_others(self):
         shown = in_child(f"with gen.start({str(ROOT)!r}) as installation:\n"
                          f"    with gen.start({str(ROOT)!r}): pass\n"

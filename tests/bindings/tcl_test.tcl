@@ -30,8 +30,8 @@ test start-1 "what needs the installation says so before the start" {
     failure {gen find a}
 } {{this needs "gen start"} {KORVANE NOT_STARTED}}
 test start-2 "a missing root" {
-    failure {gen start -root /no/such}
-} {{there is no such installation} {KORVANE NOT_FOUND}}
+    list [failure {gen start -root /no/such}] [failure {gen start -root /etc/passwd}]
+} {{{there is no such installation} {KORVANE NOT_FOUND}} {{there is no such installation} {KORVANE NOT_FOUND}}}
 test start-3 "the environment has a root" -body {
     set ::env(KORVANE_ROOTDIR) $root
     gen start

@@ -17,6 +17,9 @@ static void before_the_start(void) {
     CHECK(gen_c_finish() == GEN_C_NOT_STARTED);
     CHECK(gen_c_start(NULL, NULL) == GEN_C_BAD_ARGUMENT);
     CHECK(gen_c_start("/no/such/root", NULL) == GEN_C_NOT_FOUND);
+    CHECK(gen_c_start("", NULL) == GEN_C_NOT_FOUND);
+    CHECK(gen_c_start("/etc/passwd", NULL) == GEN_C_NOT_FOUND); /* a later start has the choice */
+    CHECK(gen_c_is_started() == 0);
     unsetenv("KORVANE_DIR");
     CHECK(gen_c_start(NULL, "no_such_executable") == GEN_C_NOT_FOUND);
     CHECK(strlen(gen_c_version()) != 0);

@@ -4,17 +4,25 @@
     conditions.py FILE
 """
 
-import pathlib
 import sys
 
 import korvane_gen as gen
 
+sys.stdout.reconfigure(errors="surrogateescape") # a condition may hold any bytes
 wrong = 0
-for number, line in enumerate(pathlib.Path(sys.argv[1]).read_text().splitlines(), 1):
-    try:
-        print(f"{number}: {gen.condition(line)}")
-    except gen.ConditionError as error:
-        wrong += 1
-        for diagnostic in error.diagnostics:
-            print(f"{number}: {diagnostic}: {line}")
+with open(sys.argv[1], errors="surrogateescape") as file:
+    for number, line in enumerate(file, 1):
+        condition = line.rstrip("\n")
+        complaints = []
+        try:
+            print(f"{number}: {gen.condition(condition)}")
+        except gen.ConditionError as error:
+            complaints = [*error.diagnostics, *error.reports]
+        except gen.InternalError as error:
+            complaints = error.reports
+        except ValueError: # the only one that is left
+            complaints = ["Null character"]
+        wrong += bool(complaints)
+        for complaint in complaints:
+            print(f"{number}: {complaint}: {condition}")
 sys.exit(1 if wrong else 0)

@@ -8,4 +8,7 @@ import sys
 
 import korvane_gen as gen
 
-sys.stdout.writelines(sorted(sys.stdin, key=gen.natural_key))
+for stream in sys.stdin, sys.stdout:
+    stream.reconfigure(errors="surrogateescape") # a name may hold any bytes
+for name in sorted((line.rstrip("\n") for line in sys.stdin), key=gen.natural_key):
+    print(name)

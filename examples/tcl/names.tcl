@@ -5,4 +5,14 @@
 
 package require korvane_gen
 
-puts [join [gen lexsort [split [string trimright [read stdin] \n] \n]] \n]
+# A name may hold any bytes: each is a character on its way.
+encoding system iso8859-1
+fconfigure stdin -encoding iso8859-1
+fconfigure stdout -encoding iso8859-1
+set names {}
+while {[gets stdin name] >= 0} {
+    lappend names $name
+}
+foreach name [gen lexsort $names] {
+    puts $name
+}

@@ -51,7 +51,7 @@ namespace eval ::korvane_gen {
 }
 namespace eval ::korvane_gen::sub {}
 
-# Runs a subcommand.
+# Runs a subcommand. As in an ensemble, its name may be shortened as long as it is the only one.
 proc ::korvane_gen::run {args} {
     variable usage
     if {![llength $args]} {
@@ -59,11 +59,16 @@ proc ::korvane_gen::run {args} {
             "wrong # args: should be \"gen subcommand ?argument ...?\""
     }
     set rest [lassign $args name]
-    if {![dict exists $usage $name]} {
-        return -code error -errorcode [list KORVANE SUBCOMMAND $name] \
-            "unknown subcommand \"$name\": must be [join [dict keys $usage] {, }]"
+    if {[dict exists $usage $name]} {
+        tailcall ::korvane_gen::sub::$name {*}$rest
     }
-    tailcall ::korvane_gen::sub::$name {*}$rest
+    set names [dict keys $usage]
+    set meant [::tcl::prefix all $names $name]
+    if {[llength $meant] != 1} {
+        return -code error -errorcode [list KORVANE SUBCOMMAND $name] "unknown or ambiguous subcommand\
+            \"$name\": must be [join [lrange $names 0 end-1] {, }], or [lindex $names end]"
+    }
+    tailcall gen {*}$meant {*}$rest
 }
 
 # Raises the error of a wrong call of the subcommand that calls.

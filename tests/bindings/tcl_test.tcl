@@ -318,6 +318,7 @@ foreach {name usage} $::korvane_gen::usage {
         } -match glob -result {{*gen *} {* *}}
     }
 }
+set subcommands [dict keys $::korvane_gen::usage]
 test wrong-1 "which argument, and why" {
     list [failure {gen find "a\0b"}] [failure {gen time elapsed soon}] [failure {gen time elapsed 99999999999}] \
         [failure {gen number -radix 37 1}] [failure {gen message %2 a}] [failure {gen message %1!d! x}] \
@@ -336,8 +337,12 @@ test wrong-1 "which argument, and why" {
        {{wrong # args: should be "gen lexcompare ?-nocase? first second"} {TCL WRONGARGS}} \
        {{argument "second" holds a null character} {KORVANE ARGUMENT second}} \
        {{argument "argument" holds a null character} {KORVANE ARGUMENT argument}} \
-       [list "unknown subcommand \"nothing\": must be [join [dict keys $::korvane_gen::usage] {, }]" \
+       [list "unknown or ambiguous subcommand \"nothing\": must be [join [lrange $subcommands 0 end-1] {, }], or [lindex $subcommands end]" \
             {KORVANE SUBCOMMAND nothing}]]
+test wrong-1a "a subcommand may be shortened as long as it is the only one" {
+    list [gen checks ""] [gen lexc a b] [gen fol ABC] [failure {gen checks}] [failure {gen fol}] \
+        [lindex [failure {gen lex a b}] 1] [lindex [failure {gen ""}] 1] [lindex [failure {gen f*d ABC}] 1] [failure {gen}]
+} {0 -1 abc {{wrong # args: should be "gen checksum text"} {TCL WRONGARGS}} {{wrong # args: should be "gen fold ?-upper? text"} {TCL WRONGARGS}} {KORVANE SUBCOMMAND lex} {KORVANE SUBCOMMAND {}} {KORVANE SUBCOMMAND f*d} {{wrong # args: should be "gen subcommand ?argument ...?"} {TCL WRONGARGS}}}
 # The names of a command's parameters, as it says itself.
 proc parameters {command} {
     regexp {should be "\S+ ?(.*)"$} [lindex [failure [list $command {*}[lrepeat 9 x]]] 0] -> names

@@ -310,6 +310,12 @@ test histogram-1 "a histogram" -body {
     list [$bins size] [pick [$bins bins] count] [$bins outside] [$bins bin 10] [$bins bin 11]
 } -cleanup {$bins destroy} -result {4 {2 1 0 0 1} {below 1 above 1 not_a_number 1} 4 {}}
 
+test documents-1 "the list of subcommands has each as it is called" {
+    set file [open [file join [file dirname [info script]] ../../docs/tcl.md]]
+    set shown [string map {\\| |} [read $file]]
+    close $file
+    lmap usage [dict values $::korvane_gen::usage] {if {[string first "\n| `$usage` | " $shown] < 0} {set usage} continue}
+} {}
 # Every subcommand says how it is called.
 foreach {name usage} $::korvane_gen::usage {
     if {$name ni {message wildcard}} {

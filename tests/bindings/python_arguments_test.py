@@ -148,7 +148,7 @@ class WrongArguments(unittest.TestCase):
                 call()
 
     def test_library_directories_are_paths(self):
-        for directories in (5, None, [1], ["lib", None]):
+        for directories in (5, [1], ["lib", None]):
             with self.assertRaisesRegex(TypeError, "library directories must be paths"):
                 gen.project.libraries = directories
             with self.assertRaisesRegex(TypeError, "library directories must be paths"):

@@ -87,6 +87,16 @@ class Lookup(unittest.TestCase):
         self.assertEqual(gen.project.relative(PROJECT / "adder.v"), pathlib.Path("adder.v"))
         self.assertIsNone(gen.project.relative("/etc/passwd"))
 
+    def test_none_clears_a_property(self):
+        gen.project.output = PROJECT / "db"
+        for name in "database", "output", "libraries", "user_libraries":
+            with self.subTest(name=name):
+                setattr(gen.project, name, None)
+        self.assertEqual((gen.project.database, gen.project.output), (None, PROJECT))
+        self.assertEqual((gen.project.libraries, gen.project.user_libraries), ([], []))
+        gen.project.directory = None
+        self.assertEqual(gen.project.directory, pathlib.Path())
+
     def test_a_property_that_is_not_there_cannot_be_set(self):
         for settable, name in [(gen.project, "user_libs"), (gen.cache, "size"), (gen.start(ROOT), "path")]:
             with self.subTest(name=name):

@@ -12,6 +12,7 @@ with gen.start("/opt/korvane"):
     gen.project.output = b"out"
     gen.project.libraries = "lib;../lib"
     gen.project.user_libraries = ["/opt/korvane/home/ada/lib", Path("lib"), b"lib"]
+    gen.project.database = gen.project.user_libraries = None
     gen.project.user_libraries = 5  # type: ignore[assignment]
     gen.project.user_libs = ["lib"]  # type: ignore[attr-defined]
 

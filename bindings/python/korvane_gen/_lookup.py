@@ -53,9 +53,11 @@ def _joined(directories: Directories) -> Text:
 
 
 class Setting(Generic[Got, Given]):
-    """A property of the project that takes more types than it gives."""
+    """A property of the project that takes more types than it gives. None clears it."""
 
-    def __init__(self, get: Callable[[], Got], set: Callable[[Given], object], doc: str) -> None:
+    def __init__(
+        self, get: Callable[[], Got], set: Callable[[Union[Given, str]], object], doc: str
+    ) -> None:
         self._get = get
         self._set = set
         self.__doc__ = doc
@@ -69,8 +71,8 @@ class Setting(Generic[Got, Given]):
     def __get__(self, project: object, owner: type) -> Union[Got, "Setting[Got, Given]"]:
         return self if project is None else self._get()
 
-    def __set__(self, project: object, value: Given) -> None:
-        self._set(value)
+    def __set__(self, project: object, value: Optional[Given]) -> None:
+        self._set("" if value is None else value)
 
 
 def _database() -> Optional[Path]:

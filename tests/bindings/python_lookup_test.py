@@ -154,6 +154,9 @@ class Lookup(unittest.TestCase):
         os.chdir(gone)
         gone.rmdir()
         gen.project.clear()
+        for asked in gen.include, gen.trace_include:
+            with self.assertRaisesRegex(ValueError, rf"{asked.__name__}\(\) argument 'alias' needs from_file"):
+                asked("segments.vh", alias="/copy/display.vh")
         self.assertIsNone(gen.find("no_such_file.v"))
         self.assertIsNotNone(gen.find("mux.sv"))
 

@@ -167,10 +167,19 @@ def trace(name: Text, *, eda: bool = False, all: bool = False) -> List[Asked]:
     return _asked(_gen.trace_find(name, eda, all))
 
 
+def _check_alias(function: str, from_file: Optional[Text], alias: Optional[Text]) -> None:
+    if alias is not None and from_file is None:
+        raise ValueError(f"{function}() argument 'alias' needs from_file, which it is another path of")
+
+
 def include(
     name: Text, *, from_file: Optional[Text] = None, alias: Optional[Text] = None
 ) -> Optional[Include]:
-    """The file that an include directive means, in from_file, which is also known as alias."""
+    """The file that an include directive means, in from_file, which is also known as alias.
+
+    beside_alias is None unless there is an alias and the file lies beside from_file.
+    """
+    _check_alias("include", from_file, alias)
     found = _gen.include(name, from_file, alias)
     if found is None:
         return None
@@ -186,6 +195,7 @@ def trace_include(
     all: bool = False,
 ) -> List[Asked]:
     """Every existence check of include()."""
+    _check_alias("trace_include", from_file, alias)
     return _asked(_gen.trace_include(name, from_file, alias, all))
 
 

@@ -91,26 +91,28 @@ std::vector<PyMethodDef> functions() {
         entry<gen_c_condition_tree>("condition_tree", "text"),
         entry<gen_c_compare_natural>("natural_compare", "first second ignore_case?",
                                      "natural_compare(first, second, "
-                                     "ignore_case=0)\n--\n\nCompares by the natural order, in "
+                                     "ignore_case=False)\n--\n\nCompares by the natural order, in "
                                      "which digits count by their value: negative, 0 or\npositive. "
                                      "To sort, use natural_key."),
         entry<gen_c_compare_bytes>("byte_compare", "first second ignore_case?",
-                                   "byte_compare(first, second, ignore_case=0)\n--\n\nCompares "
+                                   "byte_compare(first, second, ignore_case=False)\n--\n\nCompares "
                                    "byte by byte: negative, 0 or "
                                    "positive."),
-        entry<gen_c_fold>("fold", "text upper?",
-                          "fold(text, upper=0)\n--\n\nThe text with A to Z as a to z, or the other "
-                          "way round. Other characters are kept."),
+        entry<gen_c_fold>(
+            "fold", "text upper?",
+            "fold(text, upper=False)\n--\n\nThe text with A to Z as a to z, or the other "
+            "way round. Other characters are kept."),
         entry<gen_c_trim>(
             "trim", "text white_space?",
-            "trim(text, white_space=0)\n--\n\nThe text without the spaces at both ends; "
+            "trim(text, white_space=False)\n--\n\nThe text without the spaces at both ends; "
             "with white_space without tabs\nand line ends too."),
         entry<gen_c_read_integer>("read_integer", "text"),
         entry<gen_c_write_integer>("write_integer", "number radix?"),
         entry<gen_c_read_real>("read_real", "text"),
-        entry<gen_c_wildcard>("wildcard", "pattern part?",
-                              "wildcard(pattern, part=0)\n--\n\nA pattern of * and ? as a regular "
-                              "expression, anchored at both ends unless part is true."),
+        entry<gen_c_wildcard>(
+            "wildcard", "pattern part?",
+            "wildcard(pattern, part=False)\n--\n\nA pattern of * and ? as a regular "
+            "expression, anchored at both ends unless part is true."),
         entry<gen_c_wildcard_matches>("wildcard_matches", "pattern part name"),
         entry<gen_c_checksum>("checksum", "text",
                               "checksum(text)\n--\n\nThe 32-bit checksum of a text."),

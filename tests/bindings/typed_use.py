@@ -22,5 +22,10 @@ with gen.start("/opt/korvane"):
     text: str = gen.project.output  # type: ignore[assignment]
     found: Path = gen.find("adder.v")  # type: ignore[assignment]
 
+    version: str = gen.__version__
+    folded: str = gen.fold("a", upper=True)
+    gen.fold("a", upper="no")  # type: ignore[arg-type]
+    gen.trim("a", white_space=2)  # type: ignore[arg-type]
+
     names: List[str] = sorted(["data[10]", "data[9]"], key=gen.natural_key)
     standings: List[Optional[str]] = [asked.standing for asked in gen.candidates("adder.v")]

@@ -95,6 +95,7 @@ from ._text import (
 )
 
 __all__ = [
+    "__version__",
     "Asked",
     "Bin",
     "byte_compare",

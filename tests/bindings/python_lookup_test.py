@@ -41,6 +41,13 @@ class Start(unittest.TestCase):
                          "print(gen.find('counter.v'))\n", cwd=PROJECT)
         self.assertEqual(shown, f"{ROOT}\n{PROJECT}/counter.v\n")
 
+    def test_the_end_of_its_body_ends_a_start(self):
+        shown = in_child("import ctypes\nmapped = open('/proc/self/maps').read().split()\n"
+                         "library = ctypes.CDLL(next(name for name in mapped if 'korvane_gen_c.so' in name))\n"
+                         f"with gen.start({str(ROOT)!r}): print(library.gen_c_is_started())\n"
+                         "print(library.gen_c_is_started())")
+        self.assertEqual(shown, "1\n0\n")
+
     def test_another_root_is_refused(self):
         with self.assertRaisesRegex(ValueError, "root is another one"):
             gen.start("/")
@@ -97,6 +104,26 @@ class Lookup(unittest.TestCase):
         gen.project.directory = None
         self.assertEqual(gen.project.directory, pathlib.Path())
 
+    def test_clear_frees_the_libraries_and_keeps_the_cache(self):
+        gen.find_cached("adder.v")
+        gen.project.clear()
+        self.assertEqual((gen.project.libraries, gen.project.user_libraries), ([], []))
+        self.assertEqual(len(gen.cache), 1)
+
+    def test_libraries_for_outside_tools(self):
+        self.assertIn(ROOT / "eda/mentor", gen.project.eda_libraries)
+        self.assertIn(ROOT / "libraries/vhdl", gen.project.shipped_libraries)
+        self.assertFalse(set(gen.project.eda_libraries) & set(gen.project.shipped_libraries))
+
+    def test_only_so_many_paths_are_kept(self):
+        first = gen.project.relative(PROJECT / "0")
+        for number in range(1, 4096):
+            gen.project.relative(PROJECT / str(number))
+        self.assertIs(gen.project.relative(PROJECT / "0"), first)
+        for number in range(4096, 2 * 4096):
+            gen.project.relative(PROJECT / str(number))
+        self.assertIsNot(gen.project.relative(PROJECT / "0"), first)
+
     def test_a_property_that_is_not_there_cannot_be_set(self):
         for settable, name in [(gen.project, "user_libs"), (gen.cache, "size"), (gen.start(ROOT), "path")]:
             with self.subTest(name=name):
@@ -122,7 +149,14 @@ class Lookup(unittest.TestCase):
     def test_include_and_sources(self):
         found = gen.include("segments.vh", from_file="inc/display.vh", alias="/copy/display.vh")
         self.assertEqual(found, (pathlib.Path("inc/segments.vh"), pathlib.Path("/copy/segments.vh")))
+        self.assertEqual(gen.include("segments.vh", from_file="inc/display.vh"),
+                         (pathlib.Path("inc/segments.vh"), None))
+        self.assertEqual(gen.include("mux.sv", from_file="inc/display.vh", alias="/copy/display.vh"),
+                         (ROOT / "libraries/parablocks/gates/mux.sv", None))
         self.assertIsNone(gen.include("segments.vh"))
+        for asked in gen.include, gen.trace_include:
+            with self.assertRaisesRegex(ValueError, rf"{asked.__name__}\(\) argument 'alias' needs from_file"):
+                asked("segments.vh", alias="/copy/display.vh")
         self.assertEqual([source.type for source in gen.sources("counter")],
                          ["kbd", "vhd", "v", "edf", "sv"])
         self.assertEqual(gen.sources("nothing"), [])
@@ -154,9 +188,6 @@ class Lookup(unittest.TestCase):
         os.chdir(gone)
         gone.rmdir()
         gen.project.clear()
-        for asked in gen.include, gen.trace_include:
-            with self.assertRaisesRegex(ValueError, rf"{asked.__name__}\(\) argument 'alias' needs from_file"):
-                asked("segments.vh", alias="/copy/display.vh")
         self.assertIsNone(gen.find("no_such_file.v"))
         self.assertIsNotNone(gen.find("mux.sv"))
 
@@ -190,6 +221,9 @@ class Names(unittest.TestCase):
         self.assertEqual(len(gen.tool_files()), 30)
         made = gen.temporary_file(".", prefix="report", number=42)
         self.assertEqual(made.name, "rep0000002a.tmp")
+        made.unlink()
+        made = gen.temporary_file(".", number=42)
+        self.assertEqual(made.name, "gen0000002a.tmp")
         made.unlink()
         with self.assertRaisesRegex(OSError, "no file can be created in /nowhere"):
             gen.temporary_file("/nowhere")

@@ -107,6 +107,7 @@ class Others(unittest.TestCase):
         self.assertEqual((machine.os_name, machine.ip_address), ("Linux", "127.0.0.1"))
         self.assertEqual(gen.usage_report(), [])
         self.assertEqual(len(gen.usage_report(modules=True, memory=True)), 2)
+        self.assertRegex(gen.usage_report(memory=True)[0], "^python  ")
         self.assertIn("Copyright", gen.notice_lines(gen.Notice.BANNER, "-- ")[0])
         self.assertTrue(gen.notice(gen.Notice.WARNING))
         self.assertEqual(len(gen.do_not_edit("# ")), 3)
@@ -143,6 +144,16 @@ class Others(unittest.TestCase):
                 over.redo("lost")
         self.assertEqual(file.commit().read_text().split("\n")[0], "Works")
         (PROJECT / "undo_redo.txt").unlink()
+
+    def test_a_section_that_an_exception_leaves(self):
+        file = gen.UndoFile(PROJECT)
+        section = file.section("Fails")
+        section.undo("dropped")
+        with self.assertRaises(KeyError):
+            with section:
+                raise KeyError
+        with self.assertRaisesRegex(ValueError, "section has not begun or is over"):
+            section.undo("lost")
 
     def test_a_section_that_another_has_followed(self):
         file = gen.UndoFile(PROJECT)
@@ -190,6 +201,7 @@ class Others(unittest.TestCase):
         self.assertEqual((histogram.bin(10), histogram.bin(11)), (4, None))
         with self.assertRaisesRegex(ValueError, "low is not below high"):
             gen.Histogram(1, 1)
+        self.assertEqual(len(gen.Histogram(0, 1).bins), 10)
 
 
 if __name__ == "__main__":

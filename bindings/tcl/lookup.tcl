@@ -77,6 +77,9 @@ proc ::korvane_gen::sub::include {args} {
 proc ::korvane_gen::sub::sources {args} {
     lassign [options sources {-shipped 0 -all 0 -trace 0} $args 1 1] unit
     set shipped [dict exists $given -shipped]
+    if {[dict exists $given -all] && [dict exists $given -trace]} {
+        wrong sources
+    }
     if {[dict exists $given -all]} {
         return [there [c::trace_sources $unit $shipped 1]]
     }

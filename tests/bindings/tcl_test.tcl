@@ -140,6 +140,18 @@ test find-12 "what stands behind the name and is no option" {
        [list "option \"-from\" wants a value: should be \"[dict get $::korvane_gen::usage include]\"" {TCL WRONGARGS}] \
        [list "wrong # args: should be \"$usage\"" {TCL WRONGARGS}]]
 
+test find-15 "options that exclude each other" {
+    lmap call {
+        {start -root / -executable gen} {find -all -trace a} {find -cached -all a} {find -eda -cached a}
+        {include -all -trace a} {include -alias b a} {sources -all -trace a} {condition -tree -tokens a}
+        {condition -diagnostics -tree a}
+    } {
+        failure {gen {*}$call}
+    }
+} [lmap name {start find find find include include sources condition condition} {
+    list "wrong # args: should be \"[dict get $::korvane_gen::usage $name]\"" {TCL WRONGARGS}
+}]
+
 proc resident {} {
     set file [open /proc/self/statm]
     set pages [lindex [read $file] 1]

@@ -32,6 +32,9 @@ test start-1 "what needs the installation says so before the start" {
 test start-2 "a missing root" {
     list [failure {gen start -root /no/such}] [failure {gen start -root /etc/passwd}]
 } {{{there is no such installation} {KORVANE NOT_FOUND}} {{there is no such installation} {KORVANE NOT_FOUND}}}
+test start-2a "there is nothing to end before the start" {
+    failure {gen finish}
+} {{this needs "gen start"} {KORVANE NOT_STARTED}}
 test start-3 "the environment has a root" -body {
     set ::env(KORVANE_ROOTDIR) $root
     gen start
@@ -139,7 +142,19 @@ test find-12 "what stands behind the name and is no option" {
        [list "wrong # args: should be \"$usage\"" {TCL WRONGARGS}] \
        [list "option \"-from\" wants a value: should be \"[dict get $::korvane_gen::usage include]\"" {TCL WRONGARGS}] \
        [list "wrong # args: should be \"$usage\"" {TCL WRONGARGS}]]
-
+test find-13 "a reset frees the libraries and keeps the cache" -body {
+    gen cache clear
+    gen cached adder.v
+    gen reset
+    set found [gen project]
+    list [dict get $found project_libraries] [dict get $found user_libraries] [gen cache size]
+} -cleanup {gen project -db db -project-libs lib -user-libs ../home/ada/lib} -result {{} {} 1}
+test find-14 "candidates of the other lookups" {
+    list [pick [gen find -eda -all cells.v] standing group path] \
+        [pick [gen sources -shipped -all adder] standing path] \
+        [llength [gen sources -all adder]] [pick [gen include -all -from inc/display.vh segments.vh] standing path]
+} [list [list [list wins {EDA libraries} $root/eda/mentor/cells.v]] \
+       [list [list wins $root/libraries/parablocks/arithmetic/adder.v]] 6 {{wins inc/segments.vh}}]
 test find-15 "options that exclude each other" {
     lmap call {
         {start -root / -executable gen} {find -all -trace a} {find -cached -all a} {find -eda -cached a}
@@ -171,6 +186,20 @@ test memory-1 "a hundred thousand lookups need no more of it" -body {
     set before [ask 2000]
     expr {[ask 100000] - $before < 256}
 } -result 1
+
+# The counts of a histogram stay with the process, which is why it has one bin.
+test memory-2 "an object takes all that it holds along" -body {
+    proc make {count command} {
+        for {set i 0} {$i < $count} {incr i} {
+            [{*}$command] destroy
+        }
+        resident
+    }
+    lmap command {{gen undo db} {gen flags} {gen histogram 0 1 1} {gen stopwatch}} {
+        set before [make 500 $command]
+        expr {[make 20000 $command] - $before < 300}
+    }
+} -result {1 1 1 1}
 
 test interpreters-1 "a second one shares the state of the process" -body {
     interp create other
@@ -218,9 +247,10 @@ test condition-6 "without a prefix form there is no tree, but the error of the c
 } {{{Missing left hand side of equation} {KORVANE CONDITION {{Missing left hand side of equation}} EQUAL_TO(HPATH(a),) {}}} INTERNAL 1}
 
 test text-1 "natural order" {
-    list [gen lexsort {data[10] data[9] DATA[1] a01 a1}] [gen lexsort -nocase -decreasing {b10 B2 b1}] \
+    list [gen lexsort {data[10] data[9] DATA[1] a01 a1}] [gen lexsort -nocase {b10 B2 b1}] \
+        [gen lexsort -unique {a2 A a10 a2}] [gen lexsort -unique -nocase {a b A}] [gen lexsort -nocase -decreasing {b10 B2 b1}] \
         [lsort -command {gen lexcompare} {x10 x9}] [gen lexcompare -nocase A a]
-} {{{DATA[1]} a1 a01 {data[9]} {data[10]}} {b10 B2 b1} {x9 x10} 0}
+} {{{DATA[1]} a1 a01 {data[9]} {data[10]}} {b1 B2 b10} {A a2 a10} {A b} {b10 B2 b1} {x9 x10} 0}
 test text-2 "the rest" {
     list [gen compare file10 file9] [gen compare -nocase A a] [gen fold gr\u00f6A] [gen fold -upper a] [gen trim " a "] \
         [gen trim -white-space " a\t"] [gen number -radix 16 "-255 ns"] [gen number x] [gen real 1.5x] \
@@ -271,9 +301,9 @@ test time-2 "a stopwatch" -body {
 test machine-1 "machine, report and notices" {
     set machine [gen machine 127.0.0.1]
     list [dict get $machine os_name] [dict get $machine ip_address] [gen modules] \
-        [llength [gen modules -modules -memory]] [string match {-- Copyright*} [lindex [gen legal -prefix "-- " banner] 0]] \
+        [llength [gen modules -modules -memory]] [string match "tcl  *" [lindex [gen modules -memory] 0]] [string match {-- Copyright*} [lindex [gen legal -prefix "-- " banner] 0]] \
         [expr {[gen legal warning] ne ""}] [llength [gen do-not-edit "# "]]
-} {Linux 127.0.0.1 {} 2 1 1 3}
+} {Linux 127.0.0.1 {} 2 1 1 1 3}
 
 test undo-1 "an undo file" -body {
     set undo [gen undo db]

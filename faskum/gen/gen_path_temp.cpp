@@ -39,6 +39,7 @@ std::ofstream* open_stream(STR const& path) {
     try {
         *stream->rdbuf() = __gnu_cxx::stdio_filebuf<char>(file, std::ios::out);
     } catch (std::bad_alloc const&) { // GCOVR_EXCL_BR_LINE: its buffer's, and no other
+        // MUTANT_EXCL_LINE(without): a heap that is used up is found out below as well
         MEM_MANAGER::fail(BUFSIZ, nullptr, "GEN");
     }
     if (!stream->is_open()) { // only for want of memory

@@ -60,6 +60,7 @@ class TextFile {
             ssize_t const written =
                 gen_retry([&] { return write(m_file, text.data(), text.size()); });
             if (written <= 0) // MUTANT_EXCL_LINE(<= to <): no device answers 0
+                // MUTANT_EXCL_LINE(< to <=; 0 to 1): likewise
                 m_fault = written < 0 ? errno : EIO; // GCOVR_EXCL_BR_LINE: no device answers 0
             else
                 text.remove_prefix(static_cast<std::size_t>(written));

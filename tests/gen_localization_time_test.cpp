@@ -91,6 +91,15 @@ TEST_F(LocalTime, WideFormatIsJudgedByTheUsersCharacterSet) {
     EXPECT_EQ(gen_local_wcsftime(buffer, 4, L"%Y \u00E4", &time), 0U);
     EXPECT_THAT(recorder.errors(), ElementsAre(unsupported));
     EXPECT_EQ(std::wstring(buffer), L"###");
+    recorder.clear();
+
+    // As many bytes are converted as the format has characters, and one more.
+    ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr);
+    gen_local_wcsftime(buffer, 4, L"\u00E4\xD800", &time);
+    EXPECT_THAT(recorder.errors(), ElementsAre(foreign, unsupported));
+    recorder.clear();
+    gen_local_wcsftime(buffer, 4, L"\u00E4\u00E4\xD800", &time);
+    EXPECT_THAT(recorder.errors(), ElementsAre(unsupported));
 }
 
 } // namespace

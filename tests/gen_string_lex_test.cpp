@@ -289,6 +289,13 @@ TEST(LexCompare, EmbeddedNulsAreBytes) {
     EXPECT_EQ(gen_lexcmp(a, a), 0);
 }
 
+TEST(LexCompare, DigitsBehindTheLengthsDoNotCount) {
+    EXPECT_EQ(gen_lexcmp("12", 2, "12", 1), 1);
+    EXPECT_EQ(gen_lexcmp("12", 1, "12", 2), -1);
+    EXPECT_EQ(gen_ilexcmp("a012", 4, "a012", 3), 1);
+    EXPECT_EQ(gen_ilexcmp("a012", 3, "a012", 4), -1);
+}
+
 TEST(LexCompare, NothingIsReadBehindTheLengths) {
     GuardedText first_pages(1);
     GuardedText second_pages(1);

@@ -67,7 +67,7 @@ unsigned gen_hash_next_size(unsigned n) {
     unsigned entry = least_hash_entry;
     // MUTANT_EXCL_LINE(> to >=): the entry itself gives itself
     if (n > gen_hash_size_primes[least_hash_entry]) {
-        entry = static_cast<unsigned>(std::bit_width(n - 1)) - 1;
+        entry = static_cast<unsigned>(std::bit_width(n)) - 1;
         entry += static_cast<unsigned>(gen_hash_size_primes[entry] < n);
     }
     if (entry == std::size(gen_hash_size_primes)) {

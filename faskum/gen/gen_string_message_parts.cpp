@@ -33,6 +33,7 @@ bool MessageParts::read(char const* at) {
             if (!add_insert(at))
                 return false;
         } else {
+            // MUTANT_EXCL_LINE(&& to ||): what is none is read otherwise, to the same end
             if (*at == '%' && ascii_is_digit(at[1])) // an insert to the first reading alone
                 return false;
             // MUTANT_EXCL_LINE(++ to --): ends as too long, and is read otherwise

@@ -111,7 +111,7 @@ STR gen_get_user_profile_directory() {
     // Looked for first: where nothing may be created, one that exists serves all the same. What is
     // in it is the user's alone, and its parents are not ours to make.
     // GCOVR_EXCL_BR_START: another process may make it just between
-    // MUTANT_EXCL_LINE(|| to && (place 2)): where it may be created, it is one
+    // MUTANT_EXCL_LINE(|| to && (place 2); 0 to 1): what was created is one
     bool const is_there = is_directory(directory) || mkdir(directory.c_str(), S_IRWXU) == 0 ||
                           is_directory(directory);
     // GCOVR_EXCL_BR_STOP

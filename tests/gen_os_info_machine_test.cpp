@@ -215,6 +215,8 @@ INSTANTIATE_TEST_SUITE_P(
                 "virtual 0, available 0, total +0, usage -0"},
         Meminfo{"a key without a number takes back what was known", "MemFree: 4 kB\nMemFree\n",
                 "virtual 77, available 0, total +0, usage -0"},
+        Meminfo{"nothing of an earlier line counts", "MemFreeLonger:  4 kB\nMemFree\n",
+                "virtual 77, available 0, total +0, usage -0"},
         Meminfo{"digits end at the first other character", "SwapTotal: 12abc kB\nMemFree: 0x10\n",
                 "virtual 12288, available 0, total +12288, usage -0"},
         Meminfo{"no other character parts words", "SwapTotal~4: 8 kB\nMemFree: ~1 kB\n",

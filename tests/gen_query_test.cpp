@@ -302,6 +302,15 @@ TEST(GenQuery, InputOfAChecksumIsNotKept) {
     EXPECT_EQ(result.status, 0) << result.errors;
 }
 
+TEST(GenQuery, NumbersOfAHistogramWithBoundsAreNotKept) {
+    if (read_file("/proc/self/maps").find("asan") != std::string::npos)
+        GTEST_SKIP() << "the address sanitizer needs its memory";
+    std::string const command =
+        "ulimit -v 100000; yes 1 | head -c 24000000 | \"$query\" histogram ";
+    EXPECT_EQ(query_by_shell(command + "--low 0 --high 2").status, 0);
+    EXPECT_EQ(query_by_shell(command).status, 2) << "more than there is memory for";
+}
+
 TEST(GenQuery, HelpIntoAFullDeviceFails) {
     for (char const* const arguments : {"--help", "--version", "--help-all", "text sort --help"}) {
         ProgramResult const result =

@@ -62,7 +62,9 @@ STR absolute_path(STR const& file) {
     STR text =
         simplifying_misleads(file, path.fullpath()) ? with_real_directory(file) : path.fullpath();
     // A "/" too many in front means nothing to the system, but a network path to FIO_PATH.
-    return text.erase(0, text.starts_with("//") ? 1 : 0);
+    if (text.starts_with("//"))
+        text.erase(text.begin());
+    return text;
 }
 
 void record_module(char const* name) {

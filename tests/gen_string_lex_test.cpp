@@ -343,3 +343,8 @@ TEST(LexCompare, SameAnswersAsStepByStep) {
             << b;
     }
 }
+
+TEST(LexCompare, ZerosBehindTheLengthDoNotCount) {
+    EXPECT_EQ(gen_lexcmp("000", 3, "00", 1), 2);
+    EXPECT_EQ(gen_lexcmp("00", 1, "000", 3), -2);
+}

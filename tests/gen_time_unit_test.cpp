@@ -51,6 +51,7 @@ static_assert(GEN_TIME_FREQ::FREQ_HZ == 0 && GEN_TIME_FREQ::FREQ_KHZ == 1 &&
               sizeof(GEN_TIME_FREQ::FREQ_ENUM) == 4);
 
 TEST(TimeUnit, TableAnswersByValue) {
+    ErrorRecorder const recorder;
     for (Row const& row : units) {
         SCOPED_TRACE(row.long_name);
         EXPECT_EQ(GEN_TIME_UNIT::get_short_name(unit(row.value)), row.short_name);
@@ -58,9 +59,11 @@ TEST(TimeUnit, TableAnswersByValue) {
         EXPECT_EQ(GEN_TIME_UNIT::get_magnitude(unit(row.value)), row.magnitude);
         EXPECT_EQ(GEN_TIME_UNIT::get_list_index(unit(row.value)), row.value);
     }
+    EXPECT_THAT(recorder.errors(), testing::IsEmpty());
 }
 
 TEST(TimeFreq, TableAnswersByValue) {
+    ErrorRecorder const recorder;
     for (Row const& row : frequencies) {
         SCOPED_TRACE(row.long_name);
         EXPECT_EQ(GEN_TIME_FREQ::get_short_name(freq(row.value)), row.short_name);
@@ -68,6 +71,7 @@ TEST(TimeFreq, TableAnswersByValue) {
         EXPECT_EQ(GEN_TIME_FREQ::get_magnitude(freq(row.value)), row.magnitude);
         EXPECT_EQ(GEN_TIME_FREQ::get_list_index(freq(row.value)), row.value);
     }
+    EXPECT_THAT(recorder.errors(), testing::IsEmpty());
 }
 
 TEST(TimeUnit, EntireListIsInTableOrder) {

@@ -52,7 +52,7 @@ __m128i moved(__m128i block, __m128i by) {
 
 /// x to the power 64 divided by the polynomial, in 33 reflected bits.
 constexpr std::int64_t quotient = [] {
-    std::uint64_t bits = 0;
+    std::uint64_t bits = 0;      // MUTANT_EXCL_LINE(0 to 1): the first remainder sets that bit
     std::uint32_t remainder = 1; // x to the power 31
     for (int bit = 0; bit <= 32; ++bit) {
         bits |= std::uint64_t{remainder & 1} << bit;

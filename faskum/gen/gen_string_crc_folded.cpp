@@ -54,6 +54,7 @@ __m128i moved(__m128i block, __m128i by) {
 constexpr std::int64_t quotient = [] {
     std::uint64_t bits = 0;      // MUTANT_EXCL_LINE(0 to 1): the first remainder sets that bit
     std::uint32_t remainder = 1; // x to the power 31
+    // MUTANT_EXCL_LINE(<= to <): of the product with it 32 bits are used
     for (int bit = 0; bit <= 32; ++bit) {
         bits |= std::uint64_t{remainder & 1} << bit;
         remainder = crc_shifted(remainder);

@@ -95,6 +95,6 @@ class BpTerms {
     std::int32_t m_depth = 0; ///< behind the last term
     std::int32_t m_lowest = 0;
     std::int32_t m_highest = 0;
-    std::uint32_t m_first_operator{};
-    std::uint32_t m_left_by{};
+    std::uint32_t m_first_operator = 0; // MUTANT_EXCL_LINE: is set before it is read
+    std::uint32_t m_left_by = 0;        // MUTANT_EXCL_LINE: is set before it is read
 };

@@ -164,7 +164,7 @@ void GEN_DYN_FLAG_MANAGER::destroy_flag(GEN_DYN_FLAG const& flag) {
 }
 
 void GEN_DYN_FLAG_MANAGER::get_usage_stats(int* used, int* dirty, int* clean) const {
-    int ignored;
+    int ignored = 0; // MUTANT_EXCL_LINE: is set before it is read
     for (int** const counter : {&used, &dirty, &clean}) {
         if (*counter == nullptr)
             *counter = &ignored;

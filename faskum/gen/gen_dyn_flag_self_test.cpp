@@ -17,9 +17,9 @@ class Transcript {
     void truth(bool value) { line(value ? "1" : "0"); }
 
     void statistics() {
-        int used;
-        int dirty;
-        int clean;
+        int used = 0;  // MUTANT_EXCL_LINE: is set before it is read
+        int dirty = 0; // MUTANT_EXCL_LINE: is set before it is read
+        int clean = 0; // MUTANT_EXCL_LINE: is set before it is read
         m_manager.get_usage_stats(&used, &dirty, &clean);
         STR text;
         gen_sprintf(&text, "used=%d dirty= %d clean=%d", used, dirty, clean);

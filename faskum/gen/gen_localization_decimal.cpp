@@ -22,10 +22,11 @@ namespace {
 
 /// The parts of a decimal number, and where its string ends.
 struct Decimal {
-    bool negative{};
+    bool negative = false;       // MUTANT_EXCL_LINE: is set before it is read
     char const* first = nullptr; ///< of its digits, or the decimal point
     char const* end = nullptr;
-    std::ptrdiff_t count{};   ///< of digits; without any this is no decimal number
+    /// Of digits; without any this is no decimal number. MUTANT_EXCL_LINE: is set before it is read
+    std::ptrdiff_t count = 0;
     std::uint64_t digits = 0; ///< wrapped where they are more than longest_count
     int power = 0;            ///< of ten
 };
@@ -180,7 +181,7 @@ double gen_local_strtod(char const* text, char** end) {
     BaseLocale const* const base = known_base_locale();
     if (text != nullptr && base != nullptr && base->decimal_point != '\0') [[likely]] {
         Decimal const number = read_decimal(text, base->decimal_point);
-        double value{};
+        double value = 0.0; // MUTANT_EXCL_LINE: is set before it is read
         bool known = false;
         if (number.count != 0) {
             known = is_exact(number); // MUTANT_EXCL_LINE: what is not exact is read all the same

@@ -41,7 +41,7 @@ std::optional<STR> read_meminfo() {
     STR text;
     char block[4096]; // more than it usually has; MUTANT_EXCL_LINE(4096 to 4097): or in several
     auto const read_block = [&] { return read(file, block, sizeof block); };
-    ssize_t size;
+    ssize_t size = 0; // MUTANT_EXCL_LINE: is set before it is read
     while ((size = gen_retry(read_block)) > 0)
         text.append(block, static_cast<std::size_t>(size));
     close(file);
@@ -116,7 +116,7 @@ bool GEN_MACHINE_INFO::get_available_ram(unsigned long long* out) {
 }
 
 bool GEN_MACHINE_INFO::get_total_usage_ram(unsigned long long* out) {
-    unsigned long long total{};
+    unsigned long long total = 0; // MUTANT_EXCL_LINE: is set before it is read
     unsigned long long available = 0;
     get_total_ram(&total);
     get_available_ram(&available);

@@ -50,7 +50,7 @@ class Meminfo {
 
 std::optional<std::int32_t> gen_meminfo_swap_total(std::string_view text) {
     Meminfo meminfo(text);
-    std::int32_t swap{};
+    std::int32_t swap = 0; // MUTANT_EXCL_LINE: is set before it is read
     while (meminfo.next())
         if (meminfo.match("SwapTotal", swap))
             return swap;

@@ -206,23 +206,30 @@ void choose_colour(Colour colour) {
     chosen_colour = colour;
 }
 
+namespace {
+
+void append_code(std::string& line, char byte) {
+    char code[8];
+    std::snprintf(code, sizeof code, "\\x%02x",
+                  static_cast<unsigned>(static_cast<unsigned char>(byte)));
+    line += code;
+}
+
+} // namespace
+
 std::string printable(std::string_view text) {
     std::string line;
     for (std::size_t i = 0; i < text.size(); ++i) {
         char const byte = text[i];
         // U+0080 to U+009F command a terminal, too.
-        bool const has_more = byte == '\xc2' && i + 1 < text.size() &&
-                              static_cast<unsigned char>(text[i + 1]) - 0x80U < 0x20;
+        bool const is_pair = byte == '\xc2' && i + 1 < text.size() &&
+                             static_cast<unsigned char>(text[i + 1]) - 0x80U < 0x20;
         if (byte == '\n') {
             line += "\\n";
-        } else if (static_cast<unsigned char>(byte) < 0x20 || byte == 0x7f || has_more) {
-            for (std::size_t const end = i + has_more; i <= end; ++i) {
-                char code[8];
-                std::snprintf(code, sizeof code, "\\x%02x",
-                              static_cast<unsigned>(static_cast<unsigned char>(text[i])));
-                line += code;
-            }
-            --i;
+        } else if (static_cast<unsigned char>(byte) < 0x20 || byte == 0x7f || is_pair) {
+            append_code(line, byte);
+            if (is_pair)
+                append_code(line, text[++i]);
         } else {
             line += byte;
         }

@@ -14,6 +14,7 @@ namespace {
 
 constexpr char const* standard_input = "-";
 constexpr std::string_view blanks = " \t\r\n\v\f";
+constexpr std::string_view blanks_and_quote = " \t\r\n\v\f\"";
 
 struct Word {
     std::string text;    // without its quotes
@@ -71,7 +72,7 @@ class Words {
     }
 
     std::size_t end_of_plain_piece() const {
-        return std::min({m_rest.find('"'), m_rest.find_first_of(blanks), m_rest.size()});
+        return std::min(m_rest.find_first_of(blanks_and_quote), m_rest.size());
     }
 
     /// Puts values in the place of $NAME, ${NAME} and $(NAME).

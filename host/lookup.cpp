@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 #include <utility>
 
 namespace {
@@ -54,6 +55,7 @@ void forget_project() {
 
 std::vector<std::string> directories_of(std::initializer_list<FIO_FIND const*> groups) {
     std::vector<std::string> directories;
+    std::set<std::string> known;
     std::error_code fault;
     for (FIO_FIND const* const group : groups)
         if (group != nullptr)
@@ -61,9 +63,7 @@ std::vector<std::string> directories_of(std::initializer_list<FIO_FIND const*> g
                 std::string const path =
                     std::filesystem::absolute(host_text(directory.fullpath()), fault)
                         .lexically_normal();
-                bool const is_known =
-                    std::find(directories.begin(), directories.end(), path) != directories.end();
-                if (!is_known && std::filesystem::is_directory(path, fault))
+                if (known.insert(path).second && std::filesystem::is_directory(path, fault))
                     directories.push_back(path);
             }
     return directories;

@@ -2,15 +2,14 @@
 
 #include "verilog_includes.h"
 
-#include <algorithm>
-
 void SimulatorList::add(std::string const& option, std::string const& path) {
     bool const is_include_directory = option == "+incdir+";
-    std::vector<std::string>& known = is_include_directory ? m_include_directories : m_files;
-    if (is_include_directory && std::find(known.begin(), known.end(), path) != known.end())
+    if (is_include_directory && !m_known_directories.insert(path).second)
         return;
-    if (option != "-y ")
-        known.push_back(path);
+    if (is_include_directory)
+        m_include_directories.push_back(path);
+    else if (option != "-y ")
+        m_files.push_back(path);
     if (path.find_first_of(" \t\n") != path.npos)
         m_faults.push_back("simulators cannot read a name with blanks: '" + path + "'");
     else if (is_include_directory && path.find('+') != path.npos)

@@ -2,6 +2,7 @@
 
 /// A list of files as Verilator takes it after -f, and Icarus Verilog after -c.
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -24,5 +25,6 @@ class SimulatorList {
     std::vector<std::string> m_lines;
     std::vector<std::string> m_files;
     std::vector<std::string> m_include_directories;
+    std::set<std::string> m_known_directories; ///< the same
     std::vector<std::string> m_faults;
 };

@@ -150,7 +150,8 @@ double limit_scaled(std::int64_t digits, int power, char const* text) {
     auto const extended = scaled<long double>(digits, power);
     std::uint64_t mantissa = 0;
     std::memcpy(&mantissa, &extended, sizeof mantissa);
-    return (mantissa & 0x7FF) != 0x400 ? static_cast<double>(extended) : std::strtod(text, nullptr);
+    return (mantissa & 0x7FF) != 0x400 ? static_cast<double>(extended)
+                                       : strtod_l(text, nullptr, kept_locale());
 }
 
 /// Reads [-]digits[.digits][e[+-]digits] exactly, by itself where it is short, and knows nothing
@@ -183,7 +184,7 @@ double limit_decimal(char const* text, char const** end) {
         power += down ? -exponent : exponent;
     }
     if (count > 18 || power < -22 || power > 22)
-        return std::strtod(begin, const_cast<char**>(end));
+        return strtod_l(begin, const_cast<char**>(end), kept_locale());
     *end = text;
     double const value = limit_scaled(digits, power, begin + negative);
     return negative ? -value : value;

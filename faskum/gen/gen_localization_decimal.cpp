@@ -23,16 +23,16 @@ namespace {
 /// The parts of a decimal number, and where its string ends.
 struct Decimal {
     bool negative = false;       // MUTANT_EXCL_LINE: is set before it is read
-    char const* first = nullptr; ///< of its digits, or the decimal point
+    char const* first = nullptr; ///< of a "-", its digits, or the decimal point
     char const* end = nullptr;
     /// Of digits; without any this is no decimal number. MUTANT_EXCL_LINE: is set before it is read
-    std::ptrdiff_t count = 0;
+    std::size_t count = 0;
     std::uint64_t digits = 0; ///< wrapped where they are more than longest_count
     int power = 0;            ///< of ten
 };
 
 /// As many digits as any 64-bit number can have.
-constexpr std::ptrdiff_t longest_count = 19;
+constexpr std::size_t longest_count = 19;
 
 /// Powers of ten that are doubles to the last bit.
 constexpr double exact_powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
@@ -43,9 +43,11 @@ constexpr int largest_exact_power = 22;
 constexpr std::uint64_t largest_exact_digits = std::uint64_t{1} << 53;
 
 char const* read_digits(char const* text, std::uint64_t& number) {
+    std::uint64_t value = number; // which is elsewhere, not in a register
     for (; ascii_is_digit(*text); ++text)
         // MUTANT_EXCL_LINE(+ to -): what seems too large then is read more slowly, to the same end
-        number = number * 10 + static_cast<unsigned>(*text - '0');
+        value = value * 10 + static_cast<unsigned>(*text - '0');
+    number = value;
     return text;
 }
 
@@ -75,17 +77,17 @@ Decimal read_decimal(char const* text, char point) {
     // MUTANT_EXCL_LINE('\t' to '~'; || to &&; >= to >; <= to <): the C library reads the others
     while (*text == ' ' || (*text >= '\t' && *text <= '\r'))
         ++text;
+    number.first = text + (*text == '+' ? 1 : 0);
     number.negative = *text == '-';
-    if (*text == '-' || *text == '+')
-        ++text; // MUTANT_EXCL_LINE(without): the C library reads what has a sign
-    number.first = text;
-    text = read_digits(text, number.digits);
-    number.count = text - number.first;
+    // MUTANT_EXCL_LINE(+ to -): the C library reads what has a sign
+    char const* const digits = number.first + (number.negative ? 1 : 0);
+    text = read_digits(digits, number.digits);
+    number.count = static_cast<std::size_t>(text - digits);
     if (*text == point) {
         char const* const fraction = text + 1;
         text = read_digits(fraction, number.digits);
         number.power = static_cast<int>(fraction - text);
-        number.count += text - fraction;
+        number.count += static_cast<std::size_t>(text - fraction);
     } else if (*text == 'x' || *text == 'X') {
         number.count = 0;
     }
@@ -102,7 +104,8 @@ Decimal read_decimal(char const* text, char point) {
 /// whatever direction the processor is set to.
 bool is_exact(Decimal const& number) {
     // MUTANT_EXCL_LINE(<= to <): what is not read here is read more slowly, to the same end
-    return number.count <= longest_count && number.digits <= largest_exact_digits &&
+    return number.count != 0 && number.count <= longest_count &&
+           number.digits <= largest_exact_digits &&
            // MUTANT_EXCL_LINE(>= to >; <= to <): likewise
            number.power >= -largest_exact_power && number.power <= largest_exact_power;
 }
@@ -113,18 +116,6 @@ double exact_value(Decimal const& number) {
     // MUTANT_EXCL_LINE(< to <=; 0 to 1): the power of 0 changes nothing either way
     return number.power < 0 ? value / exact_powers[-number.power]
                             : value * exact_powers[number.power];
-}
-
-/// Numbers that are long, which std::from_chars rounds to the nearest alone. Whether one at the
-/// ends of the range is an error is for strtod to say.
-bool read_long(Decimal const& number, double& value) {
-    if (std::fegetround() != FE_TONEAREST)
-        return false;
-    std::errc const error = std::from_chars(number.first, number.end, value).ec;
-    if (number.negative)
-        value = -value;
-    // MUTANT_EXCL_LINE(== to !=): the C library reads it as well
-    return error == std::errc() && std::isnormal(value);
 }
 
 bool is_blank_in_force(char c) {
@@ -175,28 +166,37 @@ double read_by_platform(Char const* text, Char** end) {
     return convert_after_blanks(text, end, base.numeric);
 }
 
+/// Reads the long number that @p first and @p last enclose, which std::from_chars rounds to the
+/// nearest alone. Whether one at the ends of the range is an error is for strtod to say. Not in
+/// line, since the short numbers would save and restore registers for it.
+[[gnu::noinline]] double read_long(char const* first, char const* last, char const* text,
+                                   char** end) {
+    double value = 0.0; // MUTANT_EXCL_LINE: is set before it is read
+    // MUTANT_EXCL_LINE(== to !=; && to ||): the C library reads it as well
+    if (std::fegetround() == FE_TONEAREST &&
+        std::from_chars(first, last, value).ec == std::errc() && std::isnormal(value)) {
+        if (end != nullptr)
+            *end = const_cast<char*>(last);
+        return value;
+    }
+    return read_by_platform(text, end);
+}
+
 } // namespace
 
 double gen_local_strtod(char const* text, char** end) {
     BaseLocale const* const base = known_base_locale();
-    if (text != nullptr && base != nullptr && base->decimal_point != '\0') [[likely]] {
-        Decimal const number = read_decimal(text, base->decimal_point);
-        double value = 0.0; // MUTANT_EXCL_LINE: is set before it is read
-        bool known = false;
-        if (number.count != 0) {
-            known = is_exact(number); // MUTANT_EXCL_LINE: what is not exact is read all the same
-            if (known)
-                value = exact_value(number);
-            // MUTANT_EXCL_LINE('.' to '~'): the C library reads it as well
-            else if (base->decimal_point == '.')
-                known = read_long(number, value); // MUTANT_EXCL_LINE: likewise
-        }
-        if (known) [[likely]] {
-            if (end != nullptr)
-                *end = const_cast<char*>(number.end);
-            return value;
-        }
+    if (text == nullptr || base == nullptr || base->decimal_point == '\0') [[unlikely]]
+        return read_by_platform(text, end);
+    Decimal const number = read_decimal(text, base->decimal_point);
+    if (is_exact(number)) [[likely]] {
+        if (end != nullptr)
+            *end = const_cast<char*>(number.end);
+        return exact_value(number);
     }
+    // MUTANT_EXCL_LINE('.' to '~'): the C library reads it as well
+    if (number.count != 0 && base->decimal_point == '.')
+        return read_long(number.first, number.end, text, end);
     return read_by_platform(text, end);
 }
 

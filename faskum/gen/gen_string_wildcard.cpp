@@ -1,6 +1,7 @@
 #include "gen_string_wildcard.h"
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -54,14 +55,18 @@ class LocaleLetters {
     /// predicts whether a character is a letter.
     Expansion expansion(signed char character) const {
         Expansion const other = no_letters[static_cast<std::size_t>(character - lowest)];
-        std::uint32_t const lower = static_cast<std::uint32_t>(m_lower[character]) & 0xFF;
-        std::uint32_t const upper = static_cast<std::uint32_t>(m_upper[character]) & 0xFF;
+        auto const lower = static_cast<std::uint32_t>(m_lower[character]); // a byte, if of a letter
+        auto const upper = static_cast<std::uint32_t>(m_upper[character]);
         Expansion const letter = '[' | lower << 8 | upper << 16 | std::uint32_t{']'} << 24;
-        std::uint32_t const is_letter = (m_classes[character] & _ISalpha) != 0 ? UINT32_MAX : 0;
-        return other ^ ((other ^ letter) & is_letter);
+        // The bit for letters as the sign, which then fills the word.
+        auto const sign =
+            static_cast<std::int32_t>(std::uint32_t{m_classes[character]} << (31 - letter_bit));
+        return other ^ ((other ^ letter) & static_cast<std::uint32_t>(sign >> 31));
     }
 
   private:
+    static constexpr int letter_bit = std::countr_zero(std::uint32_t{_ISalpha});
+
     unsigned short const* m_classes = *__ctype_b_loc();
     std::int32_t const* m_lower = *__ctype_tolower_loc();
     std::int32_t const* m_upper = *__ctype_toupper_loc();

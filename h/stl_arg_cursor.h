@@ -28,7 +28,7 @@ class STL_ARG_CURSOR {
   public:
     /// Stands at the first argument. With null @p args there are none: nothing is ever printed, and
     /// stepping on is harmless.
-    KORVANE_API explicit STL_ARG_CURSOR(char* args);
+    explicit STL_ARG_CURSOR(char* args) : m_start(args) { reset(); }
     STL_ARG_CURSOR(STL_ARG_CURSOR const&) = delete;
     STL_ARG_CURSOR& operator=(STL_ARG_CURSOR const&) = delete;
 
@@ -36,7 +36,14 @@ class STL_ARG_CURSOR {
     bool has_arguments() const { return m_start != nullptr; }
 
     /// Back to the first argument.
-    KORVANE_API void reset();
+    void reset() {
+#if defined(__i386__)
+        m_here = m_start;
+#else
+        if (has_arguments())
+            va_copy(m_here, *reinterpret_cast<va_list*>(m_start));
+#endif
+    }
     /// Fills in the argument here, and steps past it. Without arguments it is 0; for none, errno.
     void take(STL_ARGUMENT argument, STL_VALUE& value) {
         if (argument == STL_ARGUMENT::none) {

@@ -37,6 +37,16 @@ struct STL_CONVERSION {
     bool is_plain() const { return end - begin == 1; }
 };
 
+/// What stl_parse_conversion does for conversions that are more than a frequent letter.
+KORVANE_API void stl_parse_long_conversion(char const* text, STL_CONVERSION& conversion);
+
 /// Takes the conversion apart whose "%" is just before @p text, and fills in @p conversion. An
 /// exclamation mark ends it as the end of the text does.
-KORVANE_API void stl_parse_conversion(char const* text, STL_CONVERSION& conversion);
+inline void stl_parse_conversion(char const* text, STL_CONVERSION& conversion) {
+    if (*text == 's') // most are one of these
+        conversion = {text, text + 1, 's', STL_ARGUMENT::text, true, false, 0};
+    else if (*text == 'd')
+        conversion = {text, text + 1, 'd', STL_ARGUMENT::integer, true, false, 0};
+    else
+        stl_parse_long_conversion(text, conversion);
+}

@@ -4,16 +4,13 @@
 #include <cstdio>
 #include <cstring>
 
-// This file alone knows what a `char* args` is: on x86 the va_list, on x86-64 the address of one.
+// This file and its header alone know what a `char* args` is: on x86 the va_list, on x86-64 the
+// address of one.
 
 namespace {
 
 #if defined(__i386__)
 constexpr std::size_t slot = 4;
-
-void copy_list(va_list& copy, char* args) {
-    copy = args;
-}
 #else
 constexpr std::size_t slot = 8;
 
@@ -24,22 +21,9 @@ struct VaList {
     void* stack;
     void* saved_registers;
 };
-
-void copy_list(va_list& copy, char* args) {
-    va_copy(copy, *reinterpret_cast<va_list*>(args));
-}
 #endif
 
 } // namespace
-
-STL_ARG_CURSOR::STL_ARG_CURSOR(char* args) : m_start(args) {
-    reset();
-}
-
-void STL_ARG_CURSOR::reset() {
-    if (has_arguments())
-        copy_list(m_here, m_start);
-}
 
 void STL_ARG_CURSOR::output(STL_TEXT& text, STL_CONVERSION const& conversion) {
     int const error = errno;
@@ -51,11 +35,8 @@ void STL_ARG_CURSOR::output(STL_TEXT& text, STL_CONVERSION const& conversion) {
 }
 
 int STL_ARG_CURSOR::print(char* buffer, std::size_t size, char const* format) const {
-    va_list copy;
-    copy_list(copy, m_start);
-    int const length = std::vsnprintf(buffer, size, format, copy);
-    va_end(copy);
-    return length;
+    STL_ARG_CURSOR all(m_start);
+    return std::vsnprintf(buffer, size, format, all.m_here);
 }
 
 void STL_ARG_CURSOR::hand_back(char*& args) {

@@ -132,12 +132,7 @@ bool depends_on_context(char length, char letter) {
 
 } // namespace
 
-void stl_parse_conversion(char const* text, STL_CONVERSION& conversion) {
-    if (*text == 's' || *text == 'd') { // most are one of these
-        STL_ARGUMENT const argument = *text == 's' ? STL_ARGUMENT::text : STL_ARGUMENT::integer;
-        conversion = {text, text + 1, *text, argument, true, false, 0};
-        return;
-    }
+void stl_parse_long_conversion(char const* text, STL_CONVERSION& conversion) {
     conversion = {};
     char const* at = text;
     bool const can_be_single = (*at >= 'A' && *at != 'I') || read_prefix(conversion, at);

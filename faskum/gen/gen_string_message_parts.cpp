@@ -30,7 +30,8 @@ bool MessageParts::read(char const* at) {
             add_text(" ");
             ++at;
         } else if (ascii_is_digit(*at)) {
-            if (!add_insert(at))
+            at = add_insert(at);
+            if (at == nullptr)
                 return false;
         } else {
             // MUTANT_EXCL_LINE(&& to ||): what is none is read otherwise, to the same end
@@ -47,13 +48,13 @@ void MessageParts::add_text(std::string_view text) {
     if (text.empty())
         return;
     Part& part = m_parts[m_count++];
-    part.text = text.data();
-    part.length = text.size();
     part.number = 0;
+    part.conversion.begin = text.data();
+    part.conversion.end = text.data() + text.size();
 }
 
-// False when the number stood for another argument before.
-bool MessageParts::add_insert(char const*& at) {
+// Gives what follows the insert; null when the number stood for another argument before.
+inline char const* MessageParts::add_insert(char const* at) {
     auto const [number, conversion] = read_message_insert(at);
     // MUTANT_EXCL_LINE(+= to -=; 2 to 3): what is longer is read otherwise
     m_room_taken += conversion.size() + 2;
@@ -67,7 +68,7 @@ bool MessageParts::add_insert(char const*& at) {
     if (!argument.is_named) // MUTANT_EXCL_LINE(without): likewise
         argument = {part.conversion.argument, true};
     // MUTANT_EXCL_LINE: likewise
-    return argument.kind == part.conversion.argument;
+    return argument.kind == part.conversion.argument ? at : nullptr;
 }
 
 void MessageParts::render(STL_TEXT& text, char* args) const {
@@ -77,14 +78,15 @@ void MessageParts::render(STL_TEXT& text, char* args) const {
     for (unsigned number = 1; number <= m_highest; ++number)
         cursor.take(m_arguments[number].kind, values[number]);
     for (unsigned i = 0; i < m_count; ++i) {
-        Part const& part = m_parts[i];
-        if (part.number == 0 && part.length == 1)
-            text.append(*part.text); // most often a blank between inserts
-        else if (part.number == 0)
-            text.append(part.text, part.length);
-        else if (part.conversion.is_single &&
-                 (cursor.has_arguments() || part.conversion.argument == STL_ARGUMENT::none))
-            stl_format(text, part.conversion, values[part.number]);
+        auto const& [number, conversion] = m_parts[i];
+        auto const length = static_cast<std::size_t>(conversion.end - conversion.begin);
+        if (number == 0 && length == 1)
+            text.append(*conversion.begin); // most often a blank between inserts
+        else if (number == 0)
+            text.append(conversion.begin, length);
+        else if (conversion.is_single &&
+                 (cursor.has_arguments() || conversion.argument == STL_ARGUMENT::none))
+            stl_format(text, conversion, values[number]);
     }
     errno = error;
 }

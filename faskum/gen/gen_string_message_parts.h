@@ -46,10 +46,8 @@ class MessageParts {
   private:
     // Nothing in these is set before it is used: that would cost more than all the rest.
     struct Part {
-        char const* text;
-        std::size_t length;
-        unsigned number; // of the insert; 0 for a text
-        STL_CONVERSION conversion;
+        unsigned number;           // of the insert; 0 for a text
+        STL_CONVERSION conversion; // of a text only begin and end
     };
     struct Argument {
         STL_ARGUMENT kind;
@@ -58,12 +56,12 @@ class MessageParts {
     static constexpr unsigned most = 128; // MUTANT_EXCL_LINE: what is longer is read otherwise
 
     void add_text(std::string_view text);
-    bool add_insert(char const*& at);
+    char const* add_insert(char const* at);
 
-    Part m_parts[most];
     unsigned m_count = 0;
-    // Up to the highest. MUTANT_EXCL_LINE(1 to 2): room alone
-    Argument m_arguments[MessageInsert::most + 1];
     unsigned m_highest = 0;
     std::size_t m_room_taken = 0; // MUTANT_EXCL_LINE: what is longer is read otherwise
+    // Up to the highest. MUTANT_EXCL_LINE(1 to 2): room alone
+    Argument m_arguments[MessageInsert::most + 1];
+    Part m_parts[most];
 };

@@ -75,8 +75,9 @@ bool gen_format_current_date_and_time(STR* out, char const* format) {
 
 STR gen_format_elapsed_time(long const& seconds) {
     long const days = seconds / 86400;
-    long const hours = seconds / 3600 - days * 24;
-    long const minutes = seconds / 60 - (days * 1440 + hours * 60);
+    long const hours = seconds / 3600 % 24;
+    long const minutes = seconds / 60 % 60;
+    long const rest = seconds % 60;
     char text[40]; // MUTANT_EXCL_LINE: room alone
     char* const end = std::end(text);
     char* next = text;
@@ -88,7 +89,7 @@ STR gen_format_elapsed_time(long const& seconds) {
     *next++ = ':';
     next = write_part(next, end, minutes);
     *next++ = ':';
-    next = write_part(next, end, seconds - (hours * 3600 + minutes * 60 + days * 86400));
+    next = write_part(next, end, rest);
     return STR(text, next);
 }
 

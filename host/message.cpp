@@ -46,7 +46,7 @@ class Message : public Command {
   private:
     // Why they cannot be made, or "".
     std::string make_arguments() {
-        if (std::string fault = m_inserts.read(m_format); !fault.empty())
+        if (std::string fault = m_inserts.read(m_format.c_str()); !fault.empty())
             return fault;
         unsigned next = 1;
         for (auto const& [number, conversions] : m_inserts.conversions()) {

@@ -144,6 +144,14 @@ TEST(GenQueryMessage, SaysWhatItCannotFill) {
     EXPECT_THAT(complaint({"%1!" + std::string(5000, '-') + "d!", "1"}), HasSubstr("room"));
 }
 
+TEST(GenQueryMessage, RoomForConversionsIsThatOfTheExpander) {
+    auto const format = [](std::size_t size) { return "%1!" + std::string(size - 2, '-') + "d!"; };
+    EXPECT_EQ(message({format(4094), "1"}), "1\n") << "and a terminator";
+    EXPECT_THAT(complaint({format(4095), "1"}), HasSubstr("room"));
+    EXPECT_EQ(message({format(4091) + "%2", "1", "b"}), "1b\n");
+    EXPECT_THAT(complaint({format(4092) + "%2", "1", "b"}), HasSubstr("room"));
+}
+
 TEST(GenQueryMessage, BracketsMakeNoList) {
     EXPECT_EQ(message({"[%1] %2", "[a,b]", "[]"}), "[[a,b]] []\n");
 }

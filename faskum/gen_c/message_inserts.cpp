@@ -1,18 +1,17 @@
 #include "message_inserts.h"
 
+#include "gen_string_message_insert.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <climits>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <utility>
 
 namespace {
-
-bool is_digit(char c) {
-    return c >= '0' && c <= '9';
-}
 
 // Taken apart; the conversion must outlive it.
 STL_CONVERSION parsed(std::string const& conversion) {
@@ -89,36 +88,26 @@ bool is_same(STL_ARGUMENT argument, STL_VALUE const& one, STL_VALUE const& other
 
 } // namespace
 
-std::string MessageInserts::read(std::string_view format) {
-    for (std::size_t at = 0; (at = format.find('%', at)) != format.npos;) {
-        std::size_t const first_percent = at;
-        at = std::min(format.find_first_not_of('%', at), format.size());
-        bool const even = (at - first_percent) % 2 == 0;
-        if (at == format.size() || !is_digit(format[at]))
+std::string MessageInserts::read(char const* format) {
+    for (char const* at = strchrnul(format, '%'); *at != '\0'; at = strchrnul(at, '%')) {
+        std::size_t const percents = std::strspn(at, "%");
+        at += percents;
+        if (!ascii_is_digit(*at))
             continue;
-        if (even)
+        if (percents % 2 == 0)
             return "a digit behind \"%%\" is taken for an insert and printed all the same";
-        if (format[at] == '0')
+        if (*at == '0')
             break;
-        unsigned number = static_cast<unsigned>(format[at++] - '0');
-        if (at < format.size() && is_digit(format[at]))
-            number = 10 * number + static_cast<unsigned>(format[at++] - '0');
-        std::string conversion = "%s";
-        if (at < format.size() && format[at] == '!') {
-            std::size_t const end = std::min(format.find('!', at + 1), format.size());
-            conversion = "%" + std::string(format.substr(at + 1, end - at - 1));
-            at = std::min(end + 1, format.size());
-        }
-        if (std::string fault = add(number, std::move(conversion)); !fault.empty())
+        auto const [number, conversion] = read_message_insert(at);
+        if (std::string fault = add(number, "%" + std::string(conversion)); !fault.empty())
             return fault;
     }
     return "";
 }
 
 std::string MessageInserts::add(unsigned number, std::string conversion) {
-    constexpr std::size_t room = 4095; // for all conversions and their terminators
-    m_room_taken += conversion.size() + 1;
-    if (m_room_taken > room)
+    m_room_taken += conversion.size() + 1; // its terminator
+    if (m_room_taken > MessageInsert::room)
         return "the conversions of the message are longer than gen has room for";
     Conversions& known = m_conversions[number];
     if (std::find(known.begin(), known.end(), conversion) != known.end())

@@ -16,7 +16,7 @@ class MessageInserts {
     using Conversions = std::vector<std::string>;
 
     /// Why arguments cannot be made for this message; "" when they can.
-    std::string read(std::string_view format);
+    std::string read(char const* format);
 
     std::map<unsigned, Conversions> const& conversions() const { return m_conversions; }
     /// What stands behind the letter of a conversion, where it prints nothing: a sentence each.

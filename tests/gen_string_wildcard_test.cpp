@@ -3,14 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <cstdio>
 #include <random>
 #include <regex.h>
 #include <string>
+#include <sys/resource.h>
 #include <vector>
 
 #include "effort.h"
 #include "error_recorder.h"
 #include "plain_string_wildcard.h"
+#include "sanitizer.h"
 #include "test_locale.h"
 
 namespace {
@@ -172,6 +175,19 @@ TEST(Wildcard, PatternOfAMegabyte) {
     for (std::size_t i = 0; i < size; ++i)
         expected += "[aA]";
     EXPECT_EQ(wildcard, expected + "$");
+}
+
+TEST(WildcardDeathTest, PatternWhoseExpressionHasNoRoomEndsTheProcess) {
+    if (address_sanitizer)
+        GTEST_SKIP() << "the sanitizer's heap ends the process itself";
+    auto const convert = [] {
+        STR wildcard(std::size_t{1} << 29, '.');
+        std::fputs("made\n", stderr);
+        rlimit const two_gigabytes{2ULL << 30, 2ULL << 30}; // which 32-bit has not more of
+        setrlimit(RLIMIT_AS, &two_gigabytes);
+        gen_wildcard_to_reg_expr(&wildcard, false);
+    };
+    EXPECT_EXIT(convert(), testing::ExitedWithCode(255), "^made\nkorvane: out of memory: .*\n$");
 }
 
 TEST(Wildcard, PatternsWithoutUnescapedCharactersCompileAndMatchThemselves) {

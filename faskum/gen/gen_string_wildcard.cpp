@@ -74,6 +74,9 @@ class LocaleLetters {
 
 STR expression_of(std::string_view pattern, bool anchor) {
     constexpr std::size_t anchors_size = 2; // MUTANT_EXCL_LINE(2 to 3): room alone
+    // What no string has room for is not had either.
+    if (pattern.size() > (STR().max_size() - anchors_size) / sizeof(Expansion))
+        MEM_MANAGER::fail(pattern.size(), nullptr, "GEN");
     LocaleLetters const letters;
     // Room for letters alone, written to the end of the last one whatever it is.
     // MUTANT_EXCL_LINE('\0' to '~'): no character of it is left as it was

@@ -5,8 +5,9 @@
 // Whatever has no destructor needs no order, and stands with its topic: the find-file cache and
 // the kept locales, which are released here; the executable's path, which stays in the process for
 // those who keep it; the stream of the GUI profile, which is its host's to close; the name of the
-// base locale, which is its host's to set; and what the environment said at the first call of
-// gen_is_system_64bit.
+// base locale, which is its host's to set; what the environment said at the first call of
+// gen_is_system_64bit; and what loading finds out about the processor and valgrind, which checksums
+// and comparisons go by.
 
 #include "gen_load.h"
 
@@ -24,6 +25,8 @@ MEM_INITIALIZER const owner("GEN");
 /// A host whose sources only declare the standard streams can use them.
 std::ios_base::Init const standard_streams;
 } // namespace
+
+BaseLocale const no_base_locale;
 
 STR gen_project_dir_path;
 STR gen_korvane_library_paths;

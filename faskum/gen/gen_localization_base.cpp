@@ -19,9 +19,6 @@ constinit std::atomic<BaseLocale const*> current_base_locale = nullptr;
 
 namespace {
 
-// What a null base name stands for: the locale in force, in every category.
-BaseLocale const no_base_locale;
-
 // Every locale that was ever asked for stays until the library goes: another thread may be using
 // it, and a host has few names to give.
 constinit std::mutex base_locales_mutex;

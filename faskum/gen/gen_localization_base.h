@@ -36,6 +36,8 @@ struct BaseLocale {
 };
 
 extern std::atomic<BaseLocale const*> current_base_locale;
+/// What a null base name stands for: the locale in force, in every category.
+extern BaseLocale const no_base_locale;
 
 /// Frees every locale that was kept, when gen is unloaded.
 void release_base_locales();

@@ -86,7 +86,7 @@ class BpTerms {
     std::uint32_t left_by() const { return m_left_by; }
 
   private:
-    void add(BP_TOKEN_TYPE type);
+    inline void add(BP_TOKEN_TYPE type);
     std::uint32_t next_looser(std::uint32_t next, BP_TOKEN_TYPE type) const;
 
     STR m_characters; ///< of all words

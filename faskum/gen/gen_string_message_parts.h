@@ -31,7 +31,7 @@ class MessageParts {
     static constexpr unsigned most = 128; // MUTANT_EXCL_LINE: what is longer is read otherwise
 
     void add_text(std::string_view text);
-    char const* add_insert(char const* at);
+    inline char const* add_insert(char const* at);
 
     unsigned m_count = 0;
     unsigned m_highest = 0;

@@ -40,8 +40,8 @@ struct STL_CONVERSION {
 /// What stl_parse_conversion does for conversions that are more than a frequent letter.
 KORVANE_API void stl_parse_long_conversion(char const* text, STL_CONVERSION& conversion);
 
-/// Takes the conversion apart whose "%" is just before @p text, and fills in @p conversion. An
-/// exclamation mark ends it as the end of the text does.
+/// Takes the conversion apart whose "%" is just before @p text, and fills in @p conversion. What
+/// stands where the letter should is taken for it, also an exclamation mark, but for the end.
 inline void stl_parse_conversion(char const* text, STL_CONVERSION& conversion) {
     if (*text == 's') // most are one of these
         conversion = {text, text + 1, 's', STL_ARGUMENT::text, true, false, 0};

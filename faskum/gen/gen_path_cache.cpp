@@ -4,7 +4,6 @@
 #include "gen_path_find.h"
 
 #include <cstdint>
-#include <string_view>
 
 GEN_FIND_FILE_CACHE* gen_find_file_cache = nullptr;
 

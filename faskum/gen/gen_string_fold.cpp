@@ -14,7 +14,7 @@ void fold_by_platform(char* text, std::size_t length, PlatformFold fold) {
         text[i] = static_cast<char>(fold(static_cast<signed char>(text[i])));
 }
 
-// Adding or taking off the bit without a branch lets the compiler turn the loop into vector code.
+// Without a branch, since which letters are capitals cannot be predicted.
 template <char first>
 void flip_case(char* text, std::size_t length) {
     for (std::size_t i = 0; i < length; ++i) {

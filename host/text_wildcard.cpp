@@ -2,55 +2,9 @@
 
 #include "batch.h"
 #include "gen_string_wildcard.h"
-
-#include <algorithm>
-#include <cstdlib>
-#include <regex.h>
+#include "wildcard_match.h"
 
 namespace {
-
-/// How many characters are matched: compiling costs the C library time and memory by the square.
-constexpr std::size_t most_characters = 2000;
-
-/// How many times the repetition that begins behind a "{" asks for, as "3}" or "2,5}".
-std::size_t repetitions(char const* text) {
-    char* end = nullptr;
-    unsigned long const least = std::strtoul(text, &end, 10);
-    unsigned long const most = *end == ',' ? std::strtoul(end + 1, &end, 10) : 0;
-    return std::clamp<std::size_t>(std::max(least, most), 1, most_characters + 1);
-}
-
-/// At least the size of @p pattern with its repetitions written out, as far as it can be matched.
-/// Repetitions of repetitions multiply; there are none of more than one character.
-std::size_t written_out_size(std::string const& pattern) {
-    std::size_t repeated = 1;
-    for (std::size_t at = pattern.find('{'); at != std::string::npos && repeated <= most_characters;
-         at = pattern.find('{', at + 1))
-        repeated *= repetitions(pattern.c_str() + at + 1);
-    return pattern.size() + repeated;
-}
-
-/// A POSIX extended regular expression.
-class Expression {
-  public:
-    explicit Expression(char const* text)
-        : m_status(regcomp(&m_compiled, text, REG_EXTENDED | REG_NOSUB)) {}
-    ~Expression() {
-        if (valid())
-            regfree(&m_compiled);
-    }
-    Expression(Expression const&) = delete;
-    Expression& operator=(Expression const&) = delete;
-
-    bool valid() const { return m_status == 0; }
-    bool matches(std::string const& name) const {
-        return regexec(&m_compiled, name.c_str(), 0, nullptr, 0) == 0;
-    }
-
-  private:
-    regex_t m_compiled{};
-    int m_status;
-};
 
 class Wildcard : public Command {
   public:
@@ -67,11 +21,11 @@ class Wildcard : public Command {
         answer.field("expression", text);
         if (m_names.empty())
             return STATUS_YES;
-        if (written_out_size(m_pattern) > most_characters) {
+        if (is_too_large_to_match(m_pattern.c_str())) {
             answer.remark("the pattern is too large to be matched");
             return STATUS_USAGE;
         }
-        Expression const expression(text.c_str());
+        PosixExpression const expression(text.c_str());
         if (!expression.valid()) {
             answer.remark(
                 "+ ^ $ { } are passed on as they are, which makes no valid expression here");
@@ -81,7 +35,7 @@ class Wildcard : public Command {
             return match_batch(expression, answer);
         Value::List matches;
         for (std::string const& name : m_names)
-            if (expression.matches(name))
+            if (expression.matches(name.c_str()))
                 matches.emplace_back(name);
         bool const any = !matches.empty();
         answer.field("matches", std::move(matches));
@@ -89,11 +43,11 @@ class Wildcard : public Command {
     }
 
   private:
-    Status match_batch(Expression const& expression, Answer& answer) {
+    Status match_batch(PosixExpression const& expression, Answer& answer) {
         bool any = false;
         Status const status =
             m_batch.answer(m_names, answer, [&](std::string const& name, Answer& one) {
-                bool const matches = expression.matches(name);
+                bool const matches = expression.matches(name.c_str());
                 any = any || matches;
                 one.detail("name", name);
                 one.detail("matches", matches);

@@ -1,17 +1,12 @@
 #include "command.h"
 #include "lookup.h"
 #include "project_options.h"
+#include "temporary_file.h"
 
 #include "fio.h"
 #include "gen_path_project.h"
 #include "gen_path_temp.h"
 #include "gen_path_tools.h"
-
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -60,38 +55,6 @@ class Names : public Command {
     std::string m_database_file = "top";
 };
 
-/// The path of a temporary file, with these characters in place of its number's eight digits.
-STR temp_path(STR const& directory, STR const& prefix, char const* digits) {
-    FIO_PATH path;
-    path.directory(directory);
-    path.base(prefix.substr(0, 3) + digits);
-    path.extension(".tmp", "");
-    return path.fullpath();
-}
-
-/// Creates a file of the same form as a temporary one and removes it again. "" if that can be done,
-/// else why not.
-std::string trouble_of_creating(STR const& directory, STR const& prefix) {
-    STR path = temp_path(directory, prefix, "__XXXXXX");
-    int const file = mkstemps(path.data(), sizeof ".tmp" - 1);
-    if (file < 0)
-        return std::strerror(errno);
-    close(file);
-    unlink(path.c_str());
-    return {};
-}
-
-bool any_number_is_free(STR const& directory, STR const& prefix) {
-    for (unsigned number = 0; number < 65536; ++number) {
-        char digits[9];
-        std::snprintf(digits, sizeof digits, "%.8x", number);
-        struct stat status;
-        if (lstat(temp_path(directory, prefix, digits).c_str(), &status) != 0)
-            return true;
-    }
-    return false;
-}
-
 class Temp : public Command {
   public:
     void declare(Options& options) override {
@@ -110,13 +73,9 @@ class Temp : public Command {
             answer.remark("temp: --prefix: no name holds a \"/\"");
             return STATUS_USAGE;
         }
-        // gen itself waits until a file can be created.
-        std::string trouble = trouble_of_creating(directory, prefix);
-        if (trouble.empty() && !any_number_is_free(directory, prefix))
-            trouble = "all 65536 names are taken";
-        if (!trouble.empty()) {
+        if (STR const trouble = trouble_of_temporary_file(directory, prefix); !trouble.empty()) {
             answer.field("path", Value());
-            answer.remark("no file can be created in " + host_text(directory) + ": " + trouble);
+            answer.remark("no file can be created in " + host_text(directory + ": " + trouble));
             return STATUS_NO;
         }
         answer.plain("path", gen_get_temp_filename(directory, prefix, m_number));

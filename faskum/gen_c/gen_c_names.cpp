@@ -1,48 +1,16 @@
 #include "gen_c_call.h"
 #include "gen_c_table.h"
+#include "temporary_file.h"
 
 #include "gen_os_info_paths.h"
 #include "gen_path_temp.h"
 #include "gen_path_tools.h"
 
-#include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace gen_c;
-
-namespace {
-
-/// The path of a temporary file, with these characters in place of its number's eight digits.
-STR temporary_path(STR const& directory, STR const& prefix, char const* digits) {
-    FIO_PATH path;
-    path.directory(directory);
-    path.base(prefix.substr(0, 3) + digits);
-    path.extension(".tmp", "");
-    return path.fullpath();
-}
-
-/// Why no file can be created there; "" when one can. gen itself would wait until it can.
-STR trouble_of_creating(STR const& directory, STR const& prefix) {
-    STR path = temporary_path(directory, prefix, "__XXXXXX");
-    int const file = mkstemps(path.data(), sizeof ".tmp" - 1);
-    if (file < 0)
-        return std::strerror(errno);
-    close(file);
-    unlink(path.c_str());
-    for (unsigned number = 0; number < 65536; ++number) {
-        char digits[9];
-        std::snprintf(digits, sizeof digits, "%.8x", number);
-        struct stat status;
-        if (lstat(temporary_path(directory, prefix, digits).c_str(), &status) != 0)
-            return {};
-    }
-    return "all 65536 names are taken";
-}
-
-} // namespace
 
 gen_c_status gen_c_tool_files(gen_c_table** answer) {
     if (lacks("answer", answer))
@@ -71,7 +39,7 @@ gen_c_status gen_c_temporary_file(char const* directory, char const* prefix, int
         return refuse(GEN_C_BAD_ARGUMENT, "number", " is not from 0 to 65535");
     Reports const reports;
     STR const place = directory != nullptr ? STR(directory) : gen_get_temp_path();
-    if (STR const trouble = trouble_of_creating(place, prefix); !trouble.empty())
+    if (STR const trouble = trouble_of_temporary_file(place, prefix); !trouble.empty())
         return refuse(GEN_C_FAILED, "no file can be created in " + place + ": ", trouble);
     STR const made = gen_get_temp_filename(place, prefix, static_cast<unsigned short>(number));
     gen_c_status const status = put(path, made);

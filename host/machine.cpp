@@ -37,9 +37,9 @@ class Machine : public Command {
 
   private:
     template <typename Result>
-    void ask(Answer& answer, char const* key, bool (*question)(Result*)) {
+    void ask(Answer& answer, char const* key, bool (*get)(Result*)) {
         Result result{};
-        bool const done = question(&result);
+        bool const done = get(&result);
         answer.field(key, done ? Value(result) : Value());
         m_all_known = m_all_known && done;
     }

@@ -1,58 +1,34 @@
 #include "command.h"
-
-#include "gen_meminfo.h"
-#include "mem.h"
+#include "usage_report.h"
 
 #include <optional>
 
 namespace {
 
-Value::List* report_lines = nullptr;
-
-int keep(char const* /*owner*/, char const* text) {
-    report_lines->push_back(text);
-    return 0;
-}
-
 class Modules : public Command {
   public:
     void declare(Options& options) override {
-        options.flag("--profile-dll-usage", m_profile, "Sum up the modules beside the executable");
-        options.flag("--list-dll-details", m_details, "With it, list the loaded ones too");
-        options.flag("--report-modules-flow", m_memory, "Tell the memory in use");
+        options.flag("--profile-dll-usage", m_switches.profile_dll_usage,
+                     "Sum up the modules beside the executable");
+        options.flag("--list-dll-details", m_switches.list_dll_details,
+                     "With it, list the loaded ones too");
+        options.flag("--report-modules-flow", m_switches.report_modules_flow,
+                     "Show the memory in use");
         options.value("--tag", &m_tag, "The caller's label");
         options.value("--phase", &m_phase, "The label of the point in the run; 'start' if none");
     }
 
     Status run(Answer& answer) override {
-        switch_on("profile_dll_usage", m_profile);
-        switch_on("list_dll_details", m_details);
-        switch_on("report_modules_flow", m_memory);
-        Value::List lines;
-        report_lines = &lines;
-        MEM_MSG_SINK const previous = mem_msg_set_sink(keep);
-        gen_meminfo_report_dll_usage(m_tag.c_str(), m_phase ? m_phase->c_str() : nullptr);
-        mem_msg_set_sink(previous);
-        for (char const* const name :
-             {"profile_dll_usage", "list_dll_details", "report_modules_flow"})
-            mem_cfg_unset(name);
-        bool const any = !lines.empty();
-        answer.plain("lines", std::move(lines));
-        if (!any)
+        MEM_VECTOR<STR> const lines =
+            usage_report(m_tag.c_str(), m_phase ? m_phase->c_str() : nullptr, m_switches);
+        answer.plain("lines", Value::List(lines.begin(), lines.end()));
+        if (lines.empty())
             answer.remark("no switch asks for a report");
-        return status_of(any);
+        return status_of(!lines.empty());
     }
 
   private:
-    /// What KORVANE_CFG switches on stays on.
-    static void switch_on(char const* name, bool on) {
-        if (on)
-            mem_cfg_set(name, true);
-    }
-
-    bool m_profile = false;
-    bool m_details = false;
-    bool m_memory = false;
+    UsageReportSwitches m_switches{};
     std::string m_tag = "gen_query";
     std::optional<std::string> m_phase;
 };

@@ -1,45 +1,18 @@
 #include "gen_c_call.h"
 #include "gen_c_table.h"
+#include "usage_report.h"
 
-#include "gen_meminfo.h"
 #include "gen_os_info.h"
-#include "mem.h"
 
 using namespace gen_c;
 
 namespace {
 
 template <typename Result>
-Cell ask(bool (*question)(Result*)) {
+Cell ask(bool (*get)(Result*)) {
     Result result{};
-    return question(&result) ? Cell(result) : Cell();
+    return get(&result) ? Cell(result) : Cell();
 }
-
-gen_c_table* report = nullptr;
-
-int keep(char const* /*owner*/, char const* text) {
-    report->row({text});
-    return 0;
-}
-
-/// A configuration switch that is on in its scope. One that is on already stays as it is.
-class Switch {
-  public:
-    Switch(char const* name, bool on) : m_name(name), m_changed(on && !mem_cfg_is_on(name, false)) {
-        if (m_changed)
-            mem_cfg_set(name, true);
-    }
-    ~Switch() {
-        if (m_changed)
-            mem_cfg_unset(m_name);
-    }
-    Switch(Switch const&) = delete;
-    Switch& operator=(Switch const&) = delete;
-
-  private:
-    char const* m_name;
-    bool m_changed;
-};
 
 } // namespace
 
@@ -77,14 +50,9 @@ gen_c_status gen_c_usage_report(char const* tag, char const* phase, int modules,
         return GEN_C_BAD_ARGUMENT;
     if (is_not_started())
         return GEN_C_NOT_STARTED;
-    Switch const modules_too("profile_dll_usage", modules != 0);
-    Switch const details_too("list_dll_details", details != 0);
-    Switch const memory_too("report_modules_flow", memory != 0);
-    gen_c_table table{"line"};
-    report = &table;
-    MEM_MSG_SINK const previous = mem_msg_set_sink(keep);
-    gen_meminfo_report_dll_usage(tag, phase);
-    mem_msg_set_sink(previous);
-    gen_c_status const status = table.rows() != 0 ? GEN_C_OK : GEN_C_NOT_FOUND;
-    return give(std::move(table), lines, status);
+    MEM_VECTOR<STR> const report = usage_report(tag, phase,
+                                                {.profile_dll_usage = modules != 0,
+                                                 .list_dll_details = details != 0,
+                                                 .report_modules_flow = memory != 0});
+    return give_list("line", report, lines, report.empty() ? GEN_C_NOT_FOUND : GEN_C_OK);
 }

@@ -79,11 +79,12 @@ gen_c_status give_row(std::initializer_list<Field> fields, gen_c_table** answer,
                       gen_c_status status = GEN_C_OK);
 /// A table of one column.
 template <typename List>
-gen_c_status give_list(char const* name, List const& list, gen_c_table** answer) {
+gen_c_status give_list(char const* name, List const& list, gen_c_table** answer,
+                       gen_c_status status = GEN_C_OK) {
     gen_c_table table{name};
     for (auto const& item : list)
         table.row({Cell(item)});
-    return give(std::move(table), answer);
+    return give(std::move(table), answer, status);
 }
 /// A table of the lines of a text, each of which ends in a line feed.
 gen_c_status give_lines(std::string_view text, gen_c_table** answer);

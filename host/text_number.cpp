@@ -1,6 +1,7 @@
 #include "text.h"
 
 #include "gen_string_number.h"
+#include "integer_reading.h"
 
 namespace {
 
@@ -15,8 +16,7 @@ class Number : public Command {
         STR const text(m_text.data(), m_text.size());
         STR::const_iterator position = text.begin();
         int const value = gen_atoi(text, &position);
-        bool const found =
-            position != text.begin() && *(position - 1) >= '0' && *(position - 1) <= '9';
+        bool const found = is_behind_integer(text, position);
         answer.field("value", found ? Value(value) : Value());
         answer.field("digits", found ? Value(gen_itoa(value, m_radix)) : Value());
         answer.detail("radix", m_radix);

@@ -1,4 +1,5 @@
 #include "gen_c_call.h"
+#include "integer_reading.h"
 
 #include "gen_localization.h"
 #include "gen_string.h"
@@ -47,9 +48,7 @@ gen_c_status gen_c_read_integer(char const* text, int32_t* number, size_t* used)
     STR const digits(text);
     STR::const_iterator position = digits.begin();
     int const value = gen_atoi(digits, &position);
-    bool const found =
-        position != digits.begin() && *(position - 1) >= '0' && *(position - 1) <= '9';
-    if (!found)
+    if (!is_behind_integer(digits, position))
         return GEN_C_NOT_FOUND;
     *number = value;
     if (used != nullptr)

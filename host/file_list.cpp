@@ -13,7 +13,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr char const* standard_input = "-";
-constexpr std::string_view blanks = " \t\r\n\v\f";
 constexpr std::string_view blanks_and_quote = " \t\r\n\v\f\"";
 
 struct Word {

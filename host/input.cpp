@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr char const* blanks = " \t\r\n\v\f";
-
 bool is_standard_input(std::string const& path) {
     return path == "-";
 }

@@ -26,6 +26,8 @@ std::vector<std::string_view> pieces_of(std::string_view text, char end);
 /// until @p take returns false. Gives why it cannot be read further, or "".
 std::string read_pieces(char end, std::function<bool(std::string& piece)> const& take);
 
+inline constexpr std::string_view blanks = " \t\r\n\v\f";
+
 /// @p text without the blanks, tabs and line ends around it.
 std::string_view trimmed(std::string_view text);
 

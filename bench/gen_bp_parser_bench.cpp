@@ -51,9 +51,9 @@ template <>
 struct to_emitter<closing> {
     static void apply0(ConditionEmitter& emitter) { emitter.close(); }
 };
-template <ConditionEmitter::Operator KIND>
+template <ConditionEmitter::Operator Kind>
 struct to_infix {
-    static void apply0(ConditionEmitter& emitter) { emitter.infix(KIND); }
+    static void apply0(ConditionEmitter& emitter) { emitter.infix(Kind); }
 };
 template <>
 struct to_emitter<disjunction> : to_infix<ConditionEmitter::logical_or> {};
@@ -92,9 +92,9 @@ static auto on_emitter(Action action) {
     return [action](auto const& context) { action(emitter_of(context), x3::_attr(context)); };
 }
 
-template <ConditionEmitter::Operator KIND>
-static auto tell_infix() {
-    return on_emitter([](ConditionEmitter& emitter, auto const&) { emitter.infix(KIND); });
+template <ConditionEmitter::Operator Kind>
+static auto emit_infix() {
+    return on_emitter([](ConditionEmitter& emitter, auto const&) { emitter.infix(Kind); });
 }
 
 static x3::rule<struct operand_id> const operand = "operand";
@@ -111,11 +111,11 @@ static auto const closing =
     x3::lit(')')[on_emitter([](auto& emitter, auto const&) { emitter.close(); })];
 static auto const tilde =
     x3::lit('~')[on_emitter([](auto& emitter, auto const&) { emitter.negate(); })];
-static auto const infix = x3::lit('=')[tell_infix<ConditionEmitter::equal>()] |
-                          x3::lit("&&")[tell_infix<ConditionEmitter::logical_and>()] |
-                          x3::lit("||")[tell_infix<ConditionEmitter::logical_or>()] |
-                          x3::lit('>')[tell_infix<ConditionEmitter::greater>()] |
-                          x3::lit('<')[tell_infix<ConditionEmitter::less>()];
+static auto const infix = x3::lit('=')[emit_infix<ConditionEmitter::equal>()] |
+                          x3::lit("&&")[emit_infix<ConditionEmitter::logical_and>()] |
+                          x3::lit("||")[emit_infix<ConditionEmitter::logical_or>()] |
+                          x3::lit('>')[emit_infix<ConditionEmitter::greater>()] |
+                          x3::lit('<')[emit_infix<ConditionEmitter::less>()];
 static auto const operand_def = (opening >> condition >> closing) | (tilde >> operand) | word;
 static auto const condition_def = operand >> *(infix >> operand);
 BOOST_SPIRIT_DEFINE(operand, condition)
@@ -176,10 +176,10 @@ std::string rewrite_by_hand(std::string const& text) {
 }
 
 /// What every contestant is asked: here is an expression, leave its prefix form in its place.
-template <std::string (*REWRITE)(std::string const&)>
+template <std::string (*Rewrite)(std::string const&)>
 std::string replace(std::string const& text) {
     std::string expression = text;
-    expression = REWRITE(expression);
+    expression = Rewrite(expression);
     return expression;
 }
 
@@ -296,7 +296,7 @@ std::vector<std::string> make(std::size_t count, std::string (*shape)(std::size_
 }
 
 /// What a token costs in one long expression, and, as the peer, in short ones with as many tokens
-/// altogether. On a fresh heap, each round begins with one that holds nothing in stock, as in a
+/// altogether. On a fresh heap, each round begins with one that has nothing in stock, as in a
 /// program that has just started: pages that the long expression needs and the short ones use again
 /// are then its cost, and the kernel's.
 enum class Heap { in_use, fresh };

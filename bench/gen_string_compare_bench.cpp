@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Equal texts of one length at all alignments, with room to read whole blocks behind them.
+/// Equal strings of one length at all alignments, with room to read whole blocks behind them.
 struct TextPairs {
     explicit TextPairs(std::size_t length) : size(length) {
         for (std::size_t i = 0; i < input_count; ++i) {
@@ -55,12 +55,12 @@ __m128i folded(__m128i block) {
     return _mm_add_epi8(block, _mm_and_si128(letters, _mm_set1_epi8(32)));
 }
 
-/// Block comparison of texts that may be read past their ends: neither nulls nor pages looked at.
-template <bool FOLD>
+/// Block comparison of strings that may be read past their ends: neither nulls nor pages looked at.
+template <bool Fold>
 int limit_compare(char const* a, char const* b) {
     for (std::size_t at = 0;; at += 16) {
-        __m128i const first = FOLD ? folded(load(a + at)) : load(a + at);
-        __m128i const second = FOLD ? folded(load(b + at)) : load(b + at);
+        __m128i const first = Fold ? folded(load(a + at)) : load(a + at);
+        __m128i const second = Fold ? folded(load(b + at)) : load(b + at);
         __m128i const ends = _mm_cmpeq_epi8(first, _mm_setzero_si128());
         __m128i const same = _mm_cmpeq_epi8(first, second);
         auto const stop =

@@ -14,14 +14,14 @@
 ///
 /// The end is a flag, not a value past the last one: a range may run up to the largest value of the
 /// underlying type. A range whose first value is greater than its last one is empty.
-template <typename ENUM>
+template <typename Enum>
 class GEN_ENUM_ITERATOR {
-    static_assert(std::is_enum_v<ENUM>);
-    using NUMBER = std::underlying_type_t<ENUM>;
+    static_assert(std::is_enum_v<Enum>);
+    using Number = std::underlying_type_t<Enum>;
 
   public:
     /// At @p first; both ends belong to the range.
-    GEN_ENUM_ITERATOR(ENUM first, ENUM last)
+    GEN_ENUM_ITERATOR(Enum first, Enum last)
         : m_current(first), m_last(last), m_at_end(number(first) > number(last)) {}
 
     /// True past the last value.
@@ -30,7 +30,7 @@ class GEN_ENUM_ITERATOR {
 
     /// The current value. At the end it reports "Cannot dereference an end enum iterator" and gives
     /// the last value of the range.
-    ENUM operator*() const {
+    Enum operator*() const {
         if (m_at_end) {
             err_report_internal_error("Cannot dereference an end enum iterator", "GEN",
                                       "../../h/gen_iterator_sys", end_line);
@@ -42,16 +42,16 @@ class GEN_ENUM_ITERATOR {
     /// Goes to the next value; at the end it stays there.
     GEN_ENUM_ITERATOR& operator++() {
         if (!m_at_end && !(m_at_end = m_current == m_last))
-            m_current = static_cast<ENUM>(number(m_current) + 1);
+            m_current = static_cast<Enum>(number(m_current) + 1);
         return *this;
     }
 
   private:
     static constexpr int end_line = 36; ///< frozen, as err_report.h says
 
-    static NUMBER number(ENUM value) { return static_cast<NUMBER>(value); }
+    static Number number(Enum value) { return static_cast<Number>(value); }
 
-    ENUM m_current;
-    ENUM m_last;
+    Enum m_current;
+    Enum m_last;
     bool m_at_end;
 };

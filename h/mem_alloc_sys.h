@@ -59,6 +59,6 @@ template <typename T>
 using MEM_VECTOR = std::vector<T, MEM_STL_ALLOCATOR<T>>;
 
 /// A hash map over the tracked allocator.
-template <typename K, typename V, typename HASH = std::hash<K>, typename EQUAL = std::equal_to<K>>
+template <typename K, typename V, typename Hash = std::hash<K>, typename Equal = std::equal_to<K>>
 using MEM_HASH_MAP =
-    std::unordered_map<K, V, HASH, EQUAL, MEM_STL_ALLOCATOR<std::pair<K const, V>>>;
+    std::unordered_map<K, V, Hash, Equal, MEM_STL_ALLOCATOR<std::pair<K const, V>>>;

@@ -20,9 +20,9 @@ class RandomMessages {
     }
     bool one_in(unsigned count) { return below(count) == 0; }
 
-    template <std::size_t COUNT>
-    char const* pick(char const* const (&some)[COUNT]) {
-        return some[below(COUNT)];
+    template <std::size_t Count>
+    char const* pick(char const* const (&some)[Count]) {
+        return some[below(Count)];
     }
 
     std::string characters(char const* some, unsigned most) {

@@ -42,9 +42,9 @@ class RandomFormats {
         return text;
     }
 
-    template <std::size_t COUNT>
-    char const* pick(char const* const (&some)[COUNT]) {
-        return some[below(COUNT)];
+    template <std::size_t Count>
+    char const* pick(char const* const (&some)[Count]) {
+        return some[below(Count)];
     }
 
     // Whole numbers of every size, the borders of the types among them.
@@ -106,7 +106,7 @@ class RandomFormats {
     std::mt19937_64 m_engine{20240229};
 };
 
-// Compares one conversion in a little literal text, with up to two stars in it.
+// Compares one conversion in a little literal string, with up to two stars in it.
 template <typename T>
 void compare_one(RandomFormats& random, std::string const& front, std::string const& rest,
                  T value) {
@@ -178,8 +178,8 @@ constexpr char const* significant_places[] = {"%e",    "%g",    "%E",    "%G",  
                                               "%.1g",  "%.2e",  "%.3g",  "%.15g", "%.16e", "%.17g",
                                               "%.17e", "%.18g", "%012g", "%-9e",  "%+.9g", "% .4G"};
 
-template <std::size_t COUNT>
-void compare_doubles(char const* const (&formats)[COUNT], std::size_t rounds) {
+template <std::size_t Count>
+void compare_doubles(char const* const (&formats)[Count], std::size_t rounds) {
     RandomFormats random;
     STR text;
     char expected[400];

@@ -9,26 +9,26 @@ namespace {
 
 using Words = Tcl_Obj* const*;
 
-template <bool CALLS>
+template <bool Calls>
 int compared(ClientData, Tcl_Interp* interp, int, Words words) {
     char const* const first = Tcl_GetString(words[1]);
     char const* const second = Tcl_GetString(words[2]);
-    Tcl_SetObjResult(interp, Tcl_NewIntObj(CALLS ? gen_lexcmp(first, second) : *first - *second));
+    Tcl_SetObjResult(interp, Tcl_NewIntObj(Calls ? gen_lexcmp(first, second) : *first - *second));
     return TCL_OK;
 }
 
-template <bool CALLS>
+template <bool Calls>
 int summed(ClientData, Tcl_Interp* interp, int, Words words) {
     char const* const text = Tcl_GetString(words[1]);
-    auto const sum = static_cast<unsigned>(CALLS ? gen_crc_generator(text) : *text);
+    auto const sum = static_cast<unsigned>(Calls ? gen_crc_generator(text) : *text);
     Tcl_SetObjResult(interp, Tcl_NewWideIntObj(sum));
     return TCL_OK;
 }
 
-template <bool CALLS>
+template <bool Calls>
 int found(ClientData, Tcl_Interp* interp, int, Words words) {
     char const* const name = Tcl_GetString(words[1]);
-    if (CALLS) {
+    if (Calls) {
         FIO_PATH const path = gen_find_file_cache_assisted(name);
         Tcl_SetObjResult(interp, Tcl_NewStringObj(path, -1));
     } else {

@@ -65,7 +65,7 @@ std::string fmt_message(fmt::string_view format, Arguments const&... arguments) 
     return fmt::vformat(format, fmt::make_format_args(arguments...));
 }
 
-/// A text put together from pieces known beforehand, without a format.
+/// A string put together from pieces known beforehand, without a format.
 class Pieces {
   public:
     Pieces& operator<<(char const* text) {
@@ -237,7 +237,7 @@ Family const four_inserts{[] {
 #endif
 }};
 
-/// Six texts and six numbers, in turns.
+/// Six strings and six numbers, in turns.
 #define TWELVE(i)                                                                                  \
     in.text(i), in.number(i), in.text(i + 1), in.number(i + 1), in.text(i + 2), in.number(i + 2),  \
         in.text(i + 3), in.number(i + 3), in.text(i + 4), in.number(i + 4), in.text(i + 5),        \

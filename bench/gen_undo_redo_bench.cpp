@@ -49,7 +49,7 @@ int collect_and_write(std::string const& directory) {
     return 0;
 }
 
-/// The same texts through the same containers, with the printf-like layer and the stream that a
+/// The same strings through the same containers, with the printf-like layer and the stream that a
 /// tool would take: a section kept twice, as the manager has to.
 int collect_and_write_with_fmt(std::string const& directory) {
     std::list<std::string> current;

@@ -1,5 +1,5 @@
 // The rewriting of conditions against its plain form: what is written, complained of, reported and
-// answered, for whole texts and for ranges of token lists.
+// answered, for whole strings and for ranges of token lists.
 
 #include "err_report.h"
 #include "fuzz_input.h"
@@ -32,14 +32,14 @@ struct Plan {
     Plan(std::uint8_t number, FuzzInput& input) {
         auto const bits = input.take<std::uint8_t>();
         literally = bits % 2 == 0;
-        // Past what is read of a text at once.
+        // Past what is read of a string at once.
         shortest = bits / 2 % 16 == 15 ? 4200 : 0;
-        held = bits / 32 >= 6 ? 2 * std::size_t{number} : 0;
+        entered = bits / 32 >= 6 ? 2 * std::size_t{number} : 0;
     }
 
     bool literally;
-    std::size_t shortest; ///< the text is repeated until it is as long
-    std::size_t held;     ///< tokens entered by hand before it
+    std::size_t shortest; ///< the string is repeated until it is as long
+    std::size_t entered;  ///< tokens entered by hand before it
 };
 
 /// The bytes themselves, or one piece of a condition for each of them.
@@ -60,7 +60,7 @@ std::string text_of(FuzzInput& input, Plan const& plan) {
     return text;
 }
 
-/// So many tokens of every type and of none, chosen by the text.
+/// So many tokens of every type and of none, chosen by the string.
 std::vector<PlainToken> tokens_by_hand(std::size_t count, std::string const& text) {
     std::vector<PlainToken> tokens;
     for (std::size_t index = 0; index < count; ++index) {
@@ -71,9 +71,9 @@ std::vector<PlainToken> tokens_by_hand(std::size_t count, std::string const& tex
     return tokens;
 }
 
-void compare_whole(std::string const& text, std::size_t held) {
+void compare_whole(std::string const& text, std::size_t entered) {
     PlainCondition plain;
-    plain.tokens = tokens_by_hand(held, text);
+    plain.tokens = tokens_by_hand(entered, text);
     GEN_BP_PARSER parser;
     for (PlainToken const& token : plain.tokens) {
         STR const word(token.text);
@@ -144,7 +144,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     auto const last = input.take<std::uint8_t>();
     Plan const plan(first, input);
     std::string const text = text_of(input, plan);
-    compare_whole(text, plan.held);
+    compare_whole(text, plan.entered);
     compare_range(text, first, last);
     return 0;
 }

@@ -11,7 +11,7 @@
 #include <string>
 #include <unistd.h>
 
-/// A NUL-terminated text in a block of exactly its size, so that a sanitizer sees every step over
+/// A NUL-terminated string in a block of exactly its size, so that a sanitizer sees every step over
 /// its ends.
 class FuzzText {
   public:
@@ -42,7 +42,7 @@ class FuzzBlock {
     std::unique_ptr<char[]> m_bytes;
 };
 
-/// The input as a source of values. When it has run dry it gives zeros and empty texts.
+/// The input as a source of values. When it has run dry it gives zeros and empty strings.
 class FuzzInput {
   public:
     FuzzInput(std::uint8_t const* data, std::size_t size) : m_data(data), m_left(size) {}

@@ -10,7 +10,7 @@
 namespace {
 
 /// As many words as 99 inserts can reach, each of them harmless as whatever it is taken for: the
-/// address of a text, wide or not, which is a small number as well.
+/// address of a string, wide or not, which is a small number as well.
 char* harmless_arguments() {
     static STL_ARG_LIST list;
     static bool made = false;

@@ -1,4 +1,4 @@
-// A path taken apart, changed and put together again against the same done with three texts, and
+// A path taken apart, changed and put together again against the same done with three strings, and
 // what the project makes of it.
 
 #include "fio_path.h"
@@ -126,7 +126,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         change(path, plain, input);
         compare(path, plain);
     }
-    // The project's functions take texts that end at a NUL.
+    // The project's functions take strings that end at a NUL.
     compare_relative(std::string(text.c_str()).substr(0, text.size() / 2), plain.text().c_str());
     return 0;
 }

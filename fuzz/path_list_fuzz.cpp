@@ -1,4 +1,4 @@
-// Path lists taken apart, and what is asked, in which order, of the directories in them.
+// Path lists taken apart, and what is looked for, in which order, in their directories.
 
 #include "fio.h"
 #include "fuzz_input.h"
@@ -13,10 +13,10 @@ namespace {
 using Texts = std::vector<std::string>;
 
 Texts asked;
-std::uint32_t answers = 0; ///< a bit a question
+std::uint32_t answers = 0; ///< a bit an existence check
 
-bool answer_to(std::size_t question) {
-    return (answers >> (question % 32) & 1) != 0;
+bool answer_to(std::size_t check) {
+    return (answers >> (check % 32) & 1) != 0;
 }
 
 bool note(FIO_FIND const*, char const* path, bool) {

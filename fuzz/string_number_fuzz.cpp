@@ -1,4 +1,4 @@
-// Numbers from and to text against the forms that go digit by digit.
+// Numbers from and to strings against the forms that go digit by digit.
 
 #include "err_report.h"
 #include "fuzz_input.h"

@@ -1,5 +1,5 @@
 // Wildcards against inserting into the pattern; what comes out has to compile and to match the
-// pattern's own text.
+// pattern's own string.
 
 #include "fuzz_input.h"
 #include "gen_string_wildcard.h"

@@ -32,7 +32,7 @@ class KORVANE_API FIO_FIND {
     FIO_FIND(FIO_FIND const&) = delete;
     FIO_FIND& operator=(FIO_FIND const&) = delete;
 
-    /// Objects on the heap are tracked memory, like the containers they hold.
+    /// Objects on the heap are tracked memory, like the containers in them.
     static void* operator new(std::size_t size);
     static void operator delete(void* object);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-/// A path as a value: directory, base name and extension of one text.
+/// A path as a value: directory, base name and extension of one string.
 
 #include <cstddef>
 #include <string_view>
@@ -49,7 +49,7 @@ class KORVANE_API FIO_PATH {
     FIO_PATH& operator=(STR const& text);
     FIO_PATH& operator=(char const* text);
 
-    /// True for the empty path, asked without a copy of the text.
+    /// True for the empty path, without copying the string.
     bool empty() const { return m_text.empty(); }
     /// The whole string, with "/" between its components.
     STR fullpath() const { return m_text; }
@@ -126,7 +126,7 @@ class KORVANE_API FIO_PATH {
     std::size_t m_name = 0;      ///< where the file name begins
     std::size_t m_extension = 0; ///< where the extension's dot stands, or the string's length
     /// The string with a separator other than '/', made when it is asked for. Hardly any path needs
-    /// one, and lists and caches hold many paths.
+    /// one, and lists and caches keep many paths.
     mutable STR* m_rendered = nullptr;
     char m_separator = '/';
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Conditions: an infix text such as "(|top|a = 1) && (time > 10ns)" is rewritten into prefix
+/// Conditions: an infix string such as "(|top|a = 1) && (time > 10ns)" is rewritten into prefix
 /// functions, "LOGICAL_AND(EQUAL_TO(HPATH(|top|a),BUS(1)),TIME_GT(10ns))". Nothing is evaluated.
 /// docs/condition-language.md is the language itself, with every diagnostic.
 
@@ -44,7 +44,7 @@ struct BP_TOKEN {
 /// report, and in the error text all that has been collected. While parse_string or
 /// parse_token_list is at work it may assign to the caller's expression, to the working string
 /// (what comes next is appended) and to the token list, even parse with the same object: tokens
-/// and words are copies by then. The list holds during parse_string what was entered beforehand
+/// and words are copies by then. During parse_string the list has what was entered beforehand
 /// and no token of the expression; a record that the handler enters is freed with the others and
 /// not rewritten. While expression_has_multiple_terms or get_first_subexpression walks a range,
 /// the entries of the range have to stay. The parser and the caller's expression have to outlive
@@ -54,7 +54,7 @@ class KORVANE_API GEN_BP_PARSER {
     /// A place in a token list.
     using iterator = MEM_LIST<BP_TOKEN*>::iterator;
 
-    /// No tokens, two empty texts.
+    /// No tokens, two empty strings.
     GEN_BP_PARSER();
     /// Frees the list, but not the records in it: those are freed by parse_string.
     ~GEN_BP_PARSER();
@@ -62,9 +62,9 @@ class KORVANE_API GEN_BP_PARSER {
     GEN_BP_PARSER& operator=(GEN_BP_PARSER const&) = delete;
 
     /// Replaces @p expression by its prefix form, as far as its tokens allow when there are errors.
-    /// Tokens that the list holds already stand before those of the expression and are rewritten
+    /// Tokens that the list has already stand before those of the expression and are rewritten
     /// with them. Afterwards all records are freed; of every token one null entry remains in the
-    /// list, and the working string holds the prefix form too.
+    /// list, and the working string has the prefix form too.
     /// The expression may be the working string, the error text, or the text of a token of the
     /// list; the error text is then the prefix form in the end, and the answer true unless that is
     /// empty. Takes time and memory in proportion to the expression and to what there is to report.
@@ -105,7 +105,7 @@ class KORVANE_API GEN_BP_PARSER {
     /// the list until parse_string frees them; one that the caller enters has to be made with
     /// `new`.
     MEM_LIST<BP_TOKEN*>& token_list();
-    /// The text that tokenize_string reads and that parse_token_list appends to.
+    /// The string that tokenize_string reads and that parse_token_list appends to.
     STR& working_string() { return m_working_string; }
     /// Every diagnostic so far, one a line. Never emptied.
     STR const& error_text() const { return m_error_text; }

@@ -10,7 +10,7 @@
 ///         puts(path.bytes);
 ///     gen_c_text_free(&path);
 ///
-/// Texts go in as NUL-terminated byte strings of no particular encoding. Unless it says otherwise,
+/// Strings go in as bytes ended by a NUL, in no particular encoding. Unless it says otherwise,
 /// a null argument or result gives GEN_C_BAD_ARGUMENT and changes nothing. A result is written
 /// whenever the status is GEN_C_OK, GEN_C_DIAGNOSED or GEN_C_INTERNAL_ERROR, else it stays as it
 /// was. No exception leaves the library. Truths are 1 and 0.
@@ -47,22 +47,22 @@ KORVANE_API char const* gen_c_reason(void);
 /// times in a call only the first 100 are kept.
 KORVANE_API size_t gen_c_report_count(void);
 /// One of them: the broken condition, the source and the line it is reported for. Each result may
-/// be null. Texts are valid until the next call that may report. GEN_C_NOT_FOUND past the last.
+/// be null. Strings are valid until the next call that may report. GEN_C_NOT_FOUND past the last.
 KORVANE_API gen_c_status gen_c_report(size_t index, char const** condition, char const** source,
                                       int* line);
 
 /// The version of the library, "1.0.0". Never null.
 KORVANE_API char const* gen_c_version(void);
 
-/// A text that a call fills in. Begin with GEN_C_TEXT_INIT and use it for any number of calls: each
-/// replaces the text and takes new memory only where there is too little.
+/// A string that a call fills in. Begin with GEN_C_TEXT_INIT and use it for any number of calls:
+/// each replaces the string and takes new memory only where there is too little.
 typedef struct gen_c_text {
     char* bytes; ///< ends in a NUL that size leaves out; null before the first call
     size_t size; ///< bytes before that NUL
     size_t room; ///< bytes that are there
 } gen_c_text;
 
-/// No text yet.
+/// No string yet.
 #define GEN_C_TEXT_INIT                                                                            \
     { NULL, 0, 0 }
 
@@ -73,7 +73,7 @@ KORVANE_API void gen_c_text_free(gen_c_text* text);
 /// one into a variable does not free what was there.
 typedef struct gen_c_table gen_c_table;
 
-/// What a cell of a table holds.
+/// What a cell of a table contains.
 typedef enum gen_c_kind {
     GEN_C_NOTHING = 0, ///< not known, or no such cell
     GEN_C_TEXT = 1,
@@ -89,7 +89,7 @@ KORVANE_API size_t gen_c_table_columns(gen_c_table const* table);
 /// The name of a column, valid as long as the table; null for one that there is not.
 KORVANE_API char const* gen_c_table_name(gen_c_table const* table, size_t column);
 KORVANE_API gen_c_kind gen_c_table_kind(gen_c_table const* table, size_t row, size_t column);
-/// The cell's text, valid as long as the table; null for another kind.
+/// The cell's string, valid as long as the table; null for another kind.
 KORVANE_API char const* gen_c_table_text(gen_c_table const* table, size_t row, size_t column);
 /// The cell's integer or truth, its real number; 0 for another kind.
 KORVANE_API int64_t gen_c_table_integer(gen_c_table const* table, size_t row, size_t column);
@@ -169,7 +169,7 @@ KORVANE_API gen_c_status gen_c_find_cached(char const* name, gen_c_text* path);
 KORVANE_API gen_c_status gen_c_clear_cache(void);
 /// How many names are kept.
 KORVANE_API gen_c_status gen_c_cache_size(size_t* names);
-/// The file that an include directive means. @p from is the file that holds it and @p alias another
+/// The file that an include directive means. @p from is the file that has it and @p alias another
 /// path of that file, null for none. @p beside_alias is "" unless the file lies beside @p from.
 KORVANE_API gen_c_status gen_c_include(char const* name, char const* from, char const* alias,
                                        gen_c_text* path, gen_c_text* beside_alias);
@@ -203,7 +203,7 @@ KORVANE_API gen_c_status gen_c_profile_directory(gen_c_text* path);
 
 // Environment.
 
-/// KORVANE_BIT_TYPE asks for 64-bit tools; the first answer holds.
+/// KORVANE_BIT_TYPE asks for 64-bit tools; the first answer stays.
 KORVANE_API gen_c_status gen_c_is_64bit_wanted(int* wanted);
 /// Puts the directory of the 64-bit tools in front of PATH and LD_LIBRARY_PATH when @p tool is
 /// there, and gives what they were; else GEN_C_NOT_FOUND.
@@ -227,7 +227,7 @@ KORVANE_API gen_c_status gen_c_condition_tokens(char const* condition, gen_c_tab
 /// GEN_C_DIAGNOSED or GEN_C_INTERNAL_ERROR, with the same status.
 KORVANE_API gen_c_status gen_c_condition_tree(char const* condition, gen_c_table** tree);
 
-// Text.
+// Strings.
 
 /// Compares by the natural order, in which digits count by their value, or by bytes: @p order gets
 /// a negative number, 0 or a positive one. With @p ignore_case A to Z count as a to z.
@@ -253,7 +253,7 @@ KORVANE_API gen_c_status gen_c_wildcard(char const* pattern, int part, gen_c_tex
 /// too large to be matched.
 KORVANE_API gen_c_status gen_c_wildcard_matches(char const* pattern, int part, char const* name,
                                                 int* matches);
-/// The 32-bit checksum of a text, and that of its sanitised form.
+/// The 32-bit checksum of a string, and that of its sanitised form.
 KORVANE_API gen_c_status gen_c_checksum(char const* text, uint32_t* checksum);
 KORVANE_API gen_c_status gen_c_checksum_sanitised(char const* text, uint32_t* checksum);
 /// A name made safe for identifiers and files.
@@ -261,7 +261,7 @@ KORVANE_API gen_c_status gen_c_sanitise(char const* name, gen_c_text* sanitised)
 /// A prime size for a hash table of @p number entries. Above 4294967291 there is none, which is an
 /// internal error.
 KORVANE_API gen_c_status gen_c_hash_size(uint32_t number, uint32_t* size);
-/// A message with its inserts filled in from @p count texts. A text stands for the number that the
+/// A message with its inserts filled in from @p count strings. Each stands for the number that the
 /// insert's conversion asks for. GEN_C_BAD_ARGUMENT where one is missing or is no such thing.
 KORVANE_API gen_c_status gen_c_message(char const* format, char const* const* arguments,
                                        size_t count, gen_c_text* text);
@@ -289,7 +289,7 @@ KORVANE_API void gen_c_stopwatch_free(gen_c_stopwatch* watch);
 KORVANE_API gen_c_status gen_c_stopwatch_start(gen_c_stopwatch* watch);
 KORVANE_API gen_c_status gen_c_stopwatch_stop(gen_c_stopwatch* watch);
 KORVANE_API gen_c_status gen_c_stopwatch_reset(gen_c_stopwatch* watch);
-/// The seconds from start to now, or to the stop; and as a text, "0.250000 seconds".
+/// The seconds from start to now, or to the stop; and as a string, "0.250000 seconds".
 KORVANE_API gen_c_status gen_c_stopwatch_seconds(gen_c_stopwatch* watch, double* seconds);
 KORVANE_API gen_c_status gen_c_stopwatch_lap(gen_c_stopwatch* watch, gen_c_text* text);
 

@@ -2,9 +2,9 @@
 
 /// The notices that the suite writes into generated files and reports, stored once as lines.
 ///
-/// Every text can be had as its lines or joined into one paragraph; the licence banner and the
+/// Every notice can be had as its lines or joined into one paragraph; the licence banner and the
 /// do-not-edit warning also as comment lines behind a leader of the caller's choice. The lines end
-/// in blanks where the paragraph needs a space; they hold no line ends.
+/// in blanks where the paragraph needs a space; they contain no line ends.
 
 #include <cstdint>
 
@@ -29,7 +29,7 @@ KORVANE_API extern std::int32_t const GEN_COPYRIGHT_WARNING_ARRAY_SIZE;
 KORVANE_API extern char const* const GEN_LEGAL_BSTRM_ENC_ARRAY[33];
 KORVANE_API extern std::int32_t const GEN_LEGAL_BSTRM_ENC_ARRAY_SIZE;
 
-/// Each text as one paragraph without line ends: of the blanks that end a line one is kept, and a
+/// Each notice as one paragraph without line ends: of the blanks that end a line one is kept, and a
 /// line stored without any is joined to the next one directly.
 KORVANE_API STR gen_get_legal_banner();
 KORVANE_API STR gen_get_legal_trademark_text();

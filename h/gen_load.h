@@ -1,6 +1,6 @@
 #pragma once
 
-/// What gen holds from its loading to its unloading: the path state, as data that hosts may read.
+/// What gen keeps from its loading to its unloading: the path state, as data that hosts may read.
 /// The functions that set and use it are in gen_path_project.h and gen_path_library.h.
 ///
 /// All of it is process-wide and for one thread. Objects behind pointers belong to gen, and null

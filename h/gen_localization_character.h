@@ -38,7 +38,7 @@ KORVANE_API int gen_local_iswpunct(unsigned c);
 KORVANE_API int gen_local_iswspace(unsigned c);
 KORVANE_API int gen_local_iswupper(unsigned c);
 KORVANE_API int gen_local_iswxdigit(unsigned c);
-/// @param description what wctype() gave; 0 is the class that holds nothing
+/// @param description what wctype() gave; 0 is the class that contains nothing
 KORVANE_API int gen_local_iswctype(unsigned c, unsigned long description);
 
 /// The other case (LC_CTYPE). A value that is neither a char, an unsigned char nor EOF stays as it

@@ -21,7 +21,7 @@ KORVANE_API int gen_local_atoi(char const* text);
 KORVANE_API int gen_local_wtoi(wchar_t const* text);
 KORVANE_API long gen_local_wtol(wchar_t const* text);
 
-/// Writes @p value in decimal and returns @p string, which holds at least 11 characters; null is
-/// reported as "string != 0" and returned. For values from 0 up: a negative one gives the single
-/// character that lies as far below '0' as its last digit says ("+" for -15).
+/// Writes @p value in decimal and returns @p string, which has room for at least 11 characters;
+/// null is reported as "string != 0" and returned. For values from 0 up: a negative one gives the
+/// single character that lies as far below '0' as its last digit says ("+" for -15).
 KORVANE_API char* gen_local_itoa(int value, char* string);

@@ -5,7 +5,7 @@
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
 
-/// Questions about the machine. Each writes its answer through @p out and returns whether it has
+/// What is known of the machine. Each writes its answer through @p out and returns whether it has
 /// one; without one @p out stays as it is. Where a null @p out is not a failure, the answer is
 /// dropped.
 class GEN_MACHINE_INFO {

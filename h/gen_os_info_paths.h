@@ -1,6 +1,6 @@
 #pragma once
 
-/// The search paths of child processes: an installation may hold, beside its platform directory, a
+/// The search paths of child processes: an installation may have, beside its platform directory, a
 /// 64-bit twin of it. A host puts the twin's directory in front before it starts a tool that lies
 /// there, and takes it away again afterwards:
 ///

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Every question about where a file is.
+/// Where files and directories are: all lookups and the paths they go through.
 
 #include "gen_path_cache.h"
 #include "gen_path_find.h"

@@ -24,7 +24,7 @@ enum GEN_LIBRARY_PATHS_ENUM : int {
 };
 
 /// Points a search object at a path list: re-initialises it in place, or creates it where @p slot
-/// holds null, to be released with delete. A null @p slot is ignored.
+/// contains null, to be released with delete. A null @p slot is ignored.
 KORVANE_API void gen_set_fio_find_library_paths_helper(STR const& paths, FIO_FIND** slot);
 
 /// Sets the project's library paths; an empty list finds nothing. The search object of the group

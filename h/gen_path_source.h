@@ -14,9 +14,9 @@
 using GEN_SOURCE_CANDIDATE = std::pair<GEN_LIBRARY_PATHS_ENUM, FIO_PATH>;
 
 /// Resolves the name of an include directive: first as gen_find_file does, and only when that finds
-/// nothing beside the file that holds the directive.
+/// nothing beside the file that contains the directive.
 /// @param name                    as written; null is never found
-/// @param including_file          the file that holds the directive; null for none
+/// @param including_file          the file that contains the directive; null for none
 /// @param including_file_alias    another path of that same file; null for none
 /// @param found_path              receives the file, "" when not found; may be null
 /// @param found_path_beside_alias receives where the same include would lie next to the alias, when

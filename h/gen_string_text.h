@@ -17,7 +17,7 @@ KORVANE_API char* gen_strrev(char* s);
 KORVANE_API char* gen_strcpy(char* dst, char const* src);
 
 /// Copies at most @p n characters of @p src to @p dst, which is returned, and always a NUL behind
-/// them: of a longer @p src the NUL lands at position n, so that @p dst has to hold n + 1 bytes. Of
+/// them: of a longer @p src the NUL lands at position n, so that @p dst needs n + 1 bytes. Of
 /// a shorter one, positions up to n - 2 are filled with NULs, and position n - 1 is left as it was
 /// unless the NUL belongs there. A null @p src gives an empty string without filling; with a null
 /// @p dst nothing happens.

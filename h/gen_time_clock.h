@@ -1,12 +1,12 @@
 #pragma once
 
-/// The clock, and times as text. Instants are seconds since 1970 began in UTC; texts are in local
+/// The clock, and times as strings. Instants are seconds since 1970 began in UTC; strings are local
 /// time, as the environment variable "TZ" says at the moment of the call, and while it is unset the
 /// site's zone file. Nothing is kept from one call to the next, so a date costs what localtime()
 /// costs: about 2 us while "TZ" is unset, a tenth of that otherwise. An instant whose year does not
 /// fit an int has no date and no time of day: an empty string.
 ///
-/// The texts of local time go through localtime() and asctime(), whose results of earlier calls
+/// The strings of local time go through localtime() and asctime(), whose results of earlier calls
 /// they overwrite: they are for one thread at a time.
 
 #include <cstdint>

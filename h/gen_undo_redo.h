@@ -9,8 +9,8 @@
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
 
-/// One section of the file: the commands that undo and redo one edit. Entries are texts ready to be
-/// written, in the order in which they were added.
+/// One section of the file: the commands that undo and redo one edit. Entries are strings ready to
+/// be written, in the order in which they were added.
 struct GEN_UNDO_REDO_CLASS_INFO {
     STR title;                   ///< a section without one is not written
     STR description;             ///< may be empty
@@ -43,7 +43,7 @@ struct GEN_UNDO_REDO_CLASS_INFO {
 ///             Redo Commands
 ///                  1. redo_move a
 ///
-/// No operation reports an error. Texts are written as they are given, but a command or comment
+/// No operation reports an error. Strings are written as they are given, but a command or comment
 /// ends at its first NUL.
 class KORVANE_API GEN_UNDO_REDO_MGR {
   public:
@@ -65,7 +65,7 @@ class KORVANE_API GEN_UNDO_REDO_MGR {
     /// stays the current one: more can be added, and it can be ended again.
     void end_section();
 
-    /// Writes all recorded sections, replacing what the file held; the file is made with the
+    /// Writes all recorded sections, replacing what the file contained; the file is made with the
     /// permissions 0666 less the umask. The sections stay, so that a later commit writes the same
     /// again, and the last of them becomes the current section. A file that cannot be opened, as
     /// before the first start_new_file, or a FIFO that nobody reads, is passed over in silence and
@@ -73,7 +73,7 @@ class KORVANE_API GEN_UNDO_REDO_MGR {
     /// A file that another process has a lease on is waited for, and a link in the file's place is
     /// followed: the directory is its owner's.
     void commit_file();
-    /// Does the same, and gives whether the file holds all of it; if not, errno says why.
+    /// Does the same, and gives whether the file has all of it; if not, errno says why.
     bool try_commit_file();
 
   private:

@@ -41,7 +41,7 @@ class MEM_BYTE_COUNTER {
 /// Allocation behind the containers of mem_alloc_sys.h.
 class MEM_MANAGER {
   public:
-    /// Bytes held through new_wrapper, as the heap measures its blocks: a block counts with its
+    /// Bytes in use through new_wrapper, as the heap measures its blocks: a block counts with its
     /// usable size, so that its release takes off exactly what its allocation added.
     KORVANE_API static MEM_BYTE_COUNTER s_system_memory_counter;
 

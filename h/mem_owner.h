@@ -5,7 +5,7 @@
 #include "korvane_export.h"
 
 /// Registers @p owner as an owner of tracked memory from construction to destruction. A library
-/// holds one such object for as long as it is loaded. The string is not copied: it must outlive the
+/// has one such object for as long as it is loaded. The string is not copied: it must outlive the
 /// object. A null owner registers nothing.
 class KORVANE_API MEM_INITIALIZER {
   public:

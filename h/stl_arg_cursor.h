@@ -66,7 +66,7 @@ class STL_ARG_CURSOR {
             }
         }
     }
-    /// Appends the text of the argument here, formatted by @p conversion, and steps past it. What
+    /// Appends the argument here, formatted by @p conversion, and steps past it. What
     /// is no single conversion prints nothing; without arguments only `%%` and `%m` print. errno
     /// stays as it is.
     KORVANE_API void output(STL_TEXT& text, STL_CONVERSION const& conversion);

@@ -1,6 +1,6 @@
 #pragma once
 
-/// The text that printf makes of one argument.
+/// What printf makes of one argument.
 
 #include <cstdint>
 #include <cstring>

@@ -1,6 +1,6 @@
 #pragma once
 
-/// A text in the making.
+/// A string in the making.
 
 #include <charconv>
 #include <cstddef>
@@ -10,8 +10,8 @@
 #include "mem_alloc_sys.h"
 
 /// Characters go straight into a block of its own, and into tracked memory only once they no longer
-/// fit there: a text of usual length is allocated once, at its size, by whoever it is handed to. It
-/// grows to the longest text printf can make, INT_MAX bytes; a piece that goes past that is
+/// fit there: a string of usual length is allocated once, at its size, by whoever it is handed to.
+/// It grows to the longest string printf can make, INT_MAX bytes; a piece that goes past that is
 /// dropped.
 class STL_TEXT {
   public:
@@ -19,13 +19,13 @@ class STL_TEXT {
     STL_TEXT(STL_TEXT const&) = delete;
     STL_TEXT& operator=(STL_TEXT const&) = delete;
 
-    /// The text and its length; valid until more is appended.
+    /// The characters and their number; valid until more is appended.
     char const* begin() const { return m_begin; }
     std::size_t size() const { return m_size; }
     /// Whether a piece has been dropped.
     bool too_long() const { return m_too_long; }
 
-    /// Appends @p count characters, or nothing where the text would become too long.
+    /// Appends @p count characters, or nothing where the string would become too long.
     void append(char const* characters, std::size_t count) {
         if (!make_room(count))
             return;
@@ -33,7 +33,7 @@ class STL_TEXT {
         advance(count);
     }
 
-    /// Appends one character, or nothing where the text would become too long.
+    /// Appends one character, or nothing where the string would become too long.
     void append(char c) {
         if (!make_room(1))
             return;
@@ -51,7 +51,7 @@ class STL_TEXT {
     }
 
     /// Appends what @p print writes, which is called as snprintf is: with a buffer and its size.
-    /// False when it gives a negative length, or the text would become too long.
+    /// False when it gives a negative length, or the string would become too long.
     template <typename Print>
     bool append_printed(Print print) {
         for (;;) {
@@ -68,21 +68,21 @@ class STL_TEXT {
         }
     }
 
-    /// The room behind the text, for who writes there; advance() then says how much of it is text.
+    /// The room behind the characters, for who writes there, and then calls advance().
     char* end() { return m_begin + m_size; }
     std::size_t room() const { return m_capacity - m_size; }
-    /// Makes the room at least @p count characters. False, with errno EOVERFLOW, when the text
+    /// Makes the room at least @p count characters. False, with errno EOVERFLOW, when the string
     /// would become too long.
     bool make_room(std::size_t count) { return count <= room() || grow(count); }
-    /// Makes the first @p count characters of the room text.
+    /// Makes the first @p count characters of the room part of the string.
     void advance(std::size_t count) { m_size += count; }
 
-    /// Puts the text behind what @p out holds, unless that became longer than a string can be.
+    /// Puts the string behind what @p out has, unless that became longer than a string can be.
     void append_to(STR& out) const {
         if (m_size <= out.max_size() - out.size())
             out.append(m_begin, m_size);
     }
-    /// Makes it the text of @p out, and leaves none here.
+    /// Makes @p out this string, and leaves none here.
     KORVANE_API void move_to(STR& out);
 
   private:

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Path-list texts. Private to the file-I/O library.
+/// Path lists. Private to the file-I/O library.
 
 #include <string_view>
 

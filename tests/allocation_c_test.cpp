@@ -9,7 +9,7 @@
 
 namespace {
 
-/// What calls write to; both hold something before, and have no room for more.
+/// What calls write to; both have something before, and have no room for more.
 gen_c_text text = GEN_C_TEXT_INIT;
 gen_c_text more = GEN_C_TEXT_INIT;
 
@@ -26,7 +26,7 @@ void open_with_texts() {
     put_kept();
 }
 
-/// The status and both texts, for which memory is there again.
+/// The status and both strings, for which memory is there again.
 STR shown_texts(gen_c_status status) {
     stop_failing_heap();
     return shown(long{status}) + " " + text.bytes + " " + more.bytes;

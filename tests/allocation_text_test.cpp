@@ -30,7 +30,7 @@ STR expanded(char const* format, ...) {
     return text;
 }
 
-/// The text of a block that the caller has to release, and the length returned for it.
+/// The string in a block that the caller has to release, and the length returned for it.
 STR in_new_block(char const* format, ...) {
     va_list args;
     va_start(args, format);

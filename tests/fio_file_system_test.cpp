@@ -129,7 +129,7 @@ TEST(FioFileSystem, TouchFailsWhereItCannot) {
 
 // The current directory
 
-TEST(FioFileSystem, CurrentDirectoryIsTold) {
+TEST(FioFileSystem, CurrentDirectoryIsThatOfTheProcess) {
     TempDirectory const directory;
     ScopedCurrentDirectory const here(directory.path());
     EXPECT_EQ(FIO_FILE_SYSTEM::get_current_directory(), library_string(directory.path()));

@@ -44,7 +44,7 @@ class FioObserver : public testing::Test {
                 .c_str())};
 };
 
-TEST_F(FioObserver, IsToldOfEachQuestion) {
+TEST_F(FioObserver, SeesEachExistenceCheck) {
     fio_set_observer(record);
     EXPECT_EQ(std::string(m_find.find_first_relative_path("top.v").fullpath()), m_one);
     EXPECT_TRUE(FIO_FILE_SYSTEM::exists(m_two.c_str()));
@@ -59,7 +59,7 @@ TEST_F(FioObserver, ItsAnswerIsBelieved) {
                                     Check{&m_find, m_one, true}, Check{&m_find, m_two, true}));
 }
 
-TEST_F(FioObserver, SeesTheQuestionsOfFindAll) {
+TEST_F(FioObserver, SeesTheExistenceChecksOfFindAll) {
     fio_set_observer(record);
     MEM_LIST<FIO_PATH> results;
     m_find.find_all("top", {".v", "sv"}, &results, false, true);

@@ -1,4 +1,4 @@
-// How a path-list text is taken apart.
+// How a path list is taken apart.
 
 #include "fio_find.h"
 

@@ -83,7 +83,7 @@ TEST(FioPath, NullTextGivesTheEmptyPath) {
     EXPECT_EQ(path.base(), "");
 }
 
-TEST(FioPath, AbsoluteAndNetworkPathsAreToldByTheirBeginning) {
+TEST(FioPath, AbsoluteAndNetworkPathsAreRecognisedByTheirBeginning) {
     struct {
         char const* text;
         bool absolute;
@@ -108,7 +108,7 @@ TEST(FioPath, CopiesAreIndependent) {
     EXPECT_EQ(first.fullpath(), "/a/c.v");
 }
 
-TEST(FioPath, CopiesKeepWhatTheTextAloneDoesNotTell) {
+TEST(FioPath, CopiesKeepWhatTheStringAloneDoesNotShow) {
     FIO_PATH path("/d/");
     path.base("a.b");
     path.path_separator('\\');

@@ -63,7 +63,7 @@ TEST(BinData, StartsEmpty) {
     EXPECT_THAT(recorder.errors(), IsEmpty());
 }
 
-TEST(BinData, BinsHoldTheirLowerEdgeAndTheLastOneBoth) {
+TEST(BinData, BinsContainTheirLowerEdgeAndTheLastOneBoth) {
     struct Row {
         double low;
         double high;

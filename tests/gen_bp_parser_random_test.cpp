@@ -35,15 +35,16 @@ class ReportRecorder {
     ERR_HANDLER m_previous;
 };
 
-/// Both forms must write, complain, report and answer the same, with these tokens held beforehand.
-void compare(std::string const& text, std::vector<PlainToken> const& held = {}) {
+/// Both forms must write, complain, report and answer the same, with these tokens entered
+/// beforehand.
+void compare(std::string const& text, std::vector<PlainToken> const& entered = {}) {
     PlainCondition plain;
-    plain.tokens = held;
+    plain.tokens = entered;
     std::string expected = text;
     bool const expected_errors = plain.parse(expected);
 
     GEN_BP_PARSER parser;
-    for (PlainToken const& token : held) {
+    for (PlainToken const& token : entered) {
         STR const token_text(token.text);
         parser.add_token_to_list(static_cast<BP_TOKEN_TYPE>(token.type), &token_text);
     }
@@ -54,7 +55,7 @@ void compare(std::string const& text, std::vector<PlainToken> const& held = {}) 
     bool const same = errors == expected_errors && std::string_view(expression) == expected &&
                       std::string_view(parser.error_text()) == plain.errors &&
                       reports == plain.reports;
-    ASSERT_TRUE(same) << held.size() << " held, " << text << "\ngives  " << expression
+    ASSERT_TRUE(same) << entered.size() << " entered, " << text << "\ngives  " << expression
                       << "\nnot    " << expected << "\nsays   " << parser.error_text() << "not    "
                       << plain.errors << "after " << reports.size() << " reports, not "
                       << plain.reports.size();
@@ -156,7 +157,7 @@ TEST(ConditionAgainstPlainForm, WellFormedConditions) {
 }
 
 TEST(ConditionAgainstPlainForm, TextsOfThousandsOfTokens) {
-    // A text is read by pieces, with new room for its terms now and then.
+    // A string is read by pieces, with new room for its terms now and then.
     std::size_t const rounds = std::max<std::size_t>(effort(100), 5);
     compare_many(noise, rounds, 3000);
     compare_many(balanced, rounds, 3000);
@@ -196,28 +197,28 @@ TEST(ConditionAgainstPlainForm, EveryShortSequenceOfTokens) {
     }
 }
 
-TEST(ConditionAgainstPlainForm, EveryNumberOfTokensHeldBeforehand) {
-    // What holds the terms has grown by as much as these needed when the text is added.
-    std::vector<PlainToken> held;
-    for (std::size_t step = effort(100) == 1 ? 7 : 1; held.size() <= 700;) {
+TEST(ConditionAgainstPlainForm, EveryNumberOfTokensEnteredBeforehand) {
+    // The room for the terms has grown by as much as these needed when the string is added.
+    std::vector<PlainToken> entered;
+    for (std::size_t step = effort(100) == 1 ? 7 : 1; entered.size() <= 700;) {
         for (std::size_t const length : {1U, 20U, 60U, 140U}) {
-            compare(std::string(length, '='), held);
+            compare(std::string(length, '='), entered);
             if (HasFatalFailure())
                 return;
         }
-        held.insert(held.end(), step, {BP_TOKEN_NOT, ""});
+        entered.insert(entered.end(), step, {BP_TOKEN_NOT, ""});
     }
 }
 
-TEST(ConditionAgainstPlainForm, NoiseBehindManyTokensHeldBeforehand) {
+TEST(ConditionAgainstPlainForm, NoiseBehindManyTokensEnteredBeforehand) {
     std::mt19937 random(4713);
     for (std::size_t round = 0; round < effort(3'000); ++round) {
-        std::vector<PlainToken> held;
+        std::vector<PlainToken> entered;
         for (std::size_t left = below(random, 600); left != 0; --left) {
             auto const type = static_cast<int>(below(random, 14)) - 1;
-            held.push_back({type, below(random, 3) == 0 ? "" : "w" + std::to_string(left)});
+            entered.push_back({type, below(random, 3) == 0 ? "" : "w" + std::to_string(left)});
         }
-        compare(noise(random, below(random, 300)), held);
+        compare(noise(random, below(random, 300)), entered);
         if (HasFatalFailure())
             return;
     }

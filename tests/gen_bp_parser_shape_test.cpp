@@ -63,7 +63,7 @@ void check(Shape const& shape) {
     Result const result = parse_on_a_small_stack(shape.text);
     err_set_internal_error_handler(previous);
 
-    // The texts are too long to be shown.
+    // The strings are too long to be shown.
     EXPECT_TRUE(std::string_view(result.expression) == shape.output) << shape.name;
     EXPECT_TRUE(std::string_view(result.errors) == shape.errors) << shape.name;
     EXPECT_EQ(result.failed, !shape.errors.empty()) << shape.name;

@@ -10,7 +10,7 @@ using testing::SizeIs;
 
 namespace {
 
-/// The tokens of a text in the list of a parser that frees them.
+/// The tokens of a string in the list of a parser that frees them.
 class Tokens {
   public:
     explicit Tokens(char const* text) {
@@ -191,7 +191,7 @@ TEST(ConditionRange, IsAllThatIsLookedAt) {
     EXPECT_EQ(parser.error_text(), "");
 }
 
-TEST(ConditionRange, AppendsToWhatTheTextsHold) {
+TEST(ConditionRange, AppendsToWhatTheStringsContain) {
     Tokens tokens("a =");
     GEN_BP_PARSER parser;
     parser.working_string() = "before;";

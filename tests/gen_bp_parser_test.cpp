@@ -103,7 +103,7 @@ TEST(ConditionParser, TakesRoomForWhatIsThereAndNotForWhatTheBeginningPromises) 
     }
 }
 
-TEST(ConditionParser, CompletesAListThatIsAlreadyHeld) {
+TEST(ConditionParser, CompletesAListTakenBeforehand) {
     GEN_BP_PARSER parser;
     MEM_LIST<BP_TOKEN*> const& list = parser.token_list();
     parse(parser, "a = b");

@@ -14,7 +14,7 @@ namespace {
 
 using Tokens = std::vector<std::pair<int, std::string>>;
 
-/// What the list holds; its records are freed.
+/// What is in the list; its records are freed.
 Tokens take_tokens(GEN_BP_PARSER& parser) {
     Tokens tokens;
     for (BP_TOKEN const* token : parser.token_list())
@@ -189,7 +189,7 @@ TEST(ConditionTokens, DoubledSignsAreOneTokenAtTheStartOfAWordOnly) {
 }
 
 TEST(ConditionTokens, WordsAreReadAlikeWhereverTheyStandAndWhereverTheyAreCut) {
-    // Every place relative to the blocks in which the text is read, with and without a blank
+    // Every place relative to the blocks in which the string is read, with and without a blank
     // inside.
     for (std::size_t before = 0; before < 70; ++before)
         for (std::size_t length = 1; length < 70; ++length) {

@@ -149,7 +149,7 @@ TEST(DynFlagSelfTest, FullManagerThatHasF4GivesItAlone) {
                                           "(0x200) f4\n");
 }
 
-TEST(DynFlagSelfTest, StatisticsTellANamedSlotThatNobodySwept) {
+TEST(DynFlagSelfTest, StatisticsShowANamedSlotThatNobodySwept) {
     ErrorRecorder const recorder;
     GEN_DYN_FLAG_MANAGER manager(nullptr);
     fill(manager);

@@ -288,7 +288,7 @@ TEST_F(DynFlags, StatisticsSkipNullCounters) {
     manager.get_usage_stats(nullptr, nullptr, nullptr);
 }
 
-TEST_F(DynFlags, NameOfAMaskTellsEveryBit) {
+TEST_F(DynFlags, NameOfAMaskListsEveryBit) {
     EXPECT_EQ(create("alpha"), 1U);
     EXPECT_EQ(create("beta"), 2U);
     EXPECT_EQ(create("gamma"), 4U);

@@ -133,7 +133,7 @@ TEST(GenExeInit, ParentOfASymbolicLinkIsWhereTheLinkLeads) {
         Start how;
         std::string module;
     } const cases[] = {
-        // By its text alone each of these would be bin/tool, which is not there at first.
+        // By its string alone each of these would be bin/tool, which is not there at first.
         {{"link/../bin/tool", {}, work.path(), {}}, tool},
         {{work / "link/../bin/tool", {}, "/", {}}, tool},
         {{in_root, {}, "/", {}}, tool},
@@ -144,7 +144,7 @@ TEST(GenExeInit, ParentOfASymbolicLinkIsWhereTheLinkLeads) {
         {{"link/../bin/alias", {}, work.path(), {}}, work / "other/bin/alias"},
     };
     for (char const* const other : {"", "bin", "bin/tool"}) {
-        if (*other != '\0') { // what the text leads to instead
+        if (*other != '\0') { // what the string leads to instead
             std::filesystem::remove(work / "bin");
             work.write(other);
         }
@@ -405,10 +405,10 @@ TEST(GenGetKorvanePath, ExecutableInTheRootDirectoryHasTheEmptyRoot) {
 }
 
 TEST(GenModuleLocation, EndsTheProcessBeforeStartUp) {
-    for (std::string const question : {"fullpath", "path", "filename", "korvane_path", "ui"}) {
-        ProgramResult const result = run_program({.arguments = {probe("bare_probe"), question}});
-        EXPECT_EQ(result.status, 255) << question;
-        EXPECT_EQ(result.errors, not_initialized) << question;
-        EXPECT_THAT(result.output, IsEmpty()) << question;
+    for (std::string const request : {"fullpath", "path", "filename", "korvane_path", "ui"}) {
+        ProgramResult const result = run_program({.arguments = {probe("bare_probe"), request}});
+        EXPECT_EQ(result.status, 255) << request;
+        EXPECT_EQ(result.errors, not_initialized) << request;
+        EXPECT_THAT(result.output, IsEmpty()) << request;
     }
 }

@@ -64,7 +64,7 @@ TEST_P(LegalNotice, IsWordForWordAsAgreed) {
     EXPECT_EQ(checksum, GetParam().checksum);
 }
 
-TEST_P(LegalNotice, LinesFitTheirWidthAndHoldNoLineEnd) {
+TEST_P(LegalNotice, LinesFitTheirWidthAndContainNoLineEnd) {
     for (std::string const line : GetParam().lines) {
         EXPECT_LE(line.size(), GetParam().width) << line;
         EXPECT_THAT(line, Not(HasSubstr("\n")));

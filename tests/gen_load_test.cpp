@@ -40,14 +40,14 @@ TEST(GenLoad, ObjectsAreBuiltInOrderAndDestroyedInReverse) {
     ProgramResult const result = load_with("load_order_probe");
     EXPECT_EQ(result.status, 0) << result.errors;
     std::string const round = "loaded\n"
-                              "search object freed, texts held\n"
-                              "owner GEN ends, no texts\n"
+                              "search object freed, strings kept\n"
+                              "owner GEN ends, no strings\n"
                               "unloaded\n";
     // Newer C++ libraries have their streams ready before anybody asks.
     std::string const at_start = result.output.substr(0, result.output.find('\n'));
     EXPECT_THAT(at_start, testing::AnyOf("streams", "no streams"));
-    EXPECT_EQ(result.output, at_start + "\nowner GEN begins, " + at_start + ", no texts\n" + round +
-                                 "owner GEN begins, streams, no texts\n" + round);
+    EXPECT_EQ(result.output, at_start + "\nowner GEN begins, " + at_start + ", no strings\n" +
+                                 round + "owner GEN begins, streams, no strings\n" + round);
 }
 
 TEST(GenLoad, HostsStaticObjectsMayStillAskWhenTheyAreDestroyed) {

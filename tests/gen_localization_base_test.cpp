@@ -64,12 +64,12 @@ TEST_F(LocalBase, EmptyNameFollowsTheEnvironment) {
     EXPECT_EQ(gen_local_isalpha(0xE4), 0);
 }
 
-TEST_F(LocalBase, EmptyNameTellsTheCategoriesOfTheEnvironmentApart) {
+TEST_F(LocalBase, EmptyNameDistinguishesTheCategoriesOfTheEnvironment) {
     std::setlocale(LC_ALL, TestLocale::name);
     ScopedVariable const all("LC_ALL", ""); // as good as none
     ScopedVariable const language("LANG", nullptr);
     LOCALIZATION_BASE_STRING = "";
-    // One behind the other, the names are the same text.
+    // One behind the other, the names are the same string.
     ScopedVariable const character("LC_CTYPE", "C");
     ScopedVariable const numeric("LC_NUMERIC", "CC");
     EXPECT_EQ(gen_local_isalpha(0xE4), 0);
@@ -92,7 +92,7 @@ TEST_F(LocalBase, EmptyNameFollowsTheEnvironmentInTimesToo) {
 }
 
 // setlocale takes such a name for all categories at once only.
-TEST_F(LocalBase, NameThatTellsTheCategoriesOneByOneCountsAsNotInstalled) {
+TEST_F(LocalBase, NameThatListsTheCategoriesOneByOneCountsAsNotInstalled) {
     std::string const every = std::string("LC_CTYPE=") + TestLocale::name +
                               ";LC_NUMERIC=C;LC_TIME=C;LC_COLLATE=C;LC_MONETARY=C;LC_MESSAGES=C;"
                               "LC_PAPER=C;LC_NAME=C;LC_ADDRESS=C;LC_TELEPHONE=C;LC_MEASUREMENT=C;"

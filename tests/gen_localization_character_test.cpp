@@ -94,7 +94,7 @@ TEST_F(LocalCharacter, WideClassByDescriptionAnswersAsIfTheCategoryWereSwitched)
 }
 
 // The rows above compare; these two show that there is something to compare.
-TEST_F(LocalCharacter, NeutralClassesHoldUnderAForeignLocale) {
+TEST_F(LocalCharacter, NeutralClassesApplyUnderAForeignLocale) {
     std::setlocale(LC_ALL, TestLocale::name);
     EXPECT_NE(isalpha(0xE4), 0);
     EXPECT_EQ(gen_local_isalpha(0xE4), 0);

@@ -98,7 +98,7 @@ TEST_F(LocalMultibyte, WideToNarrowAnswersAsIfTheCategoryWereSwitched) {
     });
 }
 
-TEST_F(LocalMultibyte, NeutralCharacterSetHoldsUnderUtf8) {
+TEST_F(LocalMultibyte, NeutralCharacterSetAppliesUnderUtf8) {
     std::setlocale(LC_ALL, "C.UTF-8");
     EXPECT_EQ(std::mblen("\xC3\xA4", 2), 2);
     EXPECT_EQ(gen_local_mblen("\xC3\xA4", 2), -1);

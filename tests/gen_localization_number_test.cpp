@@ -166,7 +166,7 @@ TEST_F(LocalNumber, WideFloatingPointAnswersAsIfTheCategoryWereSwitched) {
     });
 }
 
-TEST_F(LocalNumber, DecimalPointHoldsUnderADecimalComma) {
+TEST_F(LocalNumber, DecimalPointAppliesUnderADecimalComma) {
     std::setlocale(LC_ALL, TestLocale::name);
     EXPECT_EQ(strtod("1.5", nullptr), 1.0);
     EXPECT_EQ(gen_local_atof("1.5"), 1.5);

@@ -1,6 +1,6 @@
 #pragma once
 
-/// What a conversion from text to a number did, to be compared with what another did.
+/// What a conversion from a string to a number did, to be compared with what another did.
 
 #include "gen_localization.h"
 

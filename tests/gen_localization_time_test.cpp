@@ -52,7 +52,7 @@ TEST_F(LocalTime, FormatAnswersAsIfTheCategoryWereSwitched) {
     });
 }
 
-TEST_F(LocalTime, NeutralNamesHoldUnderAForeignLocale) {
+TEST_F(LocalTime, NeutralNamesApplyUnderAForeignLocale) {
     std::setlocale(LC_ALL, TestLocale::name);
     EXPECT_EQ(formatted(std::strftime, 64, "%A"), "7:Freitag");
     EXPECT_EQ(formatted(gen_local_strftime, 64, "%A"), "6:Friday");

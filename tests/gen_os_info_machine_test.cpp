@@ -26,13 +26,13 @@ unsigned long long physical_ram() {
     return bytes;
 }
 
-void show(std::ostream& text, char const* name, bool (*question)(unsigned long long*)) {
+void show(std::ostream& text, char const* name, bool (*request)(unsigned long long*)) {
     unsigned long long bytes = untouched;
-    bool const answered = question(&bytes);
+    bool const answered = request(&bytes);
     text << name << (answered ? " " : " failed ") << bytes;
 }
 
-/// What the memory questions answer; total less the physical memory, which is the machine's own.
+/// What the memory requests answer; total less the physical memory, which is the machine's own.
 std::string memory_answers() {
     std::ostringstream text;
     show(text, "virtual", Machine::get_virtual_ram);
@@ -114,12 +114,12 @@ TEST(Processors, FrequencyIsTheClockTick) {
     EXPECT_EQ(run_probe({"frequency"}, {{"FAKED_TICKS_PER_SECOND", "250"}}).output, "250\n");
 }
 
-TEST(Memory, PhysicalIsWhatTheKernelTells) {
+TEST(Memory, PhysicalIsWhatTheKernelReports) {
     unsigned long long bytes = 0;
     EXPECT_TRUE(Machine::get_physical_ram(&bytes));
     struct sysinfo system {};
     ASSERT_EQ(sysinfo(&system), 0);
-    // More than 32 bits hold, on most machines of today.
+    // More than fits 32 bits, on most machines of today.
     EXPECT_EQ(bytes, static_cast<unsigned long long>(system.totalram) * system.mem_unit);
     std::string const page = std::to_string(sysconf(_SC_PAGESIZE)) + "\n";
     EXPECT_EQ(run_probe({"memory"}, {{"FAKED_PAGES", "1"}}).output, page);

@@ -29,7 +29,7 @@ std::string variable(char const* name) {
     return value != nullptr ? value : "(unset)";
 }
 
-// Everything here happens in children: the bitness is kept for the life of a process, and texts
+// Everything here happens in children: the bitness is kept for the life of a process, and strings
 // that went into the environment are never freed.
 
 std::string bitness_for(char const* type) {
@@ -42,7 +42,7 @@ std::string bitness_for(char const* type) {
 /// An installation with the running executable in linux/ and a tool in linux64/.
 class Installation : public testing::Test {
   protected:
-    /// Runs @p body as the executable of the installation. `{}` in expected texts is the root.
+    /// Runs @p body as the executable of the installation. `{}` in expected strings is the root.
     std::string run(Variables const& variables, std::function<std::string()> const& body) const {
         return in_child([&] {
             gen_module_fullpath = strdup((m_root / "linux/tool").c_str());

@@ -146,7 +146,7 @@ TEST(FindFileCacheKey, EndsAtItsTerminator) {
     EXPECT_TRUE(equal("", STR(1, '\0')));
 }
 
-TEST_F(GenFindFileCache, MayBeDestroyedByWhoIsToldOfAnError) {
+TEST_F(GenFindFileCache, MayBeDestroyedByTheHandlerOfAnError) {
     gen_init_korvane_lib_paths();
     delete std::exchange(gen_korvane_libraries, nullptr);
     auto const destroy = [](char const*, char const*, char const*, int) {
@@ -183,7 +183,7 @@ TEST_F(GenFindFileCache, IsAMapToLookAtAndToFill) {
     EXPECT_EQ(gen_find_file_cache->size(), 3U);
 }
 
-TEST_F(GenFindFileCache, TellsNamesOfOneHashApart) {
+TEST_F(GenFindFileCache, DistinguishesNamesOfOneHash) {
     // 'b' is one less in front and 17 more behind.
     char const* const names[] = {"bA", "aR", "cA", "bR", "aA", "", "\x01\xEF"};
     ASSERT_EQ(hash("bA"), hash("aR"));
@@ -201,7 +201,7 @@ TEST_F(GenFindFileCache, GivesTheKeptPathBackWhole) {
     FIO_PATH path("/p/src/a.tar.gz");
     path.path_separator('\\');
     path.extension("", "");
-    path.base("b.c"); // taken whole, where a parsed text would have an extension
+    path.base("b.c"); // taken whole, where a parsed string would have an extension
     gen_create_find_file_cache();
     gen_find_file_cache->emplace("name", path);
     FIO_PATH const kept = gen_find_file_cache_assisted("name");

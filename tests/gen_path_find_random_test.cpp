@@ -29,7 +29,7 @@ bool chance(Random& random, unsigned percent) {
     return below(random, 100) < percent;
 }
 
-/// A directory that is searched, with the tag of its group. The text ends in "/".
+/// A directory that is searched, with the tag of its group. The string ends in "/".
 struct Place {
     int tag;
     std::string directory;
@@ -216,7 +216,7 @@ TEST_F(GenFindRandom, AgreesWithAPlainLookupInRandomTrees) {
         forget_path_state();
         RandomTree tree(random, at("tree"), at("korvane/"));
         Reference const& reference = tree.reference();
-        for (int question = 0; question < 16; ++question) {
+        for (int lookup = 0; lookup < 16; ++lookup) {
             std::string const name = tree.name();
             STR const text = library_string(name);
             std::string const expected = Reference::find(reference.places, name);
@@ -228,7 +228,7 @@ TEST_F(GenFindRandom, AgreesWithAPlainLookupInRandomTrees) {
             std::string const including = at("tree/shared/top.v");
             ASSERT_EQ(included(name, including), reference.include(name, including)) << name;
         }
-        for (int question = 0; question < 4; ++question) {
+        for (int lookup = 0; lookup < 4; ++lookup) {
             std::string const base = tree.random_base();
             ASSERT_EQ(sources(base), reference.sources(base)) << base;
         }

@@ -218,7 +218,7 @@ TEST_F(GenLookupSystem, MissTakesNoMemoryAndAHitThatOfItsPath) {
     EXPECT_EQ(lookup("find", "missing.v", everything()).allocations, 0);
     EXPECT_EQ(lookup("eda", "missing.v", everything()).allocations, 0);
     EXPECT_EQ(lookup("cached", "missing.v", everything()).allocations, 0);
-    // The path, and the probe's copy of its text.
+    // The path, and the probe's copy of its string.
     EXPECT_EQ(lookup("find", "top.v", everything()).allocations, 2);
     EXPECT_EQ(lookup("cached", "top.v", everything()).allocations, 2);
 }
@@ -240,7 +240,7 @@ TEST_F(GenLookupSystem, DirectoriesTriedTakeNoMemory) {
 
 // Refusals
 
-TEST_F(GenLookupSystem, RefusedQuestionsFindNothingAndHarmNothing) {
+TEST_F(GenLookupSystem, RefusedChecksFindNothingAndHarmNothing) {
     m_directory.write("project/top.v");
     m_directory.write("user/top.v");
     for (char const* error : {"EACCES", "EIO", "ENAMETOOLONG", "ELOOP", "ENOMEM", "ENOTDIR"}) {
@@ -266,13 +266,13 @@ TEST_F(GenLookupSystem, SourcesThatCannotBeSeenAreNotThere) {
     }
 }
 
-TEST_F(GenLookupSystem, SandboxThatDoesNotKnowTheQuestionIsAskedAnotherWay) {
+TEST_F(GenLookupSystem, SandboxThatDoesNotKnowTheCallIsAskedAnotherWay) {
     std::string const path = m_directory.write("user/top.v");
     EXPECT_EQ(found_despite("faccessat2:error=EPERM", "find", "top.v", everything()), path);
     EXPECT_EQ(found_despite("faccessat2:error=ENOSYS", "find", "top.v", everything()), path);
 }
 
-TEST_F(GenLookupSystem, CurrentDirectoryThatCannotBeToldIsNoProject) {
+TEST_F(GenLookupSystem, CurrentDirectoryThatCannotBeHadIsNoProject) {
     m_directory.write("here/top.v");
     for (char const* error : {"ENOENT", "EACCES", "ENOMEM"}) {
         std::string const injection = std::string("getcwd:error=") + error;

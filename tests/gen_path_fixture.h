@@ -53,7 +53,7 @@ class GenPathTest : public testing::Test {
     ScopedCurrentDirectory m_current;
 };
 
-/// What a lookup found, as a text that gtest prints.
+/// What a lookup found, as a string that gtest prints.
 inline std::string found(FIO_PATH const& path) {
     return std::string(path.fullpath());
 }

@@ -133,7 +133,7 @@ TEST_F(GenProject, DirectoryTextsAreSplitAsPathListsAre) {
     EXPECT_EQ(found_file("top.v"), top);
 }
 
-TEST_F(GenProject, ExistingDirectoryWhoseNameHoldsTheListSeparatorIsOneDirectory) {
+TEST_F(GenProject, ExistingDirectoryWhoseNameContainsTheListSeparatorIsOneDirectory) {
     std::string const top = write("a;b/top.v");
     std::string const block = write("a;b/parablocks/block.v");
     gen_set_project_dir_path(text_at("a;b"));

@@ -285,7 +285,7 @@ TEST_F(GenIncludeFile, OutputsAndIncludingFileMayBeNull) {
     EXPECT_FALSE(gen_find_include_file("x.h", nullptr, "/c/top.v", nullptr, nullptr));
 }
 
-TEST_F(GenIncludeFile, OutputMayHoldTheIncludingFile) {
+TEST_F(GenIncludeFile, OutputMayContainTheIncludingFile) {
     std::string const first = write("elsewhere/a.h");
     std::string const second = write("elsewhere/sub/b.h");
     STR path = text_at("elsewhere/top.v");

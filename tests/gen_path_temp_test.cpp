@@ -210,7 +210,7 @@ int free_the_device(char const* owner, char const* text) {
 } // namespace
 
 // A device without room for one more file: the function waits, and says why after each round.
-TEST(TempFilename, FullDeviceIsToldAfterEachRoundUntilThereIsRoom) {
+TEST(TempFilename, FullDeviceIsReportedAfterEachRoundUntilThereIsRoom) {
     TempDirectory const directory;
     std::string const answer = in_child([&]() -> std::string {
         // An empty file needs no block, only an inode: the directory's own is the first of two.
@@ -258,7 +258,7 @@ TEST(TempFilename, NeitherFollowsNorReusesWhatWasPlanted) {
 
 namespace {
 
-/// gen_get_temp_path in a root directory that holds nothing but @p directories, and the internal
+/// gen_get_temp_path in a root directory that contains nothing but @p directories, and the internal
 /// errors it reported.
 std::string temp_path_with(std::vector<std::string> const& directories) {
     TempDirectory const root;

@@ -37,7 +37,7 @@ TEST_F(GenRelativePath, DropsTheProjectDirectory) {
         {"/proj", "/", "/"},
         {"/proj", "/pro", "/pro"},
         {"/", "/a.v", "a.v"},
-        // Texts alone are compared
+        // Strings alone are compared
         {"/proj", "/proj/../proj/a.v", "../proj/a.v"},
         {"/proj", "/x/../proj/a.v", "/x/../proj/a.v"},
     };

@@ -166,7 +166,7 @@ TEST_F(DatabaseFilename, IsTheBareNameWithoutAnyDirectory) {
     EXPECT_EQ(gen_generate_pdb_filename("top", "pdb", nullptr), "top.pdb");
 }
 
-TEST_F(DatabaseFilename, DirectoryIsKeptForLaterCallsAndToldEachTime) {
+TEST_F(DatabaseFilename, DirectoryIsKeptForLaterCallsAndReportedEachTime) {
     STR directory = "/q/drv/";
     EXPECT_EQ(gen_generate_pdb_filename("top", "pdb", &directory), "/q/drv/top.pdb");
     directory = "changed by its owner";
@@ -185,7 +185,7 @@ TEST_F(DatabaseFilename, EmptyDirectoryGoesBackToTheDatabaseDirectory) {
     EXPECT_THAT(debug_messages, IsEmpty());
 }
 
-TEST_F(DatabaseFilename, PercentSignsOfADirectoryAreToldAsTheyAre) {
+TEST_F(DatabaseFilename, PercentSignsOfADirectoryAreReportedAsTheyAre) {
     STR const directory = "/q/100%s/";
     gen_generate_pdb_filename("top", "pdb", &directory);
     EXPECT_THAT(debug_messages, ElementsAre("GEN: DRV path is /q/100%s/"));

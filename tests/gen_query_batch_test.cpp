@@ -1,4 +1,4 @@
-// Many questions of one process: batches of names, and `gen_query serve`.
+// Many requests of one process: batches of names, and `gen_query serve`.
 
 #include "effort.h"
 #include "gen_query.h"
@@ -115,9 +115,9 @@ TEST(GenQueryServe, RemarksStandBesideTheAnswer) {
               "\n");
 }
 
-TEST(GenQueryServe, ProgramsThatItStartsDoNotReadTheQuestions) {
-    std::string const question = R"({"args": ["time", "stopwatch", "cat"]})";
-    ProgramResult const result = query({"serve"}, question + "\n" + question + "\n");
+TEST(GenQueryServe, ProgramsThatItStartsDoNotReadTheRequests) {
+    std::string const request = R"({"args": ["time", "stopwatch", "cat"]})";
+    ProgramResult const result = query({"serve"}, request + "\n" + request + "\n");
     EXPECT_EQ(std::count(result.output.begin(), result.output.end(), '\n'), 2) << result.output;
     EXPECT_THAT(query({"serve"}, R"({"args": ["time", "stopwatch", "grep", "-q", "handed on"], )"
                                  R"("input": "handed on\n"})")
@@ -126,8 +126,8 @@ TEST(GenQueryServe, ProgramsThatItStartsDoNotReadTheQuestions) {
 }
 
 TEST(GenQueryServe, InputThatCannotBeKeptIsSaid) {
-    std::string const question = R"({"args": ["text", "sort"], "input": "b\\na\\n"})";
-    EXPECT_EQ(query_by_shell("printf '%s\\n' '" + question +
+    std::string const request = R"({"args": ["text", "sort"], "input": "b\\na\\n"})";
+    EXPECT_EQ(query_by_shell("printf '%s\\n' '" + request +
                              "' | (trap '' XFSZ; ulimit -f 0; \"$query\" serve) | cat")
                   .output,
               R"({"id": null, "status": 2, "answer": {"error": )"
@@ -149,7 +149,7 @@ TEST(GenQueryServe, KeepsTheProjectUntilItIsReset) {
     EXPECT_EQ(result.status, 0);
 }
 
-TEST(GenQueryServe, SettingsOfAnEarlierQuestionAreInForce) {
+TEST(GenQueryServe, SettingsOfAnEarlierRequestAreInForce) {
     std::string const output = query({"serve"}, "{\"args\": [\"project\", \"--project\", \"/\", "
                                                 "\"--db\", \"/db\"]}\n"
                                                 "{\"args\": [\"settings\"]}\n")
@@ -165,11 +165,11 @@ TEST(GenQueryServe, SettingsOfAnEarlierQuestionAreInForce) {
 
 TEST(GenQueryServe, BadLinesAreAnsweredAndNeverFatal) {
     std::mt19937 random(14);
-    std::string const question = R"({"id": 1, "args": ["text", "sort"], "input": "a"})";
+    std::string const request = R"({"id": 1, "args": ["text", "sort"], "input": "a"})";
     std::string lines;
     std::size_t const rounds = effort(2000);
     for (std::size_t round = 0; round < rounds; ++round) {
-        std::string line = question;
+        std::string line = request;
         line[random() % line.size()] = "\"{}[],:\\a1\x80\0"[random() % 12];
         lines += line + "\n";
     }

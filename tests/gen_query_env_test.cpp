@@ -25,7 +25,7 @@ class GenQueryEnv : public testing::Test {
         start.clear_environment = true;
         start.set = variables;
         start.set.emplace_back("PATH", "/usr/bin:/bin");
-        // The environment's texts are never freed, and those that it no longer holds look leaked.
+        // The environment's strings are never freed, and those no longer in it look leaked.
         start.set.emplace_back("ASAN_OPTIONS", "detect_leaks=0");
         return run_gen_query(arguments, start);
     }
@@ -37,7 +37,7 @@ class GenQueryEnv : public testing::Test {
 
 } // namespace
 
-TEST_F(GenQueryEnv, TellsWhatThePathsBecomeAndPutsThemBack) {
+TEST_F(GenQueryEnv, ShowsWhatThePathsBecomeAndPutsThemBack) {
     ProgramResult const result = run(
         {"env", "fitter", "--json"},
         {{"KORVANE_PLATFORM", "linux"}, {"LD_LIBRARY_PATH", "/lib"}, {"KORVANE_BIT_TYPE", "64"}});
@@ -68,10 +68,10 @@ TEST_F(GenQueryEnv, OptionsStandForTheVariables) {
 }
 
 TEST_F(GenQueryEnv, SaysThatAnUnsetVariableComesBackEmpty) {
-    std::vector<std::string> const question = {"env", "fitter", "--platform", "linux"};
-    EXPECT_EQ(run(question).errors,
+    std::vector<std::string> const request = {"env", "fitter", "--platform", "linux"};
+    EXPECT_EQ(run(request).errors,
               "gen_query: LD_LIBRARY_PATH was not set, and is empty once restored\n");
-    EXPECT_EQ(run(question, {{"LD_LIBRARY_PATH", ""}}).errors, "");
+    EXPECT_EQ(run(request, {{"LD_LIBRARY_PATH", ""}}).errors, "");
     auto const library_path = [](ProgramResult const& result) {
         return nlohmann::json::parse(result.output)["restored"]["ld_library_path"];
     };

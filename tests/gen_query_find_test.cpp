@@ -44,7 +44,7 @@ TEST_F(GenQueryFind, NameThatIsNotFoundIsSaidAndStatusOne) {
     EXPECT_EQ(result.errors, "gen_query: 'nothing.v' is not found\n");
 }
 
-TEST_F(GenQueryFind, TraceShowsEveryQuestionAndWhoAnswered) {
+TEST_F(GenQueryFind, TraceShowsEveryExistenceCheckAndWhoAnswered) {
     ProgramResult const result = ask(everywhere({"find", "debounce.vhd", "--trace"}));
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.output, "group              there  path\n"
@@ -84,7 +84,7 @@ TEST_F(GenQueryFind, AllShowsTheWinnerBeforeWhatItShadows) {
     EXPECT_EQ(ask({"find", "nothing.v", "--all"}).status, 1);
 }
 
-TEST_F(GenQueryFind, SeveralNamesAreToldApart) {
+TEST_F(GenQueryFind, SeveralNamesHaveAHeadingEach) {
     ProgramResult const result = ask({"find", "settings.vh", "blink.khd", "--all"});
     EXPECT_EQ(result.output, "settings.vh:\n"
                              "standing  group    path\n"
@@ -118,7 +118,7 @@ TEST_F(GenQueryFind, AbsoluteNameIsOnlyTested) {
     EXPECT_EQ(ask({"find", path + "x"}).status, 1);
 }
 
-TEST_F(GenQueryFind, PathBelowTheProjectIsToldRelativeToIt) {
+TEST_F(GenQueryFind, PathBelowTheProjectIsGivenRelativeToItToo) {
     auto const files = json({"find", "inc/display.vh", "serializer.v"})["files"];
     EXPECT_EQ(files[0]["in_project"], "inc/display.vh");
     EXPECT_TRUE(files[1]["in_project"].is_null());
@@ -158,14 +158,14 @@ TEST_F(GenQueryFind, ColourMarksTheAnswerOnATerminalAlone) {
 
 // include
 
-TEST_F(GenQueryFind, NestedIncludesAreResolvedFromTheFileThatHoldsThem) {
+TEST_F(GenQueryFind, NestedIncludesAreResolvedFromTheFileThatContainsThem) {
     EXPECT_EQ(ask({"include", "settings.vh", "inc/display.vh", "--from", "counter.v"}).output,
               "/k/project/settings.vh\n/k/project/inc/display.vh\n");
     EXPECT_EQ(ask({"include", "segments.vh", "parablocks.vh", "--from", "inc/display.vh"}).output,
               "inc/segments.vh\n/k/libraries/parablocks/parablocks.vh\n");
 }
 
-TEST_F(GenQueryFind, IncludeBesideTheFileIsToldBesideItsAliasToo) {
+TEST_F(GenQueryFind, IncludeBesideTheFileIsGivenBesideItsAliasToo) {
     auto const file = json({"include", "segments.vh", "--from", "inc/display.vh", "--alias",
                             "/copy/inc/display.vh"})["files"][0];
     EXPECT_EQ(file["path"], "inc/segments.vh");

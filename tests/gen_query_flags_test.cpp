@@ -26,7 +26,7 @@ ProgramResult run_flags(std::string const& script, std::vector<std::string> cons
 
 } // namespace
 
-TEST(GenQueryFlags, TellsStepsSlotsAndReports) {
+TEST(GenQueryFlags, PrintsStepsSlotsAndReports) {
     ProgramResult const result = run_flags("create alpha\ncreate beta\ndestroy alpha\n"
                                            "create beta\ndestroy 0x6\nfind beta\nname 3\n");
     EXPECT_EQ(result.output,
@@ -75,7 +75,7 @@ TEST(GenQueryFlags, NameThatIsANumberIsDestroyedByName) {
     }
 }
 
-TEST(GenQueryFlags, JsonTellsStepsSlotsAndCounts) {
+TEST(GenQueryFlags, JsonHasStepsSlotsAndCounts) {
     std::string script;
     for (int i = 0; i < 32; ++i)
         script += "create n" + std::to_string(i) + "\n";

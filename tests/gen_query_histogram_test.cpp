@@ -112,7 +112,7 @@ TEST(GenQueryHistogram, NothingToCountIsStatusOne) {
     EXPECT_EQ(run({"-l", "0", "-u", "1"}, "5").status, 1);
 }
 
-TEST(GenQueryHistogram, EdgesOfANarrowRangeAreToldApart) {
+TEST(GenQueryHistogram, EdgesOfANarrowRangeAreDistinguished) {
     struct Row {
         std::vector<std::string> options;
         char const* first;
@@ -149,7 +149,7 @@ TEST(GenQueryHistogram, BoundsHaveToBeFiniteNumbers) {
               "gen_query: the range is wider than a number can express\n");
 }
 
-TEST(GenQueryHistogram, JsonTellsBinsAndWhatIsInNone) {
+TEST(GenQueryHistogram, JsonHasBinsAndWhatIsInNone) {
     using Json = nlohmann::json;
     ProgramResult const result =
         run({"--json", "-l", "0", "-u", "10", "-b", "4"}, "0 1 3 3 10 -1 11 12 nan nan nan");
@@ -203,7 +203,7 @@ TEST(GenQueryHistogram, NarrowTerminalsSeeNoBarsAndThenNoShares) {
     }
 }
 
-TEST(GenQueryHistogram, ColumnsTellsTheWidthWhereThereIsNoTerminal) {
+TEST(GenQueryHistogram, ColumnsGivesTheWidthWhereThereIsNoTerminal) {
     struct Row {
         char const* columns;
         std::size_t width;

@@ -65,11 +65,11 @@ TEST(GenQueryLegal, PrefixMakesCommentLines) {
     for (Notice const& notice : notices)
         for (std::string const prefix : {"-- ", "#", ""}) {
             std::string const expected = comment(notice, prefix);
-            std::vector<std::string> question = {"legal", "--notice", notice.name, "--prefix",
-                                                 prefix};
-            EXPECT_EQ(output_of(question), expected);
-            question.emplace_back("--json");
-            EXPECT_EQ(joined(nlohmann::json::parse(output_of(question))[notice.name]), expected);
+            std::vector<std::string> request = {"legal", "--notice", notice.name, "--prefix",
+                                                prefix};
+            EXPECT_EQ(output_of(request), expected);
+            request.emplace_back("--json");
+            EXPECT_EQ(joined(nlohmann::json::parse(output_of(request))[notice.name]), expected);
         }
 }
 

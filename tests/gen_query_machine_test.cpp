@@ -85,7 +85,7 @@ TEST(GenQueryMachine, AgreesWithIdAndHostname) {
     EXPECT_EQ(answers["ip_address"], "127.0.0.1");
 }
 
-TEST(GenQueryMachine, TellsPeopleTheSame) {
+TEST(GenQueryMachine, PrintsTheSameForPeople) {
     if (!proc_trouble().empty())
         GTEST_SKIP() << proc_trouble();
     ProgramResult const result = run_gen_query({"machine", "--host", "127.0.0.1"});

@@ -120,7 +120,7 @@ TEST(GenQueryMessage, ShowsWhichArgumentMeetsWhichConversion) {
               "3 errors in top.v\n");
 }
 
-TEST(GenQueryMessage, JsonTellsInsertsAndText) {
+TEST(GenQueryMessage, JsonHasInsertsAndText) {
     nlohmann::json const expected = {
         {"inserts",
          {{{"insert", 1}, {"conversion", "%s"}, {"argument", "top.v"}},

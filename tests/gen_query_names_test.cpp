@@ -134,7 +134,7 @@ TEST_F(GenQueryNames, DatabaseFileIsTheOneThatGenWouldUse) {
         EXPECT_EQ(names(arguments).back()["path"], path);
 }
 
-TEST_F(GenQueryNames, SettingsOfTheProjectHoldAndTheProjectStays) {
+TEST_F(GenQueryNames, SettingsOfTheProjectApplyAndTheProjectStays) {
     m_root.write("project/gen_query.toml", "project = \"chip\"\n");
     EXPECT_EQ(names({}).back()["path"], m_root / "project/chip/db/top.pdb");
     m_root.write("project/gen_query.toml", "db = \"base\"\n");
@@ -228,13 +228,13 @@ TEST_F(GenQueryNames, TempDoesNotWaitWhereAllNamesAreTaken) {
         ASSERT_GE(file, 0) << name;
         close(file);
     }
-    std::vector<std::string> const question = {"temp", "--directory", ".", "--prefix", "report"};
-    ProgramResult const result = run(question);
+    std::vector<std::string> const request = {"temp", "--directory", ".", "--prefix", "report"};
+    ProgramResult const result = run(request);
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.errors, "gen_query: no file can be created in .: all 65536 names are taken\n");
 
     std::filesystem::remove(m_root / "project/rep0000beef.tmp");
-    EXPECT_EQ(run(question).output, "./rep0000beef.tmp\n");
+    EXPECT_EQ(run(request).output, "./rep0000beef.tmp\n");
 }
 
 TEST_F(GenQueryNames, TempRefusesAPrefixOfAnotherDirectory) {

@@ -20,7 +20,7 @@ class GenQueryProject : public ExampleSuite {};
 
 } // namespace
 
-TEST_F(GenQueryProject, ProjectTellsItsDirectories) {
+TEST_F(GenQueryProject, ProjectPrintsItsDirectories) {
     ProgramResult const result = ask(everywhere({"project", "--output", "out/./x"}));
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.output, StartsWith("project            /k/project/\n"
@@ -59,7 +59,7 @@ TEST_F(GenQueryProject, DirectoriesThatAreNoneAreRemarked) {
               "gen_query: including file 'nowhere/a.v' does not exist\n");
 }
 
-TEST_F(GenQueryProject, SettingsOfTheProjectHoldBelowIt) {
+TEST_F(GenQueryProject, SettingsOfTheProjectApplyBelowIt) {
     fs::create_directories(m_root / "project/below");
     std::ofstream(m_root / "project/gen_query.toml")
         << "# of the team\ndb = \"db\"\nproject-libs = [\"lib\", \"more lib\"]\n";

@@ -47,7 +47,7 @@ TEST(GenQuery, OutputThatCannotBeWrittenIsSaid) {
     EXPECT_EQ(result.errors, "gen_query: cannot write to standard output\n");
 }
 
-TEST(GenQueryWhere, TellsTheExecutableAndWhatTheMemoryLibraryHears) {
+TEST(GenQueryWhere, PrintsTheExecutableAndWhatTheMemoryLibraryHears) {
     TempDirectory const root;
     root.make_directory("linux");
     std::string const tool = root / "linux/gen_query";
@@ -71,7 +71,7 @@ TEST(GenQueryWhere, TellsTheExecutableAndWhatTheMemoryLibraryHears) {
     EXPECT_THAT(json.output, HasSubstr("\"graphical_shell\": false"));
 }
 
-TEST(GenQueryTextCompare, TellsOrderAndStatus) {
+TEST(GenQueryTextCompare, PrintsTheOrderAndGivesItsStatus) {
     struct {
         std::vector<std::string> arguments;
         std::string order;
@@ -232,7 +232,7 @@ TEST(GenQuery, HelpIsASubcommandToo) {
     EXPECT_EQ(query({"help", "nonsense"}).status, 2);
 }
 
-TEST(GenQuery, HelpOfAllTellsEveryOptionInLinesThatFit) {
+TEST(GenQuery, HelpOfAllListsEveryOptionInLinesThatFit) {
     ProgramResult const all = query({"--help-all"});
     EXPECT_EQ(all.status, 0);
     EXPECT_THAT(all.output, HasSubstr("Usage: gen_query text compare [option ...] first second"));

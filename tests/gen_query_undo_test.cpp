@@ -53,7 +53,7 @@ TEST_F(GenQueryUndo, WritesTheFileAndShowsIt) {
     EXPECT_EQ(read_file(directory / "undo_redo.txt"), file);
 }
 
-TEST_F(GenQueryUndo, TellsWhenTheFileCannotBeWritten) {
+TEST_F(GenQueryUndo, ReportsThatTheFileCannotBeWritten) {
     ProgramResult const result = run({"undo", "-d", "missing"}, "section s\nundo u\n");
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.output, HasSubstr("written        no\n"));
@@ -84,7 +84,7 @@ TEST_F(GenQueryUndo, EarlierFileThatCannotBeReplacedIsNotTakenForTheNewOne) {
     EXPECT_THAT(shown, Not(HasSubstr("Old")));
 }
 
-TEST_F(GenQueryUndo, FileThatAlreadyHoldsTheTextIsNoFault) {
+TEST_F(GenQueryUndo, FileThatAlreadyContainsTheTextIsNoFault) {
     std::string const script = "section s\nundo u\n";
     EXPECT_EQ(run({"undo"}, script).status, 0);
     EXPECT_EQ(run({"undo"}, script).status, 0);
@@ -111,12 +111,12 @@ TEST_F(GenQueryUndo, ScriptWithoutCommandsLeavesTheFileAlone) {
     }
 }
 
-TEST_F(GenQueryUndo, FifoWithoutReaderIsToldAndNotWaitedFor) {
+TEST_F(GenQueryUndo, FifoWithoutReaderIsReportedAndNotWaitedFor) {
     ASSERT_EQ(mkfifo((directory / "undo_redo.txt").c_str(), 0600), 0);
     EXPECT_EQ(run({"undo"}, "section s\nundo u\n").status, 1);
 }
 
-TEST_F(GenQueryUndo, JsonTellsWhatWasWritten) {
+TEST_F(GenQueryUndo, JsonHasWhatWasWritten) {
     using Json = nlohmann::json;
     ProgramResult const result = run({"undo", "--json"}, "section s\nundo u\nundo v\nredo r\n"
                                                          "section empty\nsection t\nundo w\n");
@@ -134,7 +134,7 @@ TEST_F(GenQueryUndo, JsonTellsWhatWasWritten) {
               Json({{"error", "line 1: a section has to come first"}}));
 }
 
-TEST_F(GenQueryUndo, TellsWhenTheDeviceIsFull) {
+TEST_F(GenQueryUndo, ReportsThatTheDeviceIsFull) {
     std::filesystem::create_symlink("/dev/full", directory / "undo_redo.txt");
     ProgramResult const result = run({"undo"}, "section s\nundo u\n");
     EXPECT_EQ(result.status, 1);

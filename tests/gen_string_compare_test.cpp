@@ -63,8 +63,8 @@ constexpr Difference differences[] = {
     {"a", "\x80", 'a' - 128, 'a' - 128},
 };
 
-/// Every text at every distance from the end of its page, so that the fast forms meet each of their
-/// ways to the end.
+/// Every string at every distance from the end of its page, so that the fast forms meet each of
+/// their ways to the end.
 template <typename Check>
 void at_page_ends(std::string const& a, std::string const& b, Check check) {
     static GuardedText first_pages(2);

@@ -24,7 +24,7 @@ inline std::string some_text(std::size_t length, bool digits) {
     return text;
 }
 
-/// Hands @p check a copy of the text at each alignment of its end, and at the page in front.
+/// Hands @p check a copy of the string at each alignment of its end, and at the page in front.
 template <typename Check>
 void place_everywhere(std::string const& text, Check const& check) {
     static GuardedText page(1);

@@ -28,7 +28,7 @@ struct Strings {
     /// With the letters in the other case.
     char const* swapped;
     unsigned length;
-    /// What the text becomes when it is folded.
+    /// What the string becomes when it is folded.
     std::string const& lower;
     std::string const& upper;
 };
@@ -121,7 +121,7 @@ STR expanded(char const* format, ...) {
     return out;
 }
 
-/// Stores the text, expanded or as it is, in a buffer for @p count of its characters.
+/// Stores the message, expanded or as it is, in a buffer for @p count of its characters.
 template <unsigned long how>
 bool stores(Strings const& strings, unsigned count) {
     char* const buffer = room_for(count + 1);

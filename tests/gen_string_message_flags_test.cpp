@@ -166,7 +166,7 @@ Allocated allocate(char const* format, unsigned long size, char const* argument,
 
 } // namespace
 
-TEST(FormatMessageBuffer, AllocatedHoldsTheWholeText) {
+TEST(FormatMessageBuffer, AllocatedContainsTheWholeString) {
     Allocated const exact = allocate("<%1>", 0, "01234567");
     EXPECT_EQ(exact.length, 10U);
     EXPECT_STREQ(exact.block.get(), "<01234567>");
@@ -175,7 +175,7 @@ TEST(FormatMessageBuffer, AllocatedHoldsTheWholeText) {
     EXPECT_STREQ(same.block.get(), "<01234567>");
 }
 
-TEST(FormatMessageBuffer, AllocatedHoldsWhatIsCopied) {
+TEST(FormatMessageBuffer, AllocatedContainsWhatIsCopied) {
     Allocated const copied = allocate("%1\n", 5, "text", FORMAT_MESSAGE_IGNORE_INSERTS);
     EXPECT_EQ(copied.length, 5U);
     EXPECT_EQ(std::string(copied.block.get(), 6), std::string("%1\n\0\0\0", 6));
@@ -201,7 +201,7 @@ TEST(FormatMessageBuffer, BlockThatCannotBeHadIsNull) {
     EXPECT_EQ(wrapped.block, nullptr);
 }
 
-TEST(FormatMessageFlags, BufferMayHoldTheSourceAndTheArguments) {
+TEST(FormatMessageFlags, BufferMayContainTheSourceAndTheArguments) {
     for (unsigned long const flags : {from_string, from_string | FORMAT_MESSAGE_IGNORE_INSERTS}) {
         char buffer[64] = "<%1 %1!.2s!>";
         STL_ARG_LIST list;

@@ -181,7 +181,7 @@ TEST(FormatMessage, ConversionsOfOneNumberMayDiffer) {
     EXPECT_EQ(message("%1!d! %1!x! %1!5d! %2", 255, "y"), "255 ff   255 y");
     EXPECT_EQ(message("%2 %1!d! %1!x! %2", 255, "y"), "y 255 ff y");
 #if defined(__i386__)
-    // A double is two words wide: behind it the text is the third word, without it the second.
+    // A double is two words wide: behind it the string is the third word, without it the second.
     char const* const text = "text";
     EXPECT_EQ(message("%2 %1!x! %1!.1f!", 2.5, text), "text 0 2.5");
     EXPECT_EQ(message("%1!.1f! %2 %1!x! %2!d!", 2.5, text), "2.5 text 0 1074003968");
@@ -270,7 +270,7 @@ TEST(FormatMessage, DigitBehindAnEvenRunOfPercentsIsReadTwoWays) {
 }
 
 TEST(FormatMessage, ConversionsShareFourThousandCharacters) {
-    // "%", the text and the terminator must fit into 4095 characters.
+    // "%", the conversion and the terminator must fit into 4095 characters.
     auto const message_with = [](std::size_t flags) {
         std::string const format = "%1!" + std::string(flags, '-') + "d!|%2|%1!d!";
         return message(format.c_str(), 5, "y");

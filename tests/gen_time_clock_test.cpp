@@ -131,7 +131,7 @@ INSTANTIATE_TEST_SUITE_P(
            Lines{"-62167219201", "-2037677057\n23:59:59\nFri Dec 31 23:59:59 -1\n"
                                  "true 12-31 23:59:59\nFri Dec 31 23:59:59 -1\\n\n"}));
 
-// Past the last year that fits an int: first date and time have no text, then nothing has.
+// Past the last year that fits an int: first date and time have no string, then nothing has.
 INSTANTIATE_TEST_SUITE_P(
     ClockWithoutAYear, ClockSetTo,
     Values(Lines{"67767976233532799", "-2037645953\n23:59:59\nTue Dec 31 23:59:59 2147483647\n"
@@ -188,7 +188,7 @@ TEST(FormatDate, LongestResultHas249Bytes) {
     EXPECT_EQ(text, longest.c_str());
 }
 
-TEST(FormatDate, NullTextOnlyTellsWhetherThereIsAResult) {
+TEST(FormatDate, NullStringOnlyGivesWhetherThereIsAResult) {
     EXPECT_TRUE(gen_format_current_date_and_time(nullptr, "%Y"));
 }
 

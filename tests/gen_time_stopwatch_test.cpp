@@ -15,7 +15,7 @@
 
 namespace {
 
-/// What a GEN_STOPWATCH holds, member by member.
+/// What is in a GEN_STOPWATCH, member by member.
 struct Members {
     double start_seconds;
     double elapsed_seconds;

@@ -43,7 +43,7 @@ TEST(Zone, ChangedVariableIsSeenAtOnce) {
     }
 }
 
-TEST(Zone, LongVariablesAreToldApart) {
+TEST(Zone, LongVariablesAreDistinguished) {
     std::string const name = "<" + std::string(100, 'A') + ">";
     for (int round = 0; round < 2; ++round) {
         for (auto const& [offset, hour] : {std::pair{"-3", "15"}, {"-4", "16"}}) {

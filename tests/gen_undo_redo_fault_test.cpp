@@ -298,7 +298,7 @@ TEST_F(UndoRedoFaults, PathIsTooLong) {
     EXPECT_TRUE(fs::is_empty(directory.path()));
 }
 
-TEST_F(UndoRedoFaults, PathHoldsANul) {
+TEST_F(UndoRedoFaults, PathContainsANul) {
     // What stands before the NUL is a good name, and must not be emptied.
     std::string const innocent = directory.write("innocent", "content");
     manager.start_new_file(STR(innocent) + STR("\0x", 2));
@@ -336,7 +336,7 @@ TEST_F(UndoRedoFaults, FileMayNotBeWritten) {
     EXPECT_EQ(read_file(file), "content");
 }
 
-TEST_F(UndoRedoFaults, TryingToCommitTellsTheFault) {
+TEST_F(UndoRedoFaults, TryingToCommitReportsTheFault) {
     errno = 0;
     EXPECT_FALSE(manager.try_commit_file()); // no file was started
     EXPECT_EQ(errno, ENOENT);

@@ -336,7 +336,7 @@ TEST_F(UndoRedo, NumbersAbove999999WidenTheField) {
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1000001 + 5);
 }
 
-// A long random life, its files compared with a text made the plain way.
+// A long random life, its files compared with a string made the plain way.
 TEST_F(UndoRedo, AgreesWithAPlainModel) {
     struct PlainSection {
         std::string title;

@@ -56,7 +56,7 @@ TEST(MemCfg, EnvironmentListsSwitches) {
     }
 }
 
-TEST(MemCfg, WithoutEnvironmentTheDefaultHolds) {
+TEST(MemCfg, WithoutEnvironmentTheDefaultApplies) {
     ScopedVariable const list("KORVANE_CFG", nullptr);
     EXPECT_FALSE(mem_cfg_is_on("flow", false));
     EXPECT_TRUE(mem_cfg_is_on("flow", true));

@@ -417,7 +417,7 @@ TEST(StlArgList, ArrivesLikeArgumentsOfACall) {
     EXPECT_EQ(text, "text -1 2.5 -9223372036854775808 7 0.25 c 0.125 77");
 }
 
-TEST(StlArgList, HoldsAnyNumberOfArguments) {
+TEST(StlArgList, TakesAnyNumberOfArguments) {
     STL_ARG_LIST list;
     for (int i = 0; i < 500; ++i)
         list.add(i);

@@ -178,7 +178,7 @@ TEST(StlPrintf, NullFormatIsEmptyAndNullResultAnError) {
 }
 
 TEST(StlPrintf, TextsOfEverySizeArriveWhole) {
-    // Around the sizes at which the text moves to a larger block.
+    // Around the sizes at which the string moves to a larger block.
     std::string const long_text(5000, 'x');
     for (int size = 0; size < 2100; ++size) {
         STR text;

@@ -155,9 +155,9 @@ bool GEN_BP_PARSER::parse_string(STR* expression) {
 std::size_t GEN_BP_PARSER::rewrite_working_string() {
     BpTerms terms;
     terms.add_list(m_tokens.begin(), m_tokens.end());
-    std::size_t const held = terms.size();
+    std::size_t const listed = terms.size();
     terms.add_text(m_working_string);
     m_working_string.clear();
     bp_rewrite(terms, m_working_string, m_error_text);
-    return terms.size() - held;
+    return terms.size() - listed;
 }

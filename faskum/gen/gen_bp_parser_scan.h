@@ -1,6 +1,6 @@
 #pragma once
 
-/// Takes the text of a condition apart.
+/// Takes the string of a condition apart.
 
 #include <algorithm>
 #include <array>
@@ -55,10 +55,10 @@ inline BP_TOKEN_TYPE bp_word_type(std::string_view word) {
 /// In line, since a call for each token would cost a tenth of the whole rewriting.
 class BpScanner {
   public:
-    /// The text is changed: the characters of each word are moved together.
+    /// The string is changed: the characters of each word are moved together.
     BpScanner(char* first, char* last) : m_at(first), m_end(last) {}
 
-    /// A text has so many tokens at most.
+    /// A string has so many tokens at most.
     static std::size_t most_tokens(char const* first, char const* last);
 
     /// Goes to the next token, if there is one.

@@ -60,7 +60,7 @@ class BpTerms {
   public:
     /// Adds the tokens of a list, null entries left out. Nothing of the list is needed later.
     void add_list(GEN_BP_PARSER::iterator first, GEN_BP_PARSER::iterator last);
-    /// Adds the tokens of a text, which is used up.
+    /// Adds the tokens of a string, which is used up.
     void add_text(STR& text);
     /// Computes every link.
     void link();

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Objects that gen holds by a global pointer. They live in tracked memory like their contents.
+/// Objects that gen keeps by a global pointer. They live in tracked memory like their contents.
 
 #include <memory>
 #include <utility>

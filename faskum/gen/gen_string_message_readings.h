@@ -7,7 +7,7 @@
 /// Both record the inserts that they meet, the second one expands them. They disagree where a digit
 /// follows an even run of "%", which only the first one takes for an insert. Then the second one
 /// writes over conversions that the first one left behind, and what an insert means can change
-/// while the text is being made.
+/// while the string is being made.
 class MessageReadings {
   public:
     MessageReadings(STL_TEXT& text, char const* format, char* args)

@@ -13,7 +13,7 @@ namespace {
 
 static_assert(sizeof(std::time_t) == 8, "dates after January 2038 need 64-bit time");
 
-/// asctime()'s text of the local time, its line end included; empty where there is none. The zone
+/// asctime()'s string of the local time, its line end included; empty where there is none. The zone
 /// is looked at anew each time: others may have moved it since, and nothing would show that.
 STR date_line(std::time_t instant) {
     MemoryWatch const watch;

@@ -24,7 +24,7 @@ void open_project();
 
 /// Empties the directory that calls write to.
 void clear_written();
-/// The names in it, with what the files hold.
+/// The names in it, with what is in the files.
 std::string written();
 
 /// Has the messages of the debug channel kept from now on.

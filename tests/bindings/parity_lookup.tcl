@@ -49,10 +49,10 @@ proc answer_where {} {
     want 0 0
     set found [gen where]
     set project [gen project]
-    set told [dict create installation_root [dict get $found installation_root] \
+    set handed_over [dict create installation_root [dict get $found installation_root] \
         file_name [dict get $found file_name] database_directory [dict get $project database] \
         output_directory [dict get $project output] graphical_shell [dict get $found graphical_shell]]
-    dict set found told_to_the_memory_library [d $told]
+    dict set found told_to_the_memory_library [d $handed_over]
     list 1 [d $found told_to_the_memory_library]
 }
 proc answer_installation {} {

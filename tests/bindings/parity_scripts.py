@@ -4,7 +4,7 @@
 
     parity_scripts.py python|tcl BUILD GEN_QUERY SUITE
 
-Left out are questions that only gen_query has: help, and what is in ALONE.
+Left out are requests that only gen_query has: help, and what is in ALONE.
 """
 
 import json
@@ -36,11 +36,11 @@ def as_tcl_has_it(value):
     return "" if value is None else str(int(value)) if isinstance(value, bool) else str(value)
 
 
-def answer(command, root, question):
+def answer(command, root, request):
     """The exit status and the record, or the records. What it writes into the project is removed."""
     project = root / "project"
     before = set(project.iterdir())
-    done = subprocess.run([*command, *question.json_arguments()], input=question.text.encode(),
+    done = subprocess.run([*command, *request.json_arguments()], input=request.text.encode(),
                           capture_output=True, cwd=project, timeout=60, check=False,
                           env={**staging.environment(root), "LC_ALL": "C.UTF-8",
                                "PYTHONPATH": f"{BUILD}/python"})
@@ -57,7 +57,7 @@ def records_of(output):
         return [json.loads(line) for line in output.splitlines()]
 
 
-def shown(question, record):
+def shown(request, record):
     """The record as one text, without what is left out or masked."""
     def plain(value):
         if isinstance(value, dict):
@@ -65,18 +65,18 @@ def shown(question, record):
         return [plain(item) for item in value] if isinstance(value, list) else value
 
     text = json.dumps(plain(record), indent=2, sort_keys=True, ensure_ascii=False)
-    for mask in question.masks:
+    for mask in request.masks:
         text = re.sub(mask, "<masked>", text)
     return text
 
 
-def agree(language, question, ours, theirs):
+def agree(language, request, ours, theirs):
     (status, record), (expected_status, expected) = ours, theirs
     if expected_status == 2:
         return status == 2 and list(record) == ["error"]
     if language == "tcl":
         expected = as_tcl_has_it(expected)
-    return status == expected_status and shown(question, record) == shown(question, expected)
+    return status == expected_status and shown(request, record) == shown(request, expected)
 
 
 def main(language, build, binary, suite):
@@ -91,16 +91,16 @@ def main(language, build, binary, suite):
         }[language]
         for path in sorted(cases.glob("*.txt")):
             staging.stage(root, binary, suite)
-            for question in parity.read_questions(path):
-                if ALONE & set(question.arguments):
+            for request in parity.read_requests(path):
+                if ALONE & set(request.arguments):
                     continue
                 asked += 1
-                here = answer(ours, root, question)
-                there = answer([tool], root, question)
-                if not agree(language, question, here, there):
+                here = answer(ours, root, request)
+                there = answer([tool], root, request)
+                if not agree(language, request, here, there):
                     failed += 1
-                    print(f"{question.place}: {question.arguments[1:]}\n  {here}\n  {there}")
-    print(f"{asked} questions asked, {failed} answered otherwise")
+                    print(f"{request.place}: {request.arguments[1:]}\n  {here}\n  {there}")
+    print(f"{asked} requests asked, {failed} answered otherwise")
     return 1 if failed or asked < 100 else 0
 
 

@@ -1,4 +1,4 @@
-"""What `python3 -m korvane_gen` answers, beside the questions of parity_scripts.py."""
+"""What `python3 -m korvane_gen` answers, beside the requests of parity_scripts.py."""
 
 import json
 import os
@@ -14,8 +14,8 @@ class CommandLine(unittest.TestCase):
     TOOL = ROOT / "linux" / "gen_query"
     PACKAGE = (sys.executable, "-m", "korvane_gen", "--executable", TOOL)
 
-    def ask(self, command, question, text, **options):
-        done = subprocess.run([*command, *question, "--json"], input=text, cwd=PROJECT, timeout=60,
+    def ask(self, command, request, text, **options):
+        done = subprocess.run([*command, *request, "--json"], input=text, cwd=PROJECT, timeout=60,
                               capture_output=True, check=False, **options)
         return done.returncode, json.loads(done.stdout, object_hook=self.without_remarks)
 
@@ -25,7 +25,7 @@ class CommandLine(unittest.TestCase):
     def test_any_bytes_come_back_as_from_the_host_executable(self):
         no_utf8 = b"a\xff\xed\xa0\x80\xc3"
         private = "\ue000 \uef7f \uef80 \uefff".encode()
-        for question, text in [
+        for request, text in [
                 (["find", no_utf8], b""),
                 (["find", private], b""),
                 (["text", "fold", no_utf8, private], b""),
@@ -34,15 +34,15 @@ class CommandLine(unittest.TestCase):
                 (["text", "checksum"], no_utf8 + b"\r\n"),
                 (["condition", "--stdin"], b"a\x1c = 1\nb = 2\r\n\xff = 3")]:
             for locale in ("C.UTF-8", "C"):
-                with self.subTest(question=question, locale=locale):
+                with self.subTest(request=request, locale=locale):
                     environment = {**os.environ, "LC_ALL": locale}
                     self.assertEqual(
-                        self.ask(self.PACKAGE, question, text, env=environment),
-                        self.ask([self.TOOL], question, text, env=environment))
+                        self.ask(self.PACKAGE, request, text, env=environment),
+                        self.ask([self.TOOL], request, text, env=environment))
 
     def test_what_it_cannot_do_is_the_record_of_an_error(self):
         a_little = lambda: resource.setrlimit(resource.RLIMIT_AS, (100 << 20, 100 << 20))  # noqa: E731
-        for question, text, status, fault in [
+        for request, text, status, fault in [
                 (["text", "sort"], b"y\n" * (20 << 20), 2, "there is not enough memory"),
                 (["text", "checksum", "-f", "/nope"], b"", 2, "No such file or directory"),
                 (["condition"], b"", 2, "give a condition, or --stdin"),
@@ -50,8 +50,8 @@ class CommandLine(unittest.TestCase):
                 (["text", "fold", "-"], b"a\0b\n", 2, "holds a null character"),
                 (["text", "wildcard", "a{", "-"], b"", 2, "makes no valid expression"),
                 (["flags"], b"make x\n", 2, "line 1: not a step: make x")]:
-            with self.subTest(question=question):
-                done = subprocess.run([*self.PACKAGE, *question], input=text, cwd=PROJECT, timeout=60,
+            with self.subTest(request=request):
+                done = subprocess.run([*self.PACKAGE, *request], input=text, cwd=PROJECT, timeout=60,
                                       capture_output=True, check=False, preexec_fn=a_little)
                 self.assertEqual(done.returncode, status)
                 (error,) = json.loads(done.stdout).values()
@@ -59,7 +59,7 @@ class CommandLine(unittest.TestCase):
                 self.assertEqual(done.stderr.decode(), f"korvane_gen: {error}\n")
 
     def test_a_wrong_command_line_is_the_record_of_an_error_too(self):
-        for question, fault, place in [
+        for request, fault, place in [
                 ([], "the following arguments are required: SUBCOMMAND", ""),
                 (["nothing"], "invalid choice: 'nothing'", ""),
                 (["find"], "find: the following arguments are required: name", " find"),
@@ -67,8 +67,8 @@ class CommandLine(unittest.TestCase):
                 (["find", "a", "--project-l", "lib"], "unrecognized arguments: --project-l", ""),
                 (["time", "elapsed", "soon"], "time elapsed: argument seconds: invalid int value: 'soon'",
                  " time elapsed")]:
-            with self.subTest(question=question):
-                done = subprocess.run([*self.PACKAGE, "--json", *question], cwd=PROJECT, timeout=60,
+            with self.subTest(request=request):
+                done = subprocess.run([*self.PACKAGE, "--json", *request], cwd=PROJECT, timeout=60,
                                       capture_output=True, check=False, text=True)
                 self.assertEqual(done.returncode, 2)
                 (error,) = json.loads(done.stdout).values()
@@ -99,8 +99,8 @@ class CommandLine(unittest.TestCase):
                          (2, "korvane_gen: fold() argument 'text' holds a null character\n"))
 
     def test_standard_input_that_is_closed_is_an_error(self):
-        for question in (["text", "sort"], ["find", "-"]):
-            done = subprocess.run(["sh", "-c", 'exec "$@" <&-', "sh", *self.PACKAGE, *question], cwd=PROJECT,
+        for request in (["text", "sort"], ["find", "-"]):
+            done = subprocess.run(["sh", "-c", 'exec "$@" <&-', "sh", *self.PACKAGE, *request], cwd=PROJECT,
                                   capture_output=True, check=False, timeout=60)
             self.assertEqual((done.returncode, json.loads(done.stdout)), (2, {"error": "[Errno 9] Bad file descriptor"}))
 

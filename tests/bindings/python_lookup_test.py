@@ -134,13 +134,13 @@ class Lookup(unittest.TestCase):
         gen.project.libraries = ["a;b", "lib"]
         self.assertEqual(gen.project.libraries, [pathlib.Path("a;b"), pathlib.Path("lib")])
 
-    def test_candidates_tell_what_is_shadowed(self):
+    def test_candidates_show_what_is_shadowed(self):
         found = gen.candidates("adder.v")
         self.assertEqual([asked.standing for asked in found], ["wins"] + 5 * ["shadowed"])
         self.assertEqual(found[-1].group, "shipped libraries")
         self.assertEqual(gen.find("adder.v"), found[0].path)
 
-    def test_trace_tells_every_check(self):
+    def test_trace_lists_every_check(self):
         asked = gen.trace("mux.sv")
         self.assertTrue(asked[-1].there)
         self.assertFalse(any(one.there for one in asked[:-1]))

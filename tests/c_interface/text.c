@@ -1,4 +1,4 @@
-/* Conditions, texts, messages. */
+/* Conditions, strings, messages. */
 
 #include "check.h"
 

@@ -104,7 +104,7 @@ PATHS_FOUND = r"((/\S+)? ?)*"
 THINGS = {
     # Relative while the current directory is unknown.
     "absolute": thing("b.v"),
-    # The resolver's own questions to servers would wait for answers.
+    # The resolver's own requests to servers would wait for answers.
     "address": thing("none", apart_from=(
         "socket", "connect", "setsockopt", "poll", "send", "sendto", "sendmmsg", "recvfrom")),
     "available": thing("failed", unharmed_by=("EINTR",)),

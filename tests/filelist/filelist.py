@@ -134,10 +134,10 @@ def faults_of_units(ground, simulators, elsewhere):
 
 
 def faults_of_refused(ground):
-    for files, status, told in REFUSED:
+    for files, status, message in REFUSED:
         ground.stage(files)
         done = ground.ask("filelist", "d.f", "--includes")
-        if done.returncode != status or told not in done.stderr:
+        if done.returncode != status or message not in done.stderr:
             yield f"{files}: status {done.returncode}, not {status}: {done.stderr}"
 
 

@@ -1,18 +1,18 @@
 #!/usr/bin/env python3
-"""Asks gen_query of both widths the same questions and wants the same answers, byte for byte.
+"""Asks gen_query of both widths the same requests and wants the same answers, byte for byte.
 
     parity.py BUILD OTHER_BUILD EXAMPLES
 
-The questions are in cases/*.txt, one file a family of subcommands:
+The requests are in cases/*.txt, one file a family of subcommands:
 
     # A comment.
-    $ gen_query text sort -i        a question; each is asked as it is and again with --json
+    $ gen_query text sort -i        a request; each is asked as it is and again with --json
     < file10                        lines for its standard input
     < file9
     ? 1                             the exit status it must have, 0 where none is given
     ~ [0-9]+ seconds                what a run may differ in: masked before the comparison
 
-Questions are asked in a copy of the example suite, with its project as the current directory. Both
+Requests are asked in a copy of the example suite, with its project as the current directory. Both
 widths see the same paths, since both run from the same place, one after the other.
 """
 
@@ -32,7 +32,7 @@ SKIPPED = 77
 
 
 @dataclasses.dataclass
-class Question:
+class Request:
     place: str
     arguments: list
     text: str = ""
@@ -50,30 +50,30 @@ class Question:
         return rest[:at] + ["--json"] + rest[at:]
 
 
-def read_questions(path):
-    questions = []
+def read_requests(path):
+    requests = []
     for number, line in enumerate(path.read_text().splitlines(), 1):
         mark, rest = line[:2], line[2:]
         if mark == "$ ":
-            questions.append(Question(f"{path.name}:{number}", shlex.split(rest)))
+            requests.append(Request(f"{path.name}:{number}", shlex.split(rest)))
         elif mark.rstrip() == "<":
-            questions[-1].text += rest + "\n"
+            requests[-1].text += rest + "\n"
         elif mark == "? ":
-            questions[-1].status = int(rest)
+            requests[-1].status = int(rest)
         elif mark == "~ ":
-            questions[-1].masks.append(rest)
+            requests[-1].masks.append(rest)
         elif line.strip() and not line.startswith("#"):
             sys.exit(f"{path.name}:{number}: not understood: {line}")
-    return questions
+    return requests
 
 
-def ask(root, question, arguments):
-    done = subprocess.run(arguments, input=question.text.encode(), capture_output=True,
+def ask(root, request, arguments):
+    done = subprocess.run(arguments, input=request.text.encode(), capture_output=True,
                           cwd=root / "project", env=staging.environment(root),
                           executable=root / "linux" / "gen_query", timeout=60, check=False)
     answer = [done.stdout, done.stderr]
     fault = json_fault(done.stdout) if "--json" in arguments else None
-    for mask in question.masks:
+    for mask in request.masks:
         answer = [re.sub(mask.encode(), b"<masked>", text) for text in answer]
     return done.returncode, *answer, fault
 
@@ -90,18 +90,18 @@ def json_fault(output):
     return fault
 
 
-def answers_of(root, binary, examples, questions):
+def answers_of(root, binary, examples, requests):
     staging.stage(root, binary, examples)
-    return [ask(root, question, arguments)
-            for question in questions for arguments in question.forms()]
+    return [ask(root, request, arguments)
+            for request in requests for arguments in request.forms()]
 
 
-def faults_of(question, one, other):
+def faults_of(request, one, other):
     status, _, errors, no_json = one
     if one != other:
         yield f"the widths differ:\n{one}\n{other}"
-    if status != question.status:
-        yield f"exit status {status}, not {question.status}: {errors.decode(errors='replace')}"
+    if status != request.status:
+        yield f"exit status {status}, not {request.status}: {errors.decode(errors='replace')}"
     if no_json:
         yield no_json
 
@@ -115,20 +115,20 @@ def main(build, other_build, examples):
                    stdout=subprocess.DEVNULL, check=True)
 
     cases = pathlib.Path(__file__).parent / "cases"
-    questions = [question for path in sorted(cases.glob("*.txt"))
-                 for question in read_questions(path)]
+    requests = [request for path in sorted(cases.glob("*.txt"))
+                for request in read_requests(path)]
     with staging.scratch() as directory:
         root = pathlib.Path(os.path.realpath(directory)) / "korvane"
-        ours, theirs = (answers_of(root, path / "bin" / "gen_query", examples, questions)
+        ours, theirs = (answers_of(root, path / "bin" / "gen_query", examples, requests)
                         for path in (build, other_build))
 
-    asked = [(question, arguments) for question in questions for arguments in question.forms()]
+    asked = [(request, arguments) for request in requests for arguments in request.forms()]
     failed = False
-    for (question, arguments), one, other in zip(asked, ours, theirs):
-        for fault in faults_of(question, one, other):
+    for (request, arguments), one, other in zip(asked, ours, theirs):
+        for fault in faults_of(request, one, other):
             failed = True
-            print(f"{question.place}: {shlex.join(arguments)}\n  {fault}")
-    print(f"{len(asked)} questions asked of both widths")
+            print(f"{request.place}: {shlex.join(arguments)}\n  {fault}")
+    print(f"{len(asked)} requests asked of both widths")
     return 1 if failed or not asked else 0
 
 

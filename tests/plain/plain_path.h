@@ -1,6 +1,6 @@
 #pragma once
 
-/// Paths as three texts, put together anew for every question, and simplified by a list of their
+/// Paths as three strings, put together anew for every answer, and simplified by a list of their
 /// components: what FIO_PATH is compared with.
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Path-list texts taken apart entry by entry, looking at the rest of the text anew for each: what
+/// Path lists taken apart entry by entry, looking at the rest of the string anew for each: what
 /// FIO_FIND is compared with.
 
 #include <filesystem>

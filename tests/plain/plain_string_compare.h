@@ -1,7 +1,7 @@
 #pragma once
 
 /// The comparisons written down as they are defined, a byte at a time: what the fast forms are
-/// compared with. Texts are given without nulls.
+/// compared with. Strings are given without nulls.
 
 inline unsigned plain_fold(unsigned char byte) {
     return byte >= 'A' && byte <= 'Z' ? byte + 32U : byte;

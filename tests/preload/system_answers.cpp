@@ -1,7 +1,7 @@
 // Preloaded in front of the C library, answers in its place what the environment says. Each
 // variable replaces one function's answer; without it the real one is asked.
 //
-//     FAKED_TIME       time(): seconds since 1970, one a call, parted by ","; the last one holds
+//     FAKED_TIME       time(): seconds since 1970, one a call, parted by ","; the last one stays
 //                      from then on
 //     FAKED_TICKS      times(): the clock-tick count, likewise
 //     FAKED_CPU        getrusage(): "user/system" in microseconds, likewise

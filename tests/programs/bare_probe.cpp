@@ -6,16 +6,16 @@
 #include <string_view>
 
 int main(int, char** argv) {
-    std::string_view const question = argv[1];
-    if (question == "fullpath")
+    std::string_view const request = argv[1];
+    if (request == "fullpath")
         gen_get_module_fullpath();
-    else if (question == "path")
+    else if (request == "path")
         gen_get_module_path();
-    else if (question == "filename")
+    else if (request == "filename")
         gen_get_module_filename();
-    else if (question == "korvane_path")
+    else if (request == "korvane_path")
         gen_get_korvane_path();
-    else if (question == "ui")
+    else if (request == "ui")
         gen_is_in_ui_process();
     std::puts("went on");
     return 0;

@@ -26,5 +26,5 @@ std::string known(STR const& text);
 
 void write(std::string const& file, std::string const& content = "");
 std::string content(std::string const& file);
-/// Whether a file holds all of it, its beginning, or nothing of it.
+/// Whether a file has all of it, its beginning, or nothing of it.
 std::string compared(std::string const& file, std::string const& whole);

@@ -20,19 +20,19 @@
 
 namespace {
 
-std::string number(bool (*question)(int*)) {
+std::string number(bool (*request)(int*)) {
     int number = 0;
-    return !question(&number) ? "failed" : number > 0 ? "known" : "none";
+    return !request(&number) ? "failed" : number > 0 ? "known" : "none";
 }
 
-std::string bytes(bool (*question)(unsigned long long*)) {
+std::string bytes(bool (*request)(unsigned long long*)) {
     unsigned long long bytes = 77;
-    return !question(&bytes) ? "failed" : bytes == 77 ? "untouched" : "known";
+    return !request(&bytes) ? "failed" : bytes == 77 ? "untouched" : "known";
 }
 
-std::string system_name(bool (*question)(STR*)) {
+std::string system_name(bool (*request)(STR*)) {
     STR text;
-    return question(&text) ? known(text) : "failed";
+    return request(&text) ? known(text) : "failed";
 }
 
 int messages = 0;
@@ -245,7 +245,7 @@ std::map<std::string, std::function<Thing()>> const things{
      }},
 };
 
-/// Leaves a text in the trace. Neither is a question that the library could ask, and no write
+/// Leaves a line in the trace. The library could not make the call itself, and no write
 /// fails.
 void leave(std::string const& text) {
     static_cast<void>(access(text.c_str(), X_OK));

@@ -28,9 +28,10 @@ char const* streams() {
     return table != nullptr ? "streams" : "no streams";
 }
 
-/// Only texts of that size count; the siblings' small change does not.
+/// Only strings of that size count; the siblings' small change does not.
 char const* texts() {
-    return MEM_MANAGER::s_system_memory_counter.current() > long_text ? "texts held" : "no texts";
+    return MEM_MANAGER::s_system_memory_counter.current() > long_text ? "strings kept"
+                                                                      : "no strings";
 }
 
 template <typename T>

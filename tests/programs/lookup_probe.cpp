@@ -29,7 +29,7 @@ extern "C" void* malloc(std::size_t size) noexcept {
 namespace {
 
 void mark() {
-    // Not a question that gen could ask.
+    // Not a file that gen could look for.
     static_cast<void>(access("/mark", X_OK));
 }
 

@@ -26,10 +26,10 @@ void thr_debug_break() {
     throw 1;
 }
 
-static bool tells_switches = false;
+static bool prints_switches = false;
 
 bool mem_cfg_is_on(char const* name, bool by_default) {
-    if (tells_switches)
+    if (prints_switches)
         std::printf("%s %d\n", name, by_default);
     char const* const on = std::getenv("KORVANE_CFG");
     return on != nullptr && std::string_view(on) == name;
@@ -55,7 +55,7 @@ int main(int /*argc*/, char** argv) {
     if (what == "nice") {
         gen_lower_process_priority();
     } else if (what == "report") {
-        tells_switches = true;
+        prints_switches = true;
         gen_meminfo_report_dll_usage("fitter", nullptr);
         gen_meminfo_report_dll_usage("fitter", nullptr);
     } else {

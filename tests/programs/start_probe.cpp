@@ -18,7 +18,7 @@ void show(char const* name, char const* value) {
     std::printf("%s=%s\n", name, value != nullptr ? value : "(none)");
 }
 
-void tell_all() {
+void show_all() {
     show("gen_module_fullpath", gen_module_fullpath);
     show("module_fullpath", gen_get_module_fullpath().c_str());
     show("module_path", gen_get_module_path().c_str());
@@ -59,6 +59,6 @@ GEN_DEFINE_MAIN(argc, argv) {
         return std::atoi(argv[2]);
     if (what == "again")
         start_again();
-    tell_all();
+    show_all();
     return 0;
 }

@@ -1,4 +1,4 @@
-// Asks the library the questions named on the command line, one after the other, and prints the
+// Asks the library the requests named on the command line, one after the other, and prints the
 // answers, a line each: what the tests start where the system is to answer otherwise than it does.
 
 #include "gen_os_info.h"
@@ -41,20 +41,20 @@ std::string formatted_time() {
 }
 
 std::string system_names() {
-    using Question = bool (*)(STR*);
+    using Request = bool (*)(STR*);
     STR text = "untouched";
     int answered = 0;
-    for (Question const question :
+    for (Request const request :
          {GEN_MACHINE_INFO::get_os_name, GEN_MACHINE_INFO::get_os_version,
           GEN_MACHINE_INFO::get_kernel_version, GEN_MACHINE_INFO::get_hw_name})
-        answered += question(&text) ? 1 : 0;
+        answered += request(&text) ? 1 : 0;
     return std::to_string(answered) + " answered, " + std::string(text);
 }
 
 template <typename Number>
-std::string number(bool (*question)(Number*)) {
+std::string number(bool (*request)(Number*)) {
     Number answer = 0;
-    return question(&answer) ? std::to_string(answer) : "failed";
+    return request(&answer) ? std::to_string(answer) : "failed";
 }
 
 using Answer = std::function<std::string()>;
@@ -87,7 +87,7 @@ int main(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         auto const found = answers.find(argv[i]);
         if (found == answers.end()) {
-            std::fprintf(stderr, "system_probe: no question '%s'\n", argv[i]);
+            std::fprintf(stderr, "system_probe: no request '%s'\n", argv[i]);
             return 2;
         }
         std::printf("%s\n", found->second().c_str());

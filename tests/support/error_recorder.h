@@ -28,7 +28,7 @@ class ErrorRecorder {
 
     /// What was reported so far, in order.
     std::vector<ReportedError> const& errors() const;
-    /// Only the condition texts of it.
+    /// Only the conditions of it.
     std::vector<std::string> conditions() const;
     void clear();
 

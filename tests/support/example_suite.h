@@ -39,7 +39,7 @@ class ExampleSuite : public testing::Test {
         return result;
     }
 
-    /// The answer as JSON, to a question that is answered with yes.
+    /// The answer as JSON, to a command line of status 0.
     nlohmann::json json(Arguments arguments) const {
         arguments.emplace_back("--json");
         ProgramResult const result = ask(arguments);
@@ -47,7 +47,7 @@ class ExampleSuite : public testing::Test {
         return nlohmann::json::parse(result.output);
     }
 
-    /// The question asked of the example project with all its groups.
+    /// The command line for the example project with all its groups.
     Arguments everywhere(Arguments arguments) const {
         for (std::string const& option :
              {std::string("--db"), m_root / "project/db", std::string("--project-libs"),

@@ -2,7 +2,7 @@
 
 #include "run_program.h"
 
-/// Starts gen_query with these arguments. What else @p start says holds; its arguments, if any,
+/// Starts gen_query with these arguments. What else @p start says applies; its arguments, if any,
 /// must be the argv[0] alone.
 ProgramResult run_gen_query(std::vector<std::string> const& arguments, ProgramStart start = {});
 /// The same with standard input alone.

@@ -4,7 +4,7 @@
 #include <string_view>
 
 /// Readable memory between two pages that may not be touched: a routine that reads before or behind
-/// its text ends the program.
+/// its string ends the program.
 class GuardedText {
   public:
     /// Room for @p pages pages of 4096 bytes.

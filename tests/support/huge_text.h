@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-/// A text of more than INT_MAX bytes that takes little memory: the same pages again and again.
+/// A string of more than INT_MAX bytes that takes little memory: the same pages again and again.
 class HugeText {
   public:
     HugeText();

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Texts of the library as tests write, compare and print them.
+/// Strings of the library as tests write, compare and print them.
 
 #include <string>
 #include <vector>

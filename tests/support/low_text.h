@@ -3,8 +3,8 @@
 #include <cstring>
 #include <sys/mman.h>
 
-/// A text at so low an address that the address is a tolerable width and a small number as well:
-/// whatever a malformed format takes it for, it does no harm. It is also the end of a wide text.
+/// A string at so low an address that the address is a tolerable width and a small number as well:
+/// whatever a malformed format takes it for, it does no harm. It is also the end of a wide string.
 class LowText {
   public:
     LowText()

@@ -13,9 +13,9 @@ ProgramResult run_with_faked_answers(ProgramStart start, FakedAnswers const& fak
     return run_program(start);
 }
 
-ProgramResult run_probe(std::vector<std::string> const& questions, FakedAnswers const& faked) {
+ProgramResult run_probe(std::vector<std::string> const& requests, FakedAnswers const& faked) {
     ProgramStart start;
     start.arguments = {TEST_BINARY_DIR "/system_probe"};
-    start.arguments.insert(start.arguments.end(), questions.begin(), questions.end());
+    start.arguments.insert(start.arguments.end(), requests.begin(), requests.end());
     return run_with_faked_answers(start, faked);
 }

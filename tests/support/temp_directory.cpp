@@ -7,7 +7,7 @@
 #include <stdlib.h>
 
 TempDirectory::TempDirectory() {
-    // The real path: tests compare texts with what getcwd and the kernel answer.
+    // The real path: tests compare strings with what getcwd and the kernel answer.
     std::string name = std::filesystem::canonical(std::filesystem::temp_directory_path()).string();
     name += "/gen_test_XXXXXX";
     if (mkdtemp(name.data()) == nullptr) {

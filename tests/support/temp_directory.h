@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// A fresh directory of this test alone, removed with all it holds at the end of the scope.
+/// A fresh directory of this test alone, removed with all that is in it at the end of the scope.
 class TempDirectory {
   public:
     TempDirectory();

@@ -1,18 +1,7 @@
 #pragma once
 
 #include <cstdio>
-#include <ctime>
 #include <string>
-
-/// gen_get_current_date_and_time by way of the C library alone.
-inline std::string plain_date_and_time(std::time_t instant) {
-    std::tm const* const local = std::localtime(&instant);
-    char const* const line = local != nullptr ? std::asctime(local) : nullptr;
-    std::string text = line != nullptr ? line : "";
-    if (!text.empty())
-        text.pop_back();
-    return text;
-}
 
 inline std::string plain_part(long value) {
     char text[32];

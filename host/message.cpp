@@ -48,21 +48,7 @@ class Message : public Command {
     std::string make_arguments() {
         if (std::string fault = m_inserts.read(m_format.c_str()); !fault.empty())
             return fault;
-        unsigned next = 1;
-        for (auto const& [number, conversions] : m_inserts.conversions()) {
-            for (; next < number; ++next)
-                m_arguments.add_unnamed();
-            ++next;
-            if (number > m_texts.size())
-                return "insert " + std::to_string(number) + " has no argument";
-            std::string const& text = m_texts[number - 1];
-            if (std::string const unfit = m_arguments.add(conversions, text); !unfit.empty())
-                return "\"" + text + "\" is nothing that \"" + unfit + "\" can print" +
-                       (conversions.size() > 1 ? " as the other conversions of insert " +
-                                                     std::to_string(number) + " do"
-                                               : "");
-        }
-        return "";
+        return m_arguments.make(m_inserts, m_texts);
     }
 
     void remark_unused(Answer& answer) const {

@@ -262,7 +262,7 @@ TEST(GenQuery, EveryErrorIsInTheJsonAndOnStandardError) {
     } const cases[] = {
         {"\"$query\" text checksum --file /nonexistent --json",
          "cannot read '/nonexistent': No such file or directory"},
-        {"\"$query\" message %1 --json", "message: insert 1 has no argument"},
+        {"\"$query\" message %1 --json", "message: argument 1 is missing"},
         {"\"$query\" undo /nonexistent --json",
          "cannot read '/nonexistent': No such file or directory"},
         {"\"$query\" --json time stopwatch /nonexistent",

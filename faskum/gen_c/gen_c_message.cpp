@@ -12,24 +12,6 @@ using namespace gen_c;
 
 namespace {
 
-/// Makes the arguments that the message asks for; they point into @p texts.
-gen_c_status make_arguments(MessageInserts const& inserts, std::vector<std::string> const& texts,
-                            MessageArguments& arguments) {
-    unsigned next = 1;
-    for (auto const& [number, conversions] : inserts.conversions()) {
-        for (; next < number; ++next)
-            arguments.add_unnamed();
-        ++next;
-        std::string const name = "argument " + std::to_string(number);
-        if (number > texts.size())
-            return refuse(GEN_C_BAD_ARGUMENT, name, " is missing");
-        std::string const unfit = arguments.add(conversions, texts[number - 1]);
-        if (!unfit.empty())
-            return refuse(GEN_C_BAD_ARGUMENT, name, " is nothing that " + unfit + " can print");
-    }
-    return GEN_C_OK;
-}
-
 gen_c_status expand(char const* format, char const* const* texts, std::size_t count,
                     gen_c_text* text) {
     MessageInserts inserts;
@@ -40,15 +22,14 @@ gen_c_status expand(char const* format, char const* const* texts, std::size_t co
             return GEN_C_BAD_ARGUMENT;
     std::vector<std::string> const kept(texts, texts + count);
     MessageArguments arguments;
-    gen_c_status const status = make_arguments(inserts, kept, arguments);
-    if (status != GEN_C_OK)
-        return status;
+    if (std::string const fault = arguments.make(inserts, kept); !fault.empty())
+        return refuse(GEN_C_BAD_ARGUMENT, fault, "");
     STR expanded;
     gen_formatmessage(expanded, format, arguments.args());
     return put(text, expanded);
 }
 
-gen_c_status tell_inserts(char const* format, gen_c_table** answer) {
+gen_c_status give_inserts(char const* format, gen_c_table** answer) {
     MessageInserts inserts;
     if (std::string const fault = inserts.read(format); !fault.empty())
         return refuse(GEN_C_BAD_ARGUMENT, "format: ", fault);
@@ -77,7 +58,7 @@ gen_c_status gen_c_message_inserts(char const* format, gen_c_table** inserts) {
     if (lacks("format", format) || lacks("inserts", inserts))
         return GEN_C_BAD_ARGUMENT;
     try {
-        return tell_inserts(format, inserts);
+        return give_inserts(format, inserts);
     } catch (std::bad_alloc const&) {
         return GEN_C_NO_MEMORY;
     }

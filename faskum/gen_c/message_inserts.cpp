@@ -205,6 +205,26 @@ void MessageArguments::append(STL_ARGUMENT argument, STL_VALUE const& value) {
     }
 }
 
+std::string MessageArguments::make(MessageInserts const& inserts,
+                                   std::vector<std::string> const& texts) {
+    unsigned next = 1;
+    for (auto const& [number, conversions] : inserts.conversions()) {
+        for (; next < number; ++next)
+            m_list.add(0);
+        ++next;
+        std::string const name = "argument " + std::to_string(number);
+        if (number > texts.size())
+            return name + " is missing";
+        std::string const& text = texts[number - 1];
+        if (std::string const unfit = add(conversions, text); !unfit.empty())
+            return name + ", \"" + text + "\", is nothing that " + unfit + " can print" +
+                   (conversions.size() > 1 ? " as its other conversions do" : "");
+    }
+    return "";
+}
+
+// What all the conversions, of one kind, make their texts of. Gives the conversion that the text is
+// nothing for, or that would take another argument than the others; "" for none.
 std::string MessageArguments::add(MessageInserts::Conversions const& conversions,
                                   std::string const& text) {
     STL_ARGUMENT const argument = parsed(conversions.front()).argument;

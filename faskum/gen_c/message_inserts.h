@@ -32,16 +32,15 @@ class MessageInserts {
 /// The arguments of a message in their order.
 class MessageArguments {
   public:
-    /// Appends what all the conversions, of one kind, make their texts of. Gives the conversion
-    /// that
-    /// @p text is nothing for, or that would take another argument than the others; "" for none.
-    std::string add(MessageInserts::Conversions const& conversions, std::string const& text);
-    /// Appends one that no insert names.
-    void add_unnamed() { m_list.add(0); }
+    /// Makes the arguments that the inserts ask for from @p texts, which they may point into: the
+    /// first for %1. Those that no insert names are a word. Why they cannot be made; "" when they
+    /// can.
+    std::string make(MessageInserts const& inserts, std::vector<std::string> const& texts);
 
     char* args() { return m_list.args(); }
 
   private:
+    std::string add(MessageInserts::Conversions const& conversions, std::string const& text);
     std::optional<STL_VALUE> value(STL_CONVERSION const& conversion, std::string const& text);
     std::optional<STL_VALUE> wide_text(std::string const& text);
     void append(STL_ARGUMENT argument, STL_VALUE const& value);

@@ -158,7 +158,7 @@ class WrongArguments(unittest.TestCase):
         for call, complaint in [
                 (lambda: gen.write_integer(1, 37), "radix is not from 2 to 36"),
                 (lambda: gen.message("%2", "a"), "argument 2 is missing"),
-                (lambda: gen.message("%1!d!", "x"), "argument 1 is nothing that %d can print"),
+                (lambda: gen.message("%1!d!", "x"), "argument 1, \"x\", is nothing that %d can print"),
                 (lambda: gen.wildcard_matches("a{", "a"), "makes no valid expression"),
                 (lambda: gen.notice_lines(gen.Notice.BANNER, "\0"), "holds a null character"),
                 (lambda: gen.message("%1", "a\0b"), "argument 'arguments' holds a null character"),

@@ -378,7 +378,7 @@ test wrong-1 "which argument, and why" {
        {{argument "seconds" does not fit 32 bits} {KORVANE ARGUMENT seconds}} \
        {{radix is not from 2 to 36} {KORVANE ARGUMENT radix}} \
        {{argument 2 is missing} {KORVANE ARGUMENT argument}} \
-       {{argument 1 is nothing that %d can print} {KORVANE ARGUMENT argument}} \
+       {{argument 1, "x", is nothing that %d can print} {KORVANE ARGUMENT argument}} \
        {{low is not below high} {KORVANE ARGUMENT low}} \
        {{pattern: + ^ $ { } are passed on as they are, which makes no valid expression} {KORVANE ARGUMENT pattern}} \
        {{unknown option "-x": should be "gen find ?-eda? ?-cached|-all|-trace? name"} {KORVANE OPTION -x}} \

@@ -27,8 +27,8 @@ class Value {
     Value() = default;
     Value(std::same_as<bool> auto truth) : m_content(truth) {}
     Value(std::signed_integral auto number) : m_content(std::int64_t{number}) {}
-    template <std::unsigned_integral NUMBER>
-    requires(!std::same_as<NUMBER, bool>) Value(NUMBER number) : m_content(std::uint64_t{number}) {}
+    template <std::unsigned_integral Number>
+    requires(!std::same_as<Number, bool>) Value(Number number) : m_content(std::uint64_t{number}) {}
     Value(double number) : m_content(number) {}
     Value(std::string_view text) : m_content(std::string(text)) {}
     Value(char const* text) : m_content(std::string(text)) {}

@@ -79,7 +79,7 @@ std::string with_name(Option const& option, std::string const& fault) {
     return fault.empty() ? "" : option.name() + ": " + fault;
 }
 
-/// Sets all that can be set: --help and --json hold even if another option is wrong.
+/// Sets all that can be set: --help and --json apply even if another option is wrong.
 std::string take_options(Parser const& parser) {
     std::string first_fault;
     for (auto const& [option, parsed] : parser.options())

@@ -27,7 +27,7 @@ struct CommonOptions {
                 .directory();
         Option& colour_option = options.value("--color", &color, "Let rows stand out in colour")
                                     .one_of({"auto", "always", "never"});
-        if (!is_root) { // they are listed once, but hold wherever they stand
+        if (!is_root) { // they are listed once, but apply wherever they stand
             root_option.hidden();
             colour_option.hidden();
         }

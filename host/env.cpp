@@ -16,7 +16,7 @@ Value::Record search_paths() {
     return {{"path", variable("PATH")}, {"ld_library_path", variable("LD_LIBRARY_PATH")}};
 }
 
-/// An environment variable that has another value in the scope of a question, if one is given.
+/// An environment variable that has another value in the scope of a request, if one is given.
 class AskedVariable {
   public:
     AskedVariable(char const* name, std::optional<std::string> const& value) : m_name(name) {
@@ -80,7 +80,7 @@ class Env : public Command {
 void add_env(Commands& commands) {
     commands.add<Env>({
         .name = "env",
-        .summary = "Tells what the search paths become for a tool that has a 64-bit twin",
+        .summary = "Shows what the search paths become for a tool that has a 64-bit twin",
         .example = "  $ gen_query env fitter --platform linux\n"
                    "  64 bit wanted  no\n"
                    "  changed        yes\n"

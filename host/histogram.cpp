@@ -103,7 +103,7 @@ std::string short_number(double number, int digits) {
 int digits_for(GEN_BINDATA const& histogram) {
     constexpr int usual = 6;
     constexpr int all = std::numeric_limits<double>::max_digits10;
-    auto const tells_edges_apart = [&histogram](int digits) {
+    auto const parts_edges = [&histogram](int digits) {
         for (unsigned i = 0; i < histogram.num_bins(); ++i)
             if (short_number(histogram.lowbound(i), digits) ==
                 short_number(histogram.highbound(i), digits))
@@ -111,7 +111,7 @@ int digits_for(GEN_BINDATA const& histogram) {
         return true;
     };
     int digits = usual;
-    while (digits < all && !tells_edges_apart(digits))
+    while (digits < all && !parts_edges(digits))
         ++digits;
     return digits;
 }
@@ -269,7 +269,7 @@ class Histogram : public Command {
 
     void describe(Answer& answer) const {
         if (answer.for_scripts())
-            tell_bins(answer);
+            list_bins(answer);
         else
             draw(answer);
         Value const outside = Value::Record{{"below", m_outside.below},
@@ -290,7 +290,7 @@ class Histogram : public Command {
         answer.field("items", m_histogram->size());
     }
 
-    void tell_bins(Answer& answer) const {
+    void list_bins(Answer& answer) const {
         answer.field("items", m_histogram->size());
         answer.detail("low", m_range.low);
         answer.detail("high", m_range.high);

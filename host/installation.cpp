@@ -46,7 +46,7 @@ class Installation : public Command {
 
 constexpr Help help = {
     .name = "installation",
-    .summary = "Tells the shipped data and library directories",
+    .summary = "Shows the shipped data and library directories",
     .example = "  $ gen_query installation\n"
                "  root              /opt/korvane/\n"
                "  common data       /opt/korvane/common\n"

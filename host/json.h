@@ -18,7 +18,7 @@ void print_json_inline(Value const& value, std::FILE* stream);
 /// The same as a value of another answer.
 Value::Record record_of(Answer const& answer, bool is_error);
 
-/// A question as programs ask it: {"id": 1, "args": ["text", "sort"], "input": "b\na\n"}. The id is
+/// A request as programs make it: {"id": 1, "args": ["text", "sort"], "input": "b\na\n"}. The id is
 /// optional, a number or a text, and so is the input.
 struct Request {
     std::string id = "null"; ///< as JSON

@@ -59,7 +59,7 @@ class Machine : public Command {
 void add_machine(Commands& commands) {
     commands.add<Machine>({
         .name = "machine",
-        .summary = "Tells machine, operating system, host and user",
+        .summary = "Shows machine, operating system, host and user",
         .example = "  $ gen_query machine\n"
                    "  operating system         Linux\n"
                    "  os name                  Linux\n"

@@ -67,21 +67,21 @@ class Setter {
         bool const is_number = !m_text.empty() && end == m_text.c_str() + m_text.size();
         return is_number ? "" : "'" + m_text + "' is not a number";
     }
-    template <std::integral NUMBER>
-    std::string operator()(NUMBER* target) const {
+    template <std::integral Number>
+    std::string operator()(Number* target) const {
         auto const [least, most] = m_option.range.value_or(std::pair<std::int64_t, std::int64_t>(
-            std::numeric_limits<NUMBER>::min(), std::numeric_limits<NUMBER>::max()));
+            std::numeric_limits<Number>::min(), std::numeric_limits<Number>::max()));
         std::optional<std::int64_t> const number = whole_number(m_text);
         if (!number)
             return "'" + m_text + "' is not a whole number";
         if (*number < least || *number > most)
             return m_text + " is not between " + std::to_string(least) + " and " +
                    std::to_string(most);
-        *target = static_cast<NUMBER>(*number);
+        *target = static_cast<Number>(*number);
         return "";
     }
-    template <std::integral NUMBER>
-    std::string operator()(std::vector<NUMBER>* target) const {
+    template <std::integral Number>
+    std::string operator()(std::vector<Number>* target) const {
         return (*this)(&target->emplace_back());
     }
 

@@ -26,7 +26,7 @@ struct Option {
     Target target;
     std::string summary;
     std::string value_type = {};           ///< TEXT, NUMBER, FILE, DIR or COMMAND; "" for a flag
-    std::string initial = {};              ///< what holds without the option; "" if not to be shown
+    std::string initial = {};              ///< the value without the option; "" if not to be shown
     std::vector<std::string> choices = {}; ///< the only words that a value may be; none: all
     std::optional<std::pair<std::int64_t, std::int64_t>> range = {};
     std::vector<std::string> excluded = {}; ///< options that cannot be given together with it

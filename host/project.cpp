@@ -68,7 +68,7 @@ class SettingsInForce : public Command {
 
     Status run(Answer& answer) override {
         Settings settings = m_project.in_force();
-        add_what_holds_otherwise(settings);
+        add_defaults(settings);
         Value::List rows;
         for (char const* const name : {"project", "db", "output", "project-libs", "user-libs"}) {
             auto const found = settings.find(name);
@@ -83,7 +83,7 @@ class SettingsInForce : public Command {
 
   private:
     /// What a lookup takes where neither an option nor the file says anything.
-    static void add_what_holds_otherwise(Settings& settings) {
+    static void add_defaults(Settings& settings) {
         for (auto const& [name, kept] : std::initializer_list<std::pair<char const*, STR>>{
                  {"project", gen_project_dir_path},
                  {"db", gen_get_db_dir_path_string()},
@@ -91,7 +91,7 @@ class SettingsInForce : public Command {
                  {"project-libs", gen_project_library_paths},
                  {"user-libs", gen_user_library_paths}})
             if (!kept.empty())
-                settings.try_emplace(name, Setting{host_text(kept), "an earlier question"});
+                settings.try_emplace(name, Setting{host_text(kept), "an earlier request"});
         STR const here = FIO_FILE_SYSTEM::get_current_directory();
         settings.try_emplace("project", Setting{host_text(here), "current directory"});
         settings.try_emplace("output", Setting{settings["project"].value, "project"});
@@ -102,7 +102,7 @@ class SettingsInForce : public Command {
 
 constexpr Help help = {
     .name = "project",
-    .summary = "Tells the directories of a project, and those that are looked in for its files",
+    .summary = "Shows the directories of a project, and those that are looked in for its files",
     .example = "  $ gen_query project --db db\n"
                "  project            /opt/korvane/project/\n"
                "  database           db\n"
@@ -117,7 +117,7 @@ void add_project(Commands& commands) {
     commands.add<Project>(help);
     commands.add<SettingsInForce>({
         .name = "settings",
-        .summary = "Tells the directories that a lookup is given, and where each is from",
+        .summary = "Shows the directories that a lookup is given, and where each is from",
         .example =
             "  $ gen_query settings --project . --db db\n"
             "  name          value  from\n"

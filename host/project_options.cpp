@@ -52,7 +52,7 @@ void ProjectOptions::declare(Options& options) {
 
 Settings ProjectOptions::in_force() const {
     Settings settings;
-    // A project that an earlier question has set stays.
+    // A project that an earlier request has set stays.
     if (m_project || gen_project_directory_fio_find == nullptr)
         settings = read_settings(m_project.value_or("."));
     if (m_project)

@@ -13,22 +13,22 @@
 
 namespace {
 
-/// The questions, taken out of the reach of what they ask for: from now on standard input is empty,
+/// The requests, taken out of the reach of what they ask for: from now on standard input is empty,
 /// for the programs that gen_query starts as well.
-void set_questions_aside() {
+void set_requests_aside() {
     if (fileno(stdin) != STDIN_FILENO)
         return; // they are in memory
     int const aside = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    std::FILE* const questions = aside >= 0 ? fdopen(aside, "r") : nullptr;
-    if (questions == nullptr)
+    std::FILE* const requests = aside >= 0 ? fdopen(aside, "r") : nullptr;
+    if (requests == nullptr)
         return; // it is closed
     int const nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
     dup2(nothing, STDIN_FILENO);
     close(nothing);
-    stdin = questions;
+    stdin = requests;
 }
 
-/// Standard input that has this text, for the span of one question.
+/// Standard input that has this text, for the span of one request.
 class InputText {
   public:
     explicit InputText(std::string const& text)
@@ -91,7 +91,7 @@ class Serve : public Command {
             return STATUS_USAGE;
         }
         is_serving = true;
-        set_questions_aside();
+        set_requests_aside();
         answer.set_written();
         std::size_t number = 0;
         std::string fault = read_pieces('\n', [&](std::string const& line) {
@@ -149,13 +149,13 @@ class Serve : public Command {
 
 constexpr Help help = {
     .name = "serve",
-    .summary = "Answers questions that come as lines of JSON, until the end of input",
+    .summary = "Answers requests that come as lines of JSON, until the end of input",
     .example = "  $ echo '{\"id\": 1, \"args\": [\"text\", \"compare\", \"a10\", \"a9\"]}' | "
                "gen_query serve\n"
                "  ...\n"
-               "One process answers thousands of questions, each in a line of its own, written\n"
+               "One process answers thousands of requests, each in a line of its own, written\n"
                "at once: {\"id\": 1, \"status\": 0, \"answer\": {...}}, the status and the object\n"
-               "that --json gives. A question may have \"input\", the text of its standard input;\n"
+               "that --json gives. A request may have \"input\", the text of its standard input;\n"
                "where there are remarks, the answer has them beside it as \"remarks\".\n"
                "A project once set stays set, and the cache of lookups stays filled, as in any\n"
                "tool; {\"args\": [\"reset\"]} forgets both. Bad lines are answered with status 2.",

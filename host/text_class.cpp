@@ -64,7 +64,7 @@ class Class : public Command {
 
 constexpr Help help = {
     .name = "class",
-    .summary = "Tells the classes of characters, the same in every locale",
+    .summary = "Shows the classes of characters, the same in every locale",
     .example = "  $ gen_query text class 'F_'\n"
                "  byte  character  classes\n"
                "  70    F          alnum, alpha, graph, print, upper, xdigit\n"

@@ -41,7 +41,7 @@ class Compare : public Command {
 
 constexpr Help help = {
     .name = "compare",
-    .summary = "Tells how one text sorts to another, numbers in them by value",
+    .summary = "Shows how one text sorts to another, numbers in them by value",
     .example = "  $ gen_query text compare file10 file9\n"
                "  after\n"
                "  $ gen_query text compare --bytes file10 file9\n"

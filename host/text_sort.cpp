@@ -7,10 +7,10 @@
 
 namespace {
 
-template <int (*COMPARE)(char const*, unsigned, char const*, unsigned)>
+template <int (*Compare)(char const*, unsigned, char const*, unsigned)>
 void sort_lines(Value::Lines& lines) {
     std::stable_sort(lines.begin(), lines.end(), [](std::string_view a, std::string_view b) {
-        return COMPARE(a.data(), static_cast<unsigned>(a.size()), b.data(),
+        return Compare(a.data(), static_cast<unsigned>(a.size()), b.data(),
                        static_cast<unsigned>(b.size())) < 0;
     });
 }

@@ -158,14 +158,14 @@ class Stopwatch : public Command {
 void add_time(Commands& commands) {
     Commands& time = commands.family({
         .name = "time",
-        .summary = "Tells the time, prints dates and durations, runs the stopwatch",
+        .summary = "Shows the time, prints dates and durations, runs the stopwatch",
         .example = "  $ gen_query time elapsed 90061\n"
                    "  seconds  elapsed\n"
                    "  90061    1:01:01:01",
     });
     time.add<Now>({
         .name = "now",
-        .summary = "Tells the time in all the ways the library has",
+        .summary = "Shows the time in all the ways the library has",
         .example = "  $ gen_query time now\n"
                    "  ...\n"
                    "The lines are date and time, time of day, seconds since "

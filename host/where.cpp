@@ -27,7 +27,7 @@ class Where : public Command {
 
 constexpr Help help = {
     .name = "where",
-    .summary = "Tells where the executable and its installation lie",
+    .summary = "Shows where the executable and its installation lie",
     .example = "  $ gen_query where\n"
                "  executable                  /opt/korvane/linux/gen_query\n"
                "  module path                 /opt/korvane/linux/\n"

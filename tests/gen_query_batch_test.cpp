@@ -157,9 +157,9 @@ TEST(GenQueryServe, SettingsOfAnEarlierRequestAreInForce) {
     auto const second = nlohmann::json::parse(output.substr(output.find('\n')));
     auto const rows = second["answer"]["settings"];
     EXPECT_EQ(rows[0]["value"], "/");
-    EXPECT_EQ(rows[0]["from"], "an earlier question");
+    EXPECT_EQ(rows[0]["from"], "an earlier request");
     EXPECT_EQ(rows[1]["value"], "/db");
-    EXPECT_EQ(rows[1]["from"], "an earlier question");
+    EXPECT_EQ(rows[1]["from"], "an earlier request");
     EXPECT_EQ(rows[2]["from"], "project");
 }
 

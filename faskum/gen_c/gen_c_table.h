@@ -18,8 +18,8 @@ class Cell {
   public:
     Cell() = default;
     Cell(std::same_as<bool> auto truth) : m_kind(GEN_C_TRUTH), m_integer(truth) {}
-    template <std::integral NUMBER>
-    requires(!std::same_as<NUMBER, bool>) Cell(NUMBER number)
+    template <std::integral Number>
+    requires(!std::same_as<Number, bool>) Cell(Number number)
         : m_kind(GEN_C_INTEGER), m_integer(static_cast<std::int64_t>(number)) {}
     Cell(double number) : m_kind(GEN_C_REAL), m_real(number) {}
     Cell(std::string_view text) : m_kind(GEN_C_TEXT), m_text(text) {}

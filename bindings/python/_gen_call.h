@@ -53,7 +53,7 @@ PyObject* tuple_of(PyObject** objects, std::size_t count);
 /// What the texts of a result become.
 enum class As { text, path };
 
-template <auto Function, As AS, typename... Parameters>
+template <auto Function, As Kind, typename... Parameters>
 class Call {
   public:
     static PyObject* call(PyObject*, PyObject* const* arguments, Py_ssize_t count,
@@ -75,8 +75,8 @@ class Call {
     }
 
   private:
-    template <typename PARAMETER>
-    using Converter = typename decltype(converter<PARAMETER, AS == As::path>())::type;
+    template <typename One>
+    using Converter = typename decltype(converter<One, Kind == As::path>())::type;
     using Converters = std::tuple<Converter<Parameters>...>;
     using Indices = std::index_sequence_for<Parameters...>;
 
@@ -112,10 +112,10 @@ class Call {
         return (take_one<I>(std::get<I>(converters), given, count) && ...);
     }
 
-    template <std::size_t I, typename CONVERTER>
-    static bool take_one(CONVERTER& converter, [[maybe_unused]] PyObject* const* given,
+    template <std::size_t I, typename Each>
+    static bool take_one(Each& converter, [[maybe_unused]] PyObject* const* given,
                          [[maybe_unused]] std::size_t count) {
-        if constexpr (CONVERTER::is_argument) {
+        if constexpr (Each::is_argument) {
             constexpr std::size_t at = arguments_before(I);
             return at >= count || given[at] == nullptr ||
                    converter.take(given[at], {s_signature, at});
@@ -145,16 +145,16 @@ class Call {
         }
     }
 
-    template <typename CONVERTER>
-    static bool has_table(CONVERTER const& converter) {
-        if constexpr (std::is_same_v<CONVERTER, TableResult>)
+    template <typename Each>
+    static bool has_table(Each const& converter) {
+        if constexpr (std::is_same_v<Each, TableResult>)
             return converter.is_given();
         return false;
     }
 
-    template <typename CONVERTER>
-    static std::size_t store(CONVERTER const& converter, PyObject** object) {
-        if constexpr (CONVERTER::is_argument) {
+    template <typename Each>
+    static std::size_t store(Each const& converter, PyObject** object) {
+        if constexpr (Each::is_argument) {
             return 0;
         } else {
             *object = converter.object();
@@ -165,16 +165,16 @@ class Call {
     static inline Signature s_signature;
 };
 
-template <auto Function, As AS, typename... Parameters>
+template <auto Function, As Kind, typename... Parameters>
 PyMethodDef entry_of(gen_c_status (*)(Parameters...), char const* name, char const* parameters,
                      char const* doc) {
-    return Call<Function, AS, Parameters...>::entry(name, parameters, doc);
+    return Call<Function, Kind, Parameters...>::entry(name, parameters, doc);
 }
 
 /// The entry of a function in the module's table.
-template <auto Function, As AS = As::text>
+template <auto Function, As Kind = As::text>
 PyMethodDef entry(char const* name, char const* parameters, char const* doc = nullptr) {
-    return entry_of<Function, AS>(Function, name, parameters, doc);
+    return entry_of<Function, Kind>(Function, name, parameters, doc);
 }
 
 } // namespace korvane

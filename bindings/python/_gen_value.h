@@ -188,7 +188,7 @@ class Given {
 
 /// A text. Its memory is kept for the next call, as long as that is little; the interpreter's lock
 /// keeps it to one thread.
-template <bool IS_PATH>
+template <bool IsPath>
 class TextResult {
   public:
     static constexpr bool is_argument = false;
@@ -208,7 +208,7 @@ class TextResult {
     gen_c_text* pass() { return &m_text; }
     PyObject* object() const {
         PyObject* const text = decoded(m_text.bytes, m_text.size);
-        return IS_PATH && text != nullptr ? path_of(text) : text;
+        return IsPath && text != nullptr ? path_of(text) : text;
     }
 
   private:
@@ -276,7 +276,7 @@ class HandleResult {
 };
 
 /// What stands between Python and a parameter of that type.
-template <typename Parameter, bool IS_PATH>
+template <typename Parameter, bool IsPath>
 auto converter() {
     using Target = std::remove_cv_t<std::remove_pointer_t<Parameter>>;
     if constexpr (std::is_same_v<Parameter, char const*>)
@@ -286,7 +286,7 @@ auto converter() {
     else if constexpr (std::is_floating_point_v<Parameter>)
         return std::type_identity<Real>();
     else if constexpr (std::is_same_v<Parameter, gen_c_text*>)
-        return std::type_identity<TextResult<IS_PATH>>();
+        return std::type_identity<TextResult<IsPath>>();
     else if constexpr (std::is_same_v<Parameter, gen_c_table**>)
         return std::type_identity<TableResult>();
     else if constexpr (std::is_arithmetic_v<Target>)

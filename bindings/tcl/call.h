@@ -84,10 +84,10 @@ class Call {
         return (take_one<I>(std::get<I>(converters), interp, words) && ...);
     }
 
-    template <std::size_t I, typename CONVERTER>
-    static bool take_one(CONVERTER& converter, [[maybe_unused]] Tcl_Interp* interp,
+    template <std::size_t I, typename Each>
+    static bool take_one(Each& converter, [[maybe_unused]] Tcl_Interp* interp,
                          [[maybe_unused]] Words const& words) {
-        if constexpr (CONVERTER::is_argument) {
+        if constexpr (Each::is_argument) {
             constexpr std::size_t at = arguments_before(I);
             return at >= words.arguments() ||
                    converter.take(interp, words[at], s_signature.names[at]);
@@ -112,9 +112,9 @@ class Call {
         }
     }
 
-    template <typename CONVERTER>
-    static std::size_t store(CONVERTER const& converter, Tcl_Obj** object) {
-        if constexpr (CONVERTER::is_argument) {
+    template <typename Each>
+    static std::size_t store(Each const& converter, Tcl_Obj** object) {
+        if constexpr (Each::is_argument) {
             return 0;
         } else {
             *object = converter.object();

@@ -103,7 +103,7 @@ std::string short_number(double number, int digits) {
 int digits_for(GEN_BINDATA const& histogram) {
     constexpr int usual = 6;
     constexpr int all = std::numeric_limits<double>::max_digits10;
-    auto const parts_edges = [&histogram](int digits) {
+    auto const separates_edges = [&histogram](int digits) {
         for (unsigned i = 0; i < histogram.num_bins(); ++i)
             if (short_number(histogram.lowbound(i), digits) ==
                 short_number(histogram.highbound(i), digits))
@@ -111,7 +111,7 @@ int digits_for(GEN_BINDATA const& histogram) {
         return true;
     };
     int digits = usual;
-    while (digits < all && !parts_edges(digits))
+    while (digits < all && !separates_edges(digits))
         ++digits;
     return digits;
 }

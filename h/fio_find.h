@@ -71,16 +71,14 @@ class KORVANE_API FIO_FIND {
   private:
     void begin(STR const& text);
     void make_prefixes();
-    char* room_for_candidate(std::size_t longest_name);
 
     STR m_text;                       ///< what the object was made of
     MEM_LIST<FIO_PATH> m_directories; ///< the entries as given
     MEM_VECTOR<STR> m_prefixes;       ///< the same, ready for a name to be appended
-    std::size_t m_longest_prefix = 0;
     bool m_has_relative_entries = false;
-    STR m_base;                   ///< what relative entries start at, as it was set
-    STR m_base_prefix;            ///< the same, absolute and ready for an entry
-    MEM_VECTOR<char> m_candidate; ///< the path being checked; kept for its storage
-    MEM_VECTOR<STR> m_names;      ///< what find_first found
+    STR m_base;              ///< what relative entries start at, as it was set
+    STR m_base_prefix;       ///< the same, absolute and ready for an entry
+    STR m_candidate;         ///< the path being checked; kept for its storage
+    MEM_VECTOR<STR> m_names; ///< what find_first found
     std::size_t m_next_name = 0;
 };

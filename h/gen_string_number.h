@@ -18,8 +18,9 @@ KORVANE_API int gen_atoi(STR const& s);
 // it is written as its 32-bit pattern (-1 in radix 16 is ffffffff). A radix below 2 or
 // above 36 gives an empty string; only the form that fills an STR reports it, and only below 2.
 
-/// Writes the digits of @p value and a NUL, and not a byte more, to @p buf, which is returned: at
-/// most 12 bytes in radix 10, at most 33 in any. A null @p buf is returned as it is.
+/// Writes the digits of @p value and a NUL, and not a byte more, to @p buf, which is returned. It
+/// requires room for the longest number: 12 bytes in radix 10, 33 in any other. A null @p buf is
+/// returned as it is.
 KORVANE_API char* gen_itoa(int value, char* buf, int radix);
 /// Replaces the content of @p out with the digits. A radix below 2 is reported as the internal
 /// error "radix > 1", @p out being empty by then.
@@ -27,6 +28,6 @@ KORVANE_API void gen_itoa(int value, STR& out, int radix);
 /// The digits as a new string.
 KORVANE_API STR gen_itoa(int value, int radix);
 
-/// As gen_itoa into a buffer, for a value without a sign: at most 21 bytes in radix 10 and 65 in
-/// any where a long has 64 bits.
+/// As gen_itoa into a buffer, for a value without a sign. Room is required for 11 bytes in radix 10
+/// and 33 in any other, or 21 and 65 where a long has 64 bits.
 KORVANE_API char* gen_ultoa(unsigned long value, char* buf, int radix);

@@ -34,6 +34,11 @@ bool fio_file_exists(FIO_FIND const* asker, char const* path) {
     return observed(asker, path, stat(path, &status) == 0 && !S_ISDIR(status.st_mode));
 }
 
+bool fio_is_directory(char const* path) {
+    struct stat status;
+    return stat(path, &status) == 0 && S_ISDIR(status.st_mode);
+}
+
 FIO_OBSERVER fio_set_observer(FIO_OBSERVER observer) {
     FIO_OBSERVER const previous = installed_observer;
     installed_observer = observer;

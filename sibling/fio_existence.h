@@ -1,6 +1,7 @@
 #pragma once
 
-/// The one place that asks the file system what is there. Private to the file-I/O library.
+/// Whether something exists: the checks of searches, which an observer sees, and others.
+/// Private to the file-I/O library.
 
 #include <string_view>
 
@@ -18,3 +19,6 @@ bool fio_path_exists(FIO_FIND const* asker, char const* path);
 
 /// The same for what is not a directory.
 bool fio_file_exists(FIO_FIND const* asker, char const* path);
+
+/// There is a directory of that name. No search asks for that, and no observer hears of it.
+bool fio_is_directory(char const* path);

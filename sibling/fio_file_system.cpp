@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
-#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <limits>
@@ -19,14 +18,9 @@ bool is_name(std::string_view text) {
     return !text.empty() && fio_is_system_name(text);
 }
 
-bool is_directory(char const* path) {
-    struct stat status;
-    return stat(path, &status) == 0 && S_ISDIR(status.st_mode);
-}
-
 /// Creates one directory whose parent exists, or finds it there already.
 bool create_one(char const* directory) {
-    return mkdir(directory, 0777) == 0 || (errno == EEXIST && is_directory(directory));
+    return mkdir(directory, 0777) == 0 || (errno == EEXIST && fio_is_directory(directory));
 }
 
 /// An enumeration between findfirst and findclose.
@@ -124,7 +118,7 @@ long FIO_FILE_SYSTEM::findfirst(char const* pattern, _finddata_t* data) {
     if (!deliver(search, *data))
         return -1;
     // Handles are not used again, so that one that was closed stays harmless.
-    // GCOVR_EXCL_BR_START: no test makes 2^63 searches
+    // GCOVR_EXCL_BR_START: no test makes so many searches
     last_handle = last_handle < std::numeric_limits<long>::max() ? last_handle + 1 : 1;
     // GCOVR_EXCL_BR_STOP
     search.handle = last_handle;

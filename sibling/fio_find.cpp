@@ -19,11 +19,6 @@ bool is_absolute(std::string_view text) {
     return text.starts_with('/');
 }
 
-/// Copies a string to where there is room for it; gives the place behind it.
-char* put(char* at, std::string_view text) {
-    return std::copy(text.begin(), text.end(), at);
-}
-
 /// What relative ones of these directories start at: the current directory, ending in "/". It is
 /// not asked for when there are none.
 STR directory_for(MEM_VECTOR<STR> const& directories) {
@@ -38,13 +33,6 @@ MEM_VECTOR<std::string_view> endings_of(MEM_VECTOR<STR> const& extensions) {
     std::copy_if(extensions.begin(), extensions.end(), std::back_inserter(endings),
                  fio_is_system_name);
     return endings;
-}
-
-std::size_t longest(MEM_VECTOR<std::string_view> const& texts) {
-    std::size_t length = 0;
-    for (std::string_view const text : texts)
-        length = std::max(length, text.size());
-    return length;
 }
 
 } // namespace
@@ -87,7 +75,6 @@ void FIO_FIND::init(STR const& path_list) {
 void FIO_FIND::make_prefixes() {
     m_prefixes.clear();
     m_prefixes.reserve(m_directories.size());
-    m_longest_prefix = 0;
     m_has_relative_entries = false;
     for (FIO_PATH const& directory : m_directories) {
         if (!fio_is_system_name(directory.text()))
@@ -96,7 +83,6 @@ void FIO_FIND::make_prefixes() {
         STR& prefix = m_prefixes.emplace_back(absolute ? STR() : m_base_prefix);
         prefix += directory.text();
         fio_end_with_slash(prefix);
-        m_longest_prefix = std::max(m_longest_prefix, prefix.size());
         m_has_relative_entries |= !absolute;
     }
 }
@@ -114,22 +100,14 @@ void FIO_FIND::set_directory_for_results_to_become_absolute_to(char const* direc
         make_prefixes();
 }
 
-char* FIO_FIND::room_for_candidate(std::size_t longest_name) {
-    std::size_t const size = m_longest_prefix + longest_name + 1;
-    if (m_candidate.size() < size)
-        m_candidate.resize(size);
-    return m_candidate.data();
-}
-
 FIO_PATH FIO_FIND::find_first_relative_path(FIO_PATH const& relative_path) {
     std::string_view const name = relative_path.text();
     if (!is_relative_name(name))
         return {};
-    char* const path = room_for_candidate(name.size());
     for (STR const& prefix : m_prefixes) {
-        *put(put(path, prefix), name) = '\0';
-        if (fio_path_exists(this, path))
-            return path;
+        m_candidate.assign(prefix).append(name);
+        if (fio_path_exists(this, m_candidate.c_str()))
+            return m_candidate;
     }
     return {};
 }
@@ -140,18 +118,17 @@ void FIO_FIND::find_all(STR const& base_name, MEM_VECTOR<STR> const& extensions,
         return;
     STR const current = absolute ? directory_for(m_prefixes) : STR();
     MEM_VECTOR<std::string_view> const endings = endings_of(extensions);
-    char* const path = room_for_candidate(current.size() + base_name.size() + longest(endings) + 1);
     for (STR const& prefix : m_prefixes) {
-        char* const directory = is_absolute(prefix) ? path : put(path, current);
-        char* const stem = put(put(directory, prefix), base_name);
+        m_candidate.assign(is_absolute(prefix) ? STR() : current).append(prefix).append(base_name);
+        std::size_t const stem_length = m_candidate.size();
         std::size_t const found_before = results->size();
         for (std::string_view const ending : endings) {
-            char* at = stem;
+            m_candidate.resize(stem_length);
             if (!ending.starts_with('.') && !ending.empty())
-                *at++ = '.';
-            *put(at, ending) = '\0';
-            if (fio_file_exists(this, path))
-                results->emplace_back(path);
+                m_candidate += '.';
+            m_candidate += ending;
+            if (fio_file_exists(this, m_candidate.c_str()))
+                results->emplace_back(m_candidate);
         }
         if (!all_directories && results->size() > found_before)
             return;

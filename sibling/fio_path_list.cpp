@@ -4,7 +4,6 @@
 #include "fio_existence.h"
 
 #include <algorithm>
-#include <sys/stat.h>
 
 namespace {
 
@@ -24,8 +23,7 @@ bool is_one_directory(STR const& text) {
     // Only a string that would be taken apart needs the check.
     if (text.find_first_of(";\"") == STR::npos && without_blanks(text).size() == text.size())
         return false;
-    struct stat status;
-    return fio_is_system_name(text) && stat(text.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    return fio_is_system_name(text) && fio_is_directory(text.c_str());
 }
 
 } // namespace

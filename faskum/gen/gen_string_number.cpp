@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <type_traits>
 
 #include "gen_report.h"
 #include "gen_string_ascii.h"
@@ -13,9 +14,13 @@ namespace {
 
 constexpr int least_radix = 2;
 constexpr int greatest_radix = 36;
-/// The digits of the longest number, in radix 2, and room for the sign or the NUL.
-// MUTANT_EXCL_LINE(1 to 2): room alone
-constexpr std::size_t longest_text = std::numeric_limits<unsigned long>::digits + 1;
+/// The longest number in radix 10, with its sign, and in any other radix, which has none.
+template <typename Number>
+constexpr int longest_decimal =
+    // MUTANT_EXCL_LINE(1 to 2): room alone
+    std::numeric_limits<Number>::digits10 + 1 + std::is_signed_v<Number>;
+template <typename Number>
+constexpr int longest_digits = std::numeric_limits<std::make_unsigned_t<Number>>::digits;
 /// What a STR has room for without a block of the heap; no decimal int is as long.
 constexpr std::size_t room_in_place = 15; // MUTANT_EXCL_LINE(15 to 16): room alone
 
@@ -23,16 +28,14 @@ constexpr std::size_t room_in_place = 15; // MUTANT_EXCL_LINE(15 to 16): room al
 // gen_itoa and gen_ultoa take on 32-bit 0.83 and 0.88 of what they take without, and a string 0.9
 // (scripts/bench 'gen_(itoa|ultoa).*').
 
-/// Writes the digits, none in a radix that has no such, and gives their end.
+/// Writes the digits, none in a radix that has no such, and gives their end. The caller has room
+/// for the longest number of the radix.
 template <typename Number>
 [[gnu::flatten]] inline char* write_digits(Number value, char* buf, int radix) {
     if (radix < least_radix || radix > greatest_radix)
         return buf;
-    // The end only has to be far enough: no more is written than the digits, for which the caller
-    // has room.
-    char* const end = buf + longest_text;
-    return (radix == 10 ? std::to_chars(buf, end, value) : std::to_chars(buf, end, value, radix))
-        .ptr;
+    return radix == 10 ? std::to_chars(buf, buf + longest_decimal<Number>, value).ptr
+                       : std::to_chars(buf, buf + longest_digits<Number>, value, radix).ptr;
 }
 
 char* write_int(int value, char* buf, int radix) {
@@ -50,7 +53,7 @@ char* write_int(int value, char* buf, int radix) {
 
 /// Not in line, since it has a large buffer.
 [[gnu::noinline]] STR string_in_radix(int value, int radix) {
-    char buf[longest_text];
+    char buf[longest_digits<int>];
     return STR(buf, write_int(value, buf, radix));
 }
 
@@ -97,7 +100,7 @@ void gen_itoa(int value, STR& out, int radix) {
     out.clear();
     if (radix < least_radix)
         report(reports::no_radix);
-    char buf[longest_text];
+    char buf[longest_digits<int>];
     out.append(buf, write_int(value, buf, radix));
 }
 

@@ -33,8 +33,12 @@ class KORVANE_API FIO_FIND {
     FIO_FIND& operator=(FIO_FIND const&) = delete;
 
     /// Objects on the heap are tracked memory, like the containers in them.
-    static void* operator new(std::size_t size);
-    static void operator delete(void* object);
+    static void* operator new(std::size_t size) {
+        return MEM_STL_ALLOCATOR<unsigned char>().allocate(size);
+    }
+    static void operator delete(void* object) {
+        MEM_STL_ALLOCATOR<unsigned char>().deallocate(static_cast<unsigned char*>(object), 0);
+    }
 
     /// Rebuilds the list in place from a path-list string; the base for results is kept.
     void init(STR const& path_list);

@@ -41,7 +41,8 @@ class GEN_ENUM_ITERATOR {
 
     /// Goes to the next value; at the end it stays there.
     GEN_ENUM_ITERATOR& operator++() {
-        if (!m_at_end && !(m_at_end = m_current == m_last))
+        m_at_end = m_at_end || m_current == m_last;
+        if (!m_at_end)
             m_current = static_cast<Enum>(number(m_current) + 1);
         return *this;
     }

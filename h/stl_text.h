@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstddef>
 #include <cstring>
+#include <limits>
 
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
@@ -41,10 +42,11 @@ class STL_TEXT {
         advance(1);
     }
 
-    /// Appends the digits of an int or unsigned, with its sign.
+    /// Appends the digits of an int or unsigned in radix 10 or 16, with its sign.
     template <typename Integer>
     void append_integer(Integer value, int radix = 10) {
-        constexpr std::size_t most_digits = 12;
+        // MUTANT_EXCL_LINE(2 to 3): room alone
+        constexpr std::size_t most_digits = std::numeric_limits<Integer>::digits10 + 2;
         if (make_room(most_digits))
             m_size = static_cast<std::size_t>(
                 std::to_chars(end(), end() + most_digits, value, radix).ptr - m_begin);
@@ -92,6 +94,6 @@ class STL_TEXT {
     std::size_t m_size = 0;
     std::size_t m_capacity = sizeof m_local;
     bool m_too_long = false;
-    STR m_long; // all of it to be written over
+    STR m_long; // the block once m_local is too small; m_capacity is its size
     char m_local[512];
 };

@@ -50,14 +50,6 @@ FIO_FIND::FIO_FIND(MEM_LIST<FIO_PATH> const& directories) {
 
 FIO_FIND::~FIO_FIND() = default;
 
-void* FIO_FIND::operator new(std::size_t size) {
-    return MEM_STL_ALLOCATOR<unsigned char>().allocate(size);
-}
-
-void FIO_FIND::operator delete(void* object) {
-    MEM_STL_ALLOCATOR<unsigned char>().deallocate(static_cast<unsigned char*>(object), 0);
-}
-
 void FIO_FIND::begin(STR const& text) {
     m_text = text;
     m_directories.clear();

@@ -49,9 +49,8 @@ bool is_name(char const* name) {
 bool mem_cfg_is_on(char const* name, bool by_default) {
     if (!is_name(name))
         return by_default;
-    if (!set_switches.empty())
-        if (auto const found = find_set_switch(name); found != set_switches.end())
-            return found->on;
+    if (auto const found = find_set_switch(name); found != set_switches.end())
+        return found->on;
     char const* const list = std::getenv("KORVANE_CFG");
     return list != nullptr ? switch_in_list(list, name, by_default) : by_default;
 }

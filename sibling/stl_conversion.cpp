@@ -135,7 +135,7 @@ bool depends_on_context(char length, char letter) {
 void stl_parse_long_conversion(char const* text, STL_CONVERSION& conversion) {
     conversion = {};
     char const* at = text;
-    bool const can_be_single = (*at >= 'A' && *at != 'I') || read_prefix(conversion, at);
+    bool const can_be_single = read_prefix(conversion, at);
     char const length = *at;
     STL_ARGUMENT const integer = read_length(at);
     conversion.begin = text;

@@ -41,10 +41,8 @@ bool append_fixed(STL_TEXT& text, STL_CONVERSION const& conversion, double value
     char* const end =
         std::to_chars(digits, digits + most_digits, value, std::chars_format::fixed, places).ptr;
     auto const count = static_cast<std::size_t>(end - digits);
-    constexpr char blanks[most_digits + 1] =
-        "                                                                ";
-    if (width > count)
-        text.append(blanks, width - count);
+    for (std::size_t i = count; i < width; ++i)
+        text.append(' ');
     text.append(digits, count);
     return true;
 }

@@ -20,7 +20,7 @@ std::uint32_t truncate(double value) {
 // Divides by the width and does not multiply by its reciprocal: the two differ at bin edges.
 std::uint32_t bin_index(double distance, double bin_width, std::uint32_t num_bins) {
     std::uint32_t const index = truncate(distance / bin_width);
-    return index - static_cast<std::uint32_t>(index == num_bins);
+    return index == num_bins ? index - 1 : index;
 }
 
 /// Has the compiler make a function of add_item, for hosts that call it or look it up by its name.

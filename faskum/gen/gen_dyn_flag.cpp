@@ -3,24 +3,20 @@
 #include "gen_report.h"
 #include "gen_string_compare.h"
 #include "gen_string_message.h"
-#include "stl.h"
 
 #include <algorithm>
 #include <bit>
-#include <cstdarg>
 #include <cstring>
 
 namespace {
 
 constexpr std::uint32_t slot_total = 32;
 
-/// Reports the error, its condition filled in. (Not a reference: va_start takes none.)
-void report_filled(Report error, ...) {
-    va_list args;
-    va_start(args, error);
+/// Reports the error, its condition filled in.
+template <typename... Args>
+void report_filled(Report const& error, Args... args) {
     STR condition;
-    gen_vsprintf(&condition, error.condition, STL_ARGS(args));
-    va_end(args);
+    gen_sprintf(&condition, error.condition, args...);
     report({condition.c_str(), error.source, error.line});
 }
 
@@ -165,13 +161,17 @@ void GEN_DYN_FLAG_MANAGER::destroy_flag(GEN_DYN_FLAG const& flag) {
 
 void GEN_DYN_FLAG_MANAGER::get_usage_stats(int* used, int* dirty, int* clean) const {
     int ignored = 0; // MUTANT_EXCL_LINE: is set before it is read
-    for (int** const counter : {&used, &dirty, &clean}) {
-        if (*counter == nullptr)
-            *counter = &ignored;
-        **counter = 0;
-    }
+    int& used_slots = used != nullptr ? *used : ignored;
+    int& dirty_slots = dirty != nullptr ? *dirty : ignored;
+    int& clean_slots = clean != nullptr ? *clean : ignored;
+    used_slots = dirty_slots = clean_slots = 0;
     for (std::uint32_t i = 0; i < m_num_slots; ++i)
-        ++*(m_names[i] == nullptr ? clean : m_dirty[i] != 0 ? dirty : used);
+        if (m_names[i] == nullptr)
+            ++clean_slots;
+        else if (m_dirty[i] != 0)
+            ++dirty_slots;
+        else
+            ++used_slots;
 }
 
 STR GEN_DYN_FLAG_MANAGER::get_flag_name(GEN_DYN_FLAG const& flag) const {

@@ -114,9 +114,7 @@ STR gen_get_module_fullpath() {
 }
 
 STR gen_get_module_path() {
-    FIO_PATH path(gen_get_module_fullpath());
-    path.filename("");
-    return path.fullpath();
+    return FIO_PATH(gen_get_module_fullpath()).full_directory();
 }
 
 STR gen_get_module_filename() {

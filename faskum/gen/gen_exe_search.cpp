@@ -1,5 +1,7 @@
 #include "gen_exe_search.h"
 
+#include "gen_path_slash.h"
+
 #include <cstdlib>
 #include <string_view>
 #include <sys/stat.h>
@@ -43,8 +45,7 @@ STR find_executable_in_path(STR const& name) {
     STR result;
     if (root != nullptr && platform != nullptr) {
         result = root;
-        if (!result.ends_with('/'))
-            result += '/';
+        gen_end_with_slash(result);
         result.append(platform).append(1, '/').append(name);
         if (gen_file_exists(result))
             return result;

@@ -81,7 +81,7 @@ char const* const GEN_LEGAL_BANNER_ARRAY[12] = {
     "Read the agreement before you pass this file on; where it and ",
     "this notice differ, the agreement decides.",
 };
-std::int32_t const GEN_LEGAL_BANNER_ARRAY_SIZE = 12;
+std::int32_t const GEN_LEGAL_BANNER_ARRAY_SIZE = std::size(GEN_LEGAL_BANNER_ARRAY);
 
 char const* const GEN_LEGAL_TRADEMARK_ARRAY[7] = {
     "Dravik, the Dravik logo, korvane, the korvane logo and the ",
@@ -92,7 +92,7 @@ char const* const GEN_LEGAL_TRADEMARK_ARRAY[7] = {
     "owner's and is used only to tell which product is meant; ",
     "Dravik Corporation claims no right in it.",
 };
-std::int32_t const GEN_LEGAL_TRADEMARK_ARRAY_SIZE = 7;
+std::int32_t const GEN_LEGAL_TRADEMARK_ARRAY_SIZE = std::size(GEN_LEGAL_TRADEMARK_ARRAY);
 
 char const* const GEN_COPYRIGHT_WARNING_ARRAY[5] = {
     "This file is protected by copyright. Nobody may copy, change ",
@@ -101,7 +101,7 @@ char const* const GEN_COPYRIGHT_WARNING_ARRAY[5] = {
     "has agreed to it in writing or the law permits it.  ",
     "Dravik Corporation will defend its rights where it has to.",
 };
-std::int32_t const GEN_COPYRIGHT_WARNING_ARRAY_SIZE = 5;
+std::int32_t const GEN_COPYRIGHT_WARNING_ARRAY_SIZE = std::size(GEN_COPYRIGHT_WARNING_ARRAY);
 
 char const* const GEN_LEGAL_BSTRM_ENC_ARRAY[33] = {
     "This file carries a bitstream that is encrypted, or a key ",
@@ -138,4 +138,4 @@ char const* const GEN_LEGAL_BSTRM_ENC_ARRAY[33] = {
     "Your Dravik sales office answers questions about this notice ",
     "and about the protection of designs.",
 };
-std::int32_t const GEN_LEGAL_BSTRM_ENC_ARRAY_SIZE = 33;
+std::int32_t const GEN_LEGAL_BSTRM_ENC_ARRAY_SIZE = std::size(GEN_LEGAL_BSTRM_ENC_ARRAY);

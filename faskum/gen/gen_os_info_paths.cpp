@@ -20,13 +20,10 @@ STR put_in_front(char const* name, STR const& directory) {
 } // namespace
 
 bool gen_is_system_64bit() {
-    static bool computed = false;
-    static bool is_64bit = false;
-    if (!computed) {
+    static bool const is_64bit = [] {
         char const* const type = std::getenv("KORVANE_BIT_TYPE");
-        is_64bit = type != nullptr && std::strncmp(type, "64", 2) == 0;
-        computed = true;
-    }
+        return type != nullptr && std::strncmp(type, "64", 2) == 0;
+    }();
     return is_64bit;
 }
 

@@ -29,7 +29,7 @@ void gen_set_fio_find_library_paths_helper(STR const& paths, FIO_FIND** slot) {
     if (slot == nullptr)
         return;
     if (*slot == nullptr)
-        *slot = gen_make_owned<FIO_FIND>(paths);
+        *slot = new FIO_FIND(paths);
     else
         (*slot)->init(paths);
 }

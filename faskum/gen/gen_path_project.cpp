@@ -4,6 +4,7 @@
 #include "gen_owned.h"
 #include "gen_path_default.h"
 #include "gen_path_library.h"
+#include "gen_path_slash.h"
 
 #include <sys/stat.h>
 
@@ -61,8 +62,7 @@ STR gen_get_project_dir_path() {
 
 void gen_init_project_parablocks_path(FIO_PATH const& project_dir) {
     STR directory = project_dir.fullpath();
-    if (!directory.ends_with('/'))
-        directory += '/';
+    gen_end_with_slash(directory);
     directory += GEN_PROJECT_PARABLOCKS_DIR_NAME;
     directory += '/';
     gen_replace_owned(gen_project_parablocks_dir_path, directory);
@@ -110,10 +110,7 @@ void gen_set_project_output_directory(char const* dir) {
     }
     FIO_PATH path;
     path.cd(dir);
-    if (path.absolute())
-        path.become_simplified();
-    else
-        path.become_absolute("");
+    path.become_absolute("");
     gen_project_output_directory = path.fullpath();
 }
 

@@ -15,6 +15,7 @@
 #include "gen_load.h"
 #include "gen_open.h"
 #include "gen_owned.h"
+#include "gen_path_slash.h"
 #include "gen_report.h"
 
 char const* const GUI_PROFILE_NAME = "korvane_gui.profile";
@@ -37,6 +38,8 @@ std::ofstream* open_stream(STR const& path) {
         return nullptr;
     auto* stream = gen_make_owned<std::ofstream>();
     try {
+        // A stream opens no descriptor. This buffer does, and its file is moved to the stream's
+        // own.
         *stream->rdbuf() = __gnu_cxx::stdio_filebuf<char>(file, std::ios::out);
     } catch (std::bad_alloc const&) { // GCOVR_EXCL_BR_LINE: its buffer's, and no other
         // MUTANT_EXCL_LINE(without): a heap that is used up is found out below as well
@@ -53,12 +56,6 @@ std::ofstream* open_stream(STR const& path) {
 bool is_directory(STR const& path) {
     struct stat status;
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-/// Writes eight hexadecimal digits.
-void write_number(char* out, std::uint16_t number) {
-    for (std::size_t i = digit_count; i-- > 0; number = static_cast<std::uint16_t>(number >> 4))
-        out[i] = "0123456789abcdef"[number & 15];
 }
 
 } // namespace
@@ -84,12 +81,14 @@ STR gen_get_temp_filename(STR const& directory, STR const& prefix, unsigned shor
     path.base(STR(prefix.c_str()).substr(0, prefix_length) + STR(digit_count, '0'));
     path.extension(temp_extension, "");
     STR text = path.fullpath();
-    char* const digits = text.data() + text.size() - (sizeof temp_extension - 1) - digit_count;
+    std::size_t const digits_begin = text.size() - (sizeof temp_extension - 1) - digit_count;
 
     // Creating shows by itself whether a name is taken; asking first would only leave time for
     // somebody else to take it.
     for (std::uint32_t tried = 1;; ++tried) {
-        write_number(digits, next++);
+        char digits[digit_count + 1];
+        std::snprintf(digits, sizeof digits, "%08x", unsigned{next++});
+        text.replace(digits_begin, digit_count, digits);
         if (FIO_FILE_SYSTEM::touch(text))
             return text;
         if (tried == numbers_in_a_round) {
@@ -105,8 +104,7 @@ STR gen_get_user_profile_directory() {
     if (home == nullptr)
         return STR();
     STR directory = home;
-    if (!directory.ends_with('/'))
-        directory += '/';
+    gen_end_with_slash(directory);
     directory += ".dravik.korvane";
     // Looked for first: where nothing may be created, one that exists serves all the same. What is
     // in it is the user's alone, and its parents are not ours to make.

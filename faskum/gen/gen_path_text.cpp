@@ -3,6 +3,7 @@
 #include "fio_path.h"
 #include "gen_path_find.h"
 #include "gen_path_project.h"
+#include "gen_path_slash.h"
 #include "gen_report.h"
 
 #include <algorithm>
@@ -20,8 +21,7 @@ STR gen_get_relative_path_if_starts_with_project_dir(char const* path) {
     STR directory = gen_get_project_dir_path();
     if (!file.absolute() || directory.empty())
         return given;
-    if (!directory.ends_with('/'))
-        directory += '/';
+    gen_end_with_slash(directory);
     STR text = file.fullpath();
     return text.starts_with(directory) ? text.erase(0, directory.size()) : given;
 }

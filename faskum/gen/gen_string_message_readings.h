@@ -1,6 +1,7 @@
 #pragma once
 
-#include "gen_string_message_parts.h"
+#include "gen_string_message_insert.h"
+#include "stl.h"
 
 /// The expansion of a message as it is defined: by two readings of the format.
 ///

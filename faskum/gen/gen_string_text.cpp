@@ -7,22 +7,15 @@
 
 namespace {
 
-bool is_space(char character) {
-    return character == ' ';
-}
+constexpr std::string_view spaces = " ";
+constexpr std::string_view white_spaces = " \t\n\r";
 
-bool is_white_space(char character) {
-    return character == ' ' || character == '\t' || character == '\n' || character == '\r';
-}
-
-/// The part of @p s between what is trimmed off its ends.
-std::string_view inner(STR const& s, bool (&trimmed)(char)) {
-    std::string_view rest = s;
-    while (!rest.empty() && trimmed(rest.back()))
-        rest.remove_suffix(1);
-    while (!rest.empty() && trimmed(rest.front()))
-        rest.remove_prefix(1);
-    return rest;
+/// @p s without what is trimmed off its ends.
+std::string_view inner(std::string_view s, std::string_view trimmed) {
+    std::size_t const first = s.find_first_not_of(trimmed);
+    if (first == std::string_view::npos)
+        return {};
+    return s.substr(first, s.find_last_not_of(trimmed) - first + 1);
 }
 
 } // namespace
@@ -70,19 +63,19 @@ int gen_writeprivateprofilestring(char const*, char const*, char const*, char co
 }
 
 STR gen_remove_leading_and_trailing_spaces(STR const& s) {
-    return STR(inner(s, is_space));
+    return STR(inner(s, spaces));
 }
 
 void gen_remove_leading_and_trailing_spaces(STR const& s, STR* out) {
     if (out != nullptr)
-        *out = inner(s, is_space);
+        *out = inner(s, spaces);
 }
 
 STR gen_remove_leading_and_trailing_white_spaces(STR const& s) {
-    return STR(inner(s, is_white_space));
+    return STR(inner(s, white_spaces));
 }
 
 void gen_remove_leading_and_trailing_white_spaces(STR const& s, STR* out) {
     if (out != nullptr)
-        *out = inner(s, is_white_space);
+        *out = inner(s, white_spaces);
 }

@@ -3,6 +3,8 @@
 #include "gen_string_message.h"
 #include "gen_text_file.h"
 
+#include <utility>
+
 namespace {
 
 void put_commands(TextFile& file, STR const& heading, MEM_LIST<STR> const& commands) {
@@ -25,12 +27,9 @@ void GEN_UNDO_REDO_MGR::start_new_file(STR const& directory) {
 }
 
 void GEN_UNDO_REDO_MGR::begin_section(STR const& title) {
-    current.title = title;
-    current.description.clear();
-    current.undo_commands.clear();
-    current.undo_count = 0;
-    current.redo_commands.clear();
-    current.redo_count = 0;
+    GEN_UNDO_REDO_CLASS_INFO section;
+    section.title = title;
+    current = std::move(section);
 }
 
 void GEN_UNDO_REDO_MGR::add_description(STR const& text) {

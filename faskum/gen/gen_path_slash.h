@@ -1,0 +1,9 @@
+#pragma once
+
+#include "mem_alloc_sys.h"
+
+/// Appends the "/" that a directory lacks; "" becomes the root.
+inline void gen_end_with_slash(STR& directory) {
+    if (!directory.ends_with('/'))
+        directory += '/';
+}

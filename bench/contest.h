@@ -7,7 +7,6 @@
 /// has to reach stand in targets.txt under the work's name.
 
 #include <benchmark/benchmark.h>
-
 #include <cstddef>
 #include <random>
 #include <string>

@@ -1,7 +1,6 @@
-#include "gen_path.h"
-
 #include "contest.h"
 #include "gen_exe.h"
+#include "gen_path.h"
 
 #ifdef BENCH_LIBRARY_PEERS
 #include <absl/container/flat_hash_map.h>

@@ -8,17 +8,17 @@
 // - `env` and `text fold --locale`, which keep what they are given for as long as the process
 // lives.
 
+#include "query.h"
+
 #include "fuzz_input.h"
 #include "gen_exe.h"
 #include "input.h"
 #include "lookup.h"
 #include "mem.h"
-#include "query.h"
 #include "scratch_directory.h"
 
-#include <nlohmann/json.hpp>
-
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <utility>
 #include <vector>
 

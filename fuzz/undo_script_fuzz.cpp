@@ -1,9 +1,10 @@
 // Scripts of undo and redo commands: what is committed is what the script says.
 
+#include "undo_script.h"
+
 #include "fuzz_input.h"
 #include "input.h"
 #include "scratch_directory.h"
-#include "undo_script.h"
 
 #include <cstdio>
 #include <fstream>

@@ -2,11 +2,11 @@
 
 /// What gen asks of the file system. Every string with an embedded NUL names nothing.
 
-#include <cstdint>
-
 #include "fio_path.h"
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
+
+#include <cstdint>
 
 /// One match of a directory search.
 struct _finddata_t {

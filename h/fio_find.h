@@ -2,12 +2,12 @@
 
 /// A list of directories to look files up in.
 
-#include <cstddef>
-#include <string_view>
-
 #include "fio_path.h"
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
+
+#include <cstddef>
+#include <string_view>
 
 /// An ordered list of directories, built from a path-list string or from paths.
 ///

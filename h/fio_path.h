@@ -2,13 +2,13 @@
 
 /// A path as a value: directory, base name and extension of one string.
 
-#include <cstddef>
-#include <string_view>
-#include <utility>
-
 #include "fio_type.h"
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
+
+#include <cstddef>
+#include <string_view>
+#include <utility>
 
 /// A path parsed into directory, base name and extension.
 ///

@@ -2,9 +2,9 @@
 
 /// Histogram bins: counting real-valued items into bins of equal width over a closed range.
 
-#include <cstdint>
-
 #include "korvane_export.h"
+
+#include <cstdint>
 
 /// Counts items into a fixed number of equal-width bins from `low` to `high`.
 ///

@@ -4,11 +4,11 @@
 /// functions, "LOGICAL_AND(EQUAL_TO(HPATH(|top|a),BUS(1)),TIME_GT(10ns))". Nothing is evaluated.
 /// docs/condition-language.md is the language itself, with every diagnostic.
 
-#include <cstddef>
-#include <cstdint>
-
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
+
+#include <cstddef>
+#include <cstdint>
 
 /// What a token is. The values are fixed: 3 to 7 are the operators that part a range of tokens.
 enum BP_TOKEN_TYPE : std::int32_t {

@@ -17,10 +17,10 @@
 ///
 /// All state is gen's own and process-wide: one thread at a time, whichever language it runs.
 
+#include "korvane_export.h"
+
 #include <stddef.h>
 #include <stdint.h>
-
-#include "korvane_export.h"
 
 #ifdef __cplusplus
 extern "C" {

@@ -10,10 +10,10 @@
 /// Internal errors are reported for "gen_dyn_flag". Nothing here is synchronised: a manager belongs
 /// to one thread at a time.
 
-#include <cstdint>
-
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
+
+#include <cstdint>
 
 class GEN_DYN_FLAG_MANAGER;
 

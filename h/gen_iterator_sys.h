@@ -2,10 +2,10 @@
 
 /// Iteration over the values of an enumeration.
 
+#include "err_report.h"
+
 #include <iterator>
 #include <type_traits>
-
-#include "err_report.h"
 
 /// Walks the closed range from one enumerator to another, every value between them included.
 ///

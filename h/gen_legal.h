@@ -6,10 +6,10 @@
 /// do-not-edit warning also as comment lines behind a leader of the caller's choice. The lines end
 /// in blanks where the paragraph needs a space; they contain no line ends.
 
-#include <cstdint>
-
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
+
+#include <cstdint>
 
 /// The terms under which the suite, its library functions and its output files may be used; lines
 /// of at most 63 characters. Behind it their number.

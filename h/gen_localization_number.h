@@ -2,9 +2,9 @@
 
 /// The neutral twins that read and write integers (LC_NUMERIC).
 
-#include <cstdint>
-
 #include "korvane_export.h"
+
+#include <cstdint>
 
 /// The number that a string begins with; 0 where it begins with none. A null string is reported as
 /// "text != NULL"; it gives 0 and a null end. A radix of 0 goes by the prefix, 0x or 0; one that is

@@ -2,9 +2,9 @@
 
 /// The neutral twins of time formatting (LC_TIME).
 
-#include <ctime>
-
 #include "korvane_export.h"
+
+#include <ctime>
 
 /// Formats @p time into @p string of @p size bytes; the length without the end, 0 when it does not
 /// fit. A null @p format or @p time is reported as "format != NULL" or "time != NULL" and gives 0.

@@ -2,12 +2,12 @@
 
 /// The process-wide cache of what lookups by name answered.
 
-#include <cstddef>
-#include <cstring>
-
 #include "fio_path.h"
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
+
+#include <cstddef>
+#include <cstring>
 
 /// Hash and equality of strings up to their terminator, letter case kept apart.
 struct STL_CASE_SENSITIVE_HASH_COMPARE {

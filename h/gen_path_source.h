@@ -3,12 +3,12 @@
 /// Searches for the design-entry tools: the file that an include directive means, and the source
 /// files of a design unit.
 
-#include <utility>
-
 #include "fio.h"
 #include "gen_path_library.h"
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
+
+#include <utility>
 
 /// A source file and the group that supplied it.
 using GEN_SOURCE_CANDIDATE = std::pair<GEN_LIBRARY_PATHS_ENUM, FIO_PATH>;

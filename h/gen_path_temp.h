@@ -3,10 +3,10 @@
 /// Files of this run and of this user: temporary files, the user's settings directory, and the
 /// profile of the graphical shell.
 
-#include <iosfwd>
-
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
+
+#include <iosfwd>
 
 /// The directory for temporary files, ending in "/": "/var/tmp/" where that exists, else "/tmp/".
 /// No environment variable has a say. Where neither exists it reports an internal error and gives

@@ -2,10 +2,10 @@
 
 /// Names made safe, checksums, table sizes and random numbers. No locale takes part.
 
+#include "korvane_export.h"
+
 #include <cstddef>
 #include <cstdint>
-
-#include "korvane_export.h"
 
 /// Makes @p name one of characters that are safe in identifiers and file names: cuts the spaces at
 /// its end and replaces each of these, in place. Every other byte is kept; an empty name and a null

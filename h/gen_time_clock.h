@@ -9,11 +9,11 @@
 /// The strings of local time go through localtime() and asctime(), whose results of earlier calls
 /// they overwrite: they are for one thread at a time.
 
-#include <cstdint>
-#include <iosfwd>
-
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
+
+#include <cstdint>
+#include <iosfwd>
 
 /// Milliseconds since an arbitrary point, in multiples of a clock tick. Only the difference of
 /// nearby readings means something: the count restarts when the ticks times 1000 pass 32 bits, at

@@ -12,10 +12,10 @@
 /// The short names are case-sensitive. Values are not converted here: the product of a period in
 /// one unit and a frequency in another is off by ten to the sum of the two magnitudes.
 
-#include <cstdint>
-
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
+
+#include <cstdint>
 
 struct GEN_TIME_UNIT_DATA;
 struct GEN_TIME_FREQ_DATA;

@@ -3,11 +3,11 @@
 /// Undo and redo commands of a host editor, collected by edit and written as a text file for
 /// people. Nothing here executes a command or reads the file back.
 
-#include <cstdint>
-
 #include "fio_path.h"
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
+
+#include <cstdint>
 
 /// One section of the file: the commands that undo and redo one edit. Entries are strings ready to
 /// be written, in the order in which they were added.

@@ -2,6 +2,8 @@
 
 /// The containers of the suite over its tracked allocator.
 
+#include "mem_manager.h"
+
 #include <cstddef>
 #include <functional>
 #include <limits>
@@ -10,8 +12,6 @@
 #include <unordered_map>
 #include <utility>
 #include <vector>
-
-#include "mem_manager.h"
 
 /// A stateless allocator over MEM_MANAGER. All instances are equal, so that containers may be
 /// swapped and moved freely, also between the libraries of the suite.

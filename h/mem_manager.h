@@ -2,14 +2,14 @@
 
 /// Tracked allocation: what the containers of mem_alloc_sys.h stand on.
 
+#include "korvane_export.h"
+
 #include <atomic>
 #include <cerrno>
 #include <cstddef>
 #include <cstdlib>
 #include <malloc.h>
 #include <sys/single_threaded.h>
-
-#include "korvane_export.h"
 
 /// Whom an allocation is for; named when it fails. gen's containers carry the identity 1255.
 struct MEM_TRACKER_THUNK {

@@ -6,15 +6,15 @@
 /// address of the caller's va_list object, which must live as long as the arguments are in use. A
 /// null pointer stands for "no arguments": conversions then print nothing.
 
+#include "korvane_export.h"
+#include "mem_alloc_sys.h"
+#include "stl_format.h"
+
 #include <cerrno>
 #include <cstdarg>
 #include <cstddef>
 #include <cstdint>
 #include <type_traits>
-
-#include "korvane_export.h"
-#include "mem_alloc_sys.h"
-#include "stl_format.h"
 
 /// Turns a va_list into the pointer that the functions here, and every `char* args` of the suite,
 /// take. Works for a local va_list and for one that was received as a parameter.

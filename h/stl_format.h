@@ -2,12 +2,12 @@
 
 /// What printf makes of one argument.
 
-#include <cstdint>
-#include <cstring>
-
 #include "korvane_export.h"
 #include "stl_conversion.h"
 #include "stl_text.h"
+
+#include <cstdint>
+#include <cstring>
 
 /// One argument. Which member it is goes by its STL_ARGUMENT; those without a member are a word.
 union STL_VALUE {

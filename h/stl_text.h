@@ -2,13 +2,13 @@
 
 /// A string in the making.
 
+#include "korvane_export.h"
+#include "mem_alloc_sys.h"
+
 #include <charconv>
 #include <cstddef>
 #include <cstring>
 #include <limits>
-
-#include "korvane_export.h"
-#include "mem_alloc_sys.h"
 
 /// Characters go straight into a block of its own, and into tracked memory only once they no longer
 /// fit there: a string of usual length is allocated once, at its size, by whoever it is handed to.

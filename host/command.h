@@ -2,14 +2,14 @@
 
 /// How a family adds its subcommands to gen_query.
 
+#include "answer.h"
+#include "option.h"
+
 #include <functional>
 #include <list>
 #include <memory>
 #include <string_view>
 #include <utility>
-
-#include "answer.h"
-#include "option.h"
 
 /// What the process ends with.
 enum Status : int {

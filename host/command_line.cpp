@@ -5,7 +5,6 @@
 #include "suggestion.h"
 
 #include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <cstring>
 #include <iterator>

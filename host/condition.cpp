@@ -1,9 +1,8 @@
 #include "command.h"
-#include "input.h"
-#include "reports.h"
-
 #include "condition_tree.h"
 #include "gen_bp_parser.h"
+#include "input.h"
+#include "reports.h"
 
 #include <array>
 

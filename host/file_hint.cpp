@@ -1,15 +1,15 @@
 #include "file_hint.h"
 
+#include "gen_path.h"
+#include "gen_string_compare.h"
+#include "lookup.h"
+#include "suggestion.h"
+
 #include <algorithm>
 #include <climits>
 #include <filesystem>
 #include <string>
 #include <tuple>
-
-#include "gen_path.h"
-#include "gen_string_compare.h"
-#include "lookup.h"
-#include "suggestion.h"
 
 namespace fs = std::filesystem;
 

@@ -1,6 +1,7 @@
 #include "command.h"
 #include "file_hint.h"
 #include "file_list.h"
+#include "gen_path.h"
 #include "lookup.h"
 #include "project_options.h"
 #include "simulator_list.h"
@@ -8,8 +9,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <set>
-
-#include "gen_path.h"
 
 namespace fs = std::filesystem;
 

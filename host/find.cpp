@@ -1,10 +1,9 @@
 #include "batch.h"
 #include "command.h"
 #include "file_hint.h"
+#include "gen_path.h"
 #include "lookup.h"
 #include "project_options.h"
-
-#include "gen_path.h"
 
 namespace {
 

@@ -1,8 +1,7 @@
 #include "command.h"
+#include "gen_dyn_flag.h"
 #include "input.h"
 #include "reports.h"
-
-#include "gen_dyn_flag.h"
 
 #include <charconv>
 #include <cstdio>

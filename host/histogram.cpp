@@ -1,9 +1,8 @@
 #include "command.h"
+#include "gen_bindata.h"
 #include "input.h"
 #include "number_stream.h"
 #include "reports.h"
-
-#include "gen_bindata.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,4 @@
 #include "command.h"
-
 #include "gen_exe.h"
 #include "gen_iterator_sys.h"
 #include "gen_path.h"

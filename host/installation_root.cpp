@@ -1,11 +1,11 @@
 #include "installation_root.h"
 
+#include "gen_exe.h"
+#include "lookup.h"
+
 #include <cstdlib>
 #include <filesystem>
 #include <utility>
-
-#include "gen_exe.h"
-#include "lookup.h"
 
 namespace fs = std::filesystem;
 

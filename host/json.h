@@ -2,12 +2,12 @@
 
 /// JSON in and out.
 
+#include "answer.h"
+
 #include <cstdio>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "answer.h"
 
 /// Writes the answer as one JSON object, with the remarks as a member "error" if the answer is none
 /// to be glad of. json_text.h says what becomes of bytes that are not UTF-8.

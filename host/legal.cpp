@@ -1,5 +1,4 @@
 #include "command.h"
-
 #include "gen_legal.h"
 
 #include <optional>

@@ -2,13 +2,13 @@
 
 /// What the subcommands that look files up share: how they show what a lookup checks.
 
-#include <initializer_list>
-#include <string>
-#include <vector>
-
 #include "answer.h"
 #include "lookup_watch.h"
 #include "option.h"
+
+#include <initializer_list>
+#include <string>
+#include <vector>
 
 /// A string of gen as one of the host's, and the other way round.
 inline std::string host_text(STR const& text) {

@@ -1,5 +1,4 @@
 #include "command.h"
-
 #include "gen_os_info.h"
 
 namespace {

@@ -1,7 +1,6 @@
 #include "command.h"
-#include "message_inserts.h"
-
 #include "gen_string_message.h"
+#include "message_inserts.h"
 
 #include <clocale>
 #include <cstdlib>

@@ -1,12 +1,11 @@
 #include "command.h"
-#include "lookup.h"
-#include "project_options.h"
-#include "temporary_file.h"
-
 #include "fio.h"
 #include "gen_path_project.h"
 #include "gen_path_temp.h"
 #include "gen_path_tools.h"
+#include "lookup.h"
+#include "project_options.h"
+#include "temporary_file.h"
 
 namespace {
 

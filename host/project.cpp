@@ -1,8 +1,7 @@
 #include "command.h"
+#include "gen_path.h"
 #include "lookup.h"
 #include "project_options.h"
-
-#include "gen_path.h"
 
 namespace {
 

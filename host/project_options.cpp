@@ -1,9 +1,9 @@
 #include "project_options.h"
 
-#include <filesystem>
-
 #include "gen_path.h"
 #include "lookup.h"
+
+#include <filesystem>
 
 namespace {
 

@@ -2,11 +2,11 @@
 
 /// The internal errors that gen reports while a subcommand asks it, kept for the answer.
 
+#include "err_report.h"
+
 #include <cstddef>
 #include <string>
 #include <vector>
-
-#include "err_report.h"
 
 /// Keeps, from construction to destruction, what would go to standard error. One at a time.
 class Reports {

@@ -1,11 +1,10 @@
 #include "batch.h"
 #include "command.h"
 #include "file_hint.h"
+#include "gen_path.h"
 #include "lookup.h"
 #include "project_options.h"
 #include "simulator_list.h"
-
-#include "gen_path.h"
 
 #include <algorithm>
 #include <filesystem>

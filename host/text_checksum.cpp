@@ -1,7 +1,6 @@
-#include "text.h"
-
 #include "gen_string_checksum.h"
 #include "input.h"
+#include "text.h"
 
 #include <cinttypes>
 #include <cstring>

@@ -1,6 +1,5 @@
-#include "text.h"
-
 #include "gen_localization.h"
+#include "text.h"
 
 #include <cctype>
 #include <clocale>

@@ -1,7 +1,6 @@
-#include "text.h"
-
 #include "gen_string_compare.h"
 #include "gen_string_lex.h"
+#include "text.h"
 
 namespace {
 

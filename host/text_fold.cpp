@@ -1,7 +1,6 @@
-#include "text.h"
-
 #include "batch.h"
 #include "gen_string_fold.h"
+#include "text.h"
 
 #include <clocale>
 

@@ -1,6 +1,5 @@
-#include "text.h"
-
 #include "gen_string_checksum.h"
+#include "text.h"
 
 namespace {
 

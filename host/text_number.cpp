@@ -1,7 +1,6 @@
-#include "text.h"
-
 #include "gen_string_number.h"
 #include "integer_reading.h"
+#include "text.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
-#include "text.h"
-
 #include "batch.h"
 #include "gen_string_checksum.h"
+#include "text.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
-#include "text.h"
-
 #include "gen_string_lex.h"
 #include "input.h"
+#include "text.h"
 
 #include <algorithm>
 

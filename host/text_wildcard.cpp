@@ -1,7 +1,6 @@
-#include "text.h"
-
 #include "batch.h"
 #include "gen_string_wildcard.h"
+#include "text.h"
 #include "wildcard_match.h"
 
 namespace {

@@ -1,5 +1,4 @@
 #include "command.h"
-
 #include "gen_time.h"
 
 #include <algorithm>

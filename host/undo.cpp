@@ -1,9 +1,8 @@
 #include "command.h"
+#include "fio_path.h"
 #include "input.h"
 #include "lookup.h"
 #include "undo_script.h"
-
-#include "fio_path.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -2,11 +2,11 @@
 
 /// Scripts of undo and redo commands, as `gen_query undo` reads them.
 
+#include "gen_undo_redo.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "gen_undo_redo.h"
 
 /// One section of a script.
 struct UndoSection {

@@ -1,5 +1,4 @@
 #include "command.h"
-
 #include "gen_time_unit.h"
 
 namespace {

@@ -1,12 +1,11 @@
 #include "verilog_includes.h"
 
+#include "gen_path.h"
 #include "input.h"
 #include "lookup.h"
 
 #include <algorithm>
 #include <filesystem>
-
-#include "gen_path.h"
 
 namespace fs = std::filesystem;
 

@@ -1,5 +1,4 @@
 #include "command.h"
-
 #include "gen_exe.h"
 #include "mem.h"
 

@@ -2,9 +2,9 @@
 
 /// Directory strings that a file name can be appended to. Private to the file-I/O library.
 
-#include <string_view>
-
 #include "mem_alloc_sys.h"
+
+#include <string_view>
 
 /// Appends the "/" that a directory string lacks; the empty string stays empty.
 void fio_end_with_slash(STR& directory);

@@ -3,9 +3,9 @@
 /// Whether something exists: the checks of searches, which an observer sees, and others.
 /// Private to the file-I/O library.
 
-#include <string_view>
-
 #include "fio_observer.h"
+
+#include <string_view>
 
 /// The system would read all of the name. It reads no further than an embedded NUL, and would
 /// answer for another file.

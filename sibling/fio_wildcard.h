@@ -2,9 +2,9 @@
 
 /// Names in a directory that match a wildcard pattern. Private to the file-I/O library.
 
-#include <string_view>
-
 #include "mem_alloc_sys.h"
+
+#include <string_view>
 
 /// "*" stands for any run of bytes, "?" for one byte, everything else for itself.
 bool fio_matches_wildcard(std::string_view name, std::string_view pattern);

@@ -1,7 +1,6 @@
 /// The C interface without memory: no result is half written, and what there was is kept.
 
 #include "allocation_failure.h"
-
 #include "allocation_ground.h"
 #include "gen_c.h"
 

@@ -1,7 +1,6 @@
 /// Conditions, undo files, flags and histograms without memory.
 
 #include "allocation_failure.h"
-
 #include "allocation_ground.h"
 #include "gen_bindata.h"
 #include "gen_bp_parser.h"

@@ -1,7 +1,6 @@
 /// Paths as values, lists of directories and the file system without memory.
 
 #include "allocation_failure.h"
-
 #include "allocation_ground.h"
 #include "fio.h"
 

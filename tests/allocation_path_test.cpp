@@ -1,7 +1,6 @@
 /// Paths and look-ups without memory.
 
 #include "allocation_failure.h"
-
 #include "allocation_ground.h"
 #include "gen_path.h"
 #include "gen_string_number.h"

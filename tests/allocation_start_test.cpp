@@ -1,7 +1,6 @@
 /// Start-up, the process and its environment without memory.
 
 #include "allocation_failure.h"
-
 #include "allocation_ground.h"
 #include "failing_heap.h"
 #include "gen_exe.h"

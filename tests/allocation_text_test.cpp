@@ -1,7 +1,6 @@
 /// Strings, messages, the locale, time and the machine without memory.
 
 #include "allocation_failure.h"
-
 #include "allocation_ground.h"
 #include "err_report.h"
 #include "gen_exe.h"

@@ -1,7 +1,6 @@
 /// The names of the tools' files without memory.
 
 #include "allocation_failure.h"
-
 #include "allocation_ground.h"
 #include "gen_path.h"
 

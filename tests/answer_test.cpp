@@ -1,13 +1,11 @@
-#include "json.h"
-
 #include "effort.h"
+#include "json.h"
 #include "json_text.h"
 #include "mem_alloc_sys.h"
 
 #include <cstdlib>
-#include <random>
-
 #include <gtest/gtest.h>
+#include <random>
 
 namespace {
 

@@ -5,10 +5,9 @@
 #include "system_trouble.h"
 #include "temp_directory.h"
 
+#include <climits>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <climits>
 #include <sys/stat.h>
 #include <unistd.h>
 

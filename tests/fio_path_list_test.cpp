@@ -1,8 +1,7 @@
 // How a path list is taken apart.
 
-#include "fio_find.h"
-
 #include "environment.h"
+#include "fio_find.h"
 #include "library_texts.h"
 #include "temp_directory.h"
 

@@ -1,13 +1,11 @@
 // Paths that go elsewhere: into a directory, into their simple form, to an absolute place.
 
-#include "fio_path.h"
-
 #include "environment.h"
+#include "fio_path.h"
 #include "plain_path.h"
 #include "temp_directory.h"
 
 #include <gtest/gtest.h>
-
 #include <random>
 #include <unistd.h>
 

@@ -1,8 +1,7 @@
 // Names that match a pattern, as a search object delivers them.
 
-#include "fio_find.h"
-
 #include "environment.h"
+#include "fio_find.h"
 #include "library_texts.h"
 #include "temp_directory.h"
 

@@ -2,9 +2,8 @@
 
 /// What the tests of histograms share.
 
-#include "gen_bindata.h"
-
 #include "error_recorder.h"
+#include "gen_bindata.h"
 
 #include <cmath>
 #include <cstdint>

@@ -3,11 +3,10 @@
 #include "effort.h"
 #include "gen_bindata_fixture.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <bit>
 #include <cmath>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <random>
 
 using testing::AllOf;

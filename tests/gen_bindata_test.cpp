@@ -4,11 +4,10 @@
 #include "gen_bindata_fixture.h"
 #include "mem_alloc_sys.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <cstring>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <random>
 #include <type_traits>
 #include <vector>

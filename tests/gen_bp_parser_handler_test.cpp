@@ -1,14 +1,12 @@
 // What a handler of internal errors may do while a condition is rewritten, and strings of the
 // parser's own as the expression.
 
+#include "error_recorder.h"
 #include "gen_bp_parser.h"
 
-#include "error_recorder.h"
-
+#include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <functional>
 
 using testing::AllOf;
 using testing::Each;

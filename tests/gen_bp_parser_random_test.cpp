@@ -1,13 +1,11 @@
-#include "gen_bp_parser.h"
-
 #include "effort.h"
 #include "error_recorder.h"
+#include "gen_bp_parser.h"
 #include "plain/plain_condition.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,6 +1,5 @@
-#include "gen_bp_parser.h"
-
 #include "error_recorder.h"
+#include "gen_bp_parser.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

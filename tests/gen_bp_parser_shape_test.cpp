@@ -1,10 +1,8 @@
-#include "gen_bp_parser.h"
-
 #include "effort.h"
 #include "err_report.h"
+#include "gen_bp_parser.h"
 
 #include <gtest/gtest.h>
-
 #include <pthread.h>
 
 namespace {

@@ -6,7 +6,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <type_traits>
 
 using testing::AllOf;

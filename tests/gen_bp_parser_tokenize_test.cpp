@@ -1,10 +1,8 @@
-#include "gen_bp_parser.h"
-
 #include "error_recorder.h"
+#include "gen_bp_parser.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <utility>
 
 using testing::ElementsAre;

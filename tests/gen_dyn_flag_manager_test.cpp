@@ -1,16 +1,14 @@
-#include "gen_dyn_flag.h"
-
 #include "flag_recorder.h"
+#include "gen_dyn_flag.h"
 #include "mem_alloc_sys.h"
 #include "run_program.h"
 #include "sanitizer.h"
 #include "test_directories.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <cstring>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <string>
 #include <type_traits>
 #include <vector>

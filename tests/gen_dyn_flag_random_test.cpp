@@ -1,12 +1,10 @@
-#include "gen_dyn_flag.h"
-
 #include "effort.h"
 #include "flag_recorder.h"
+#include "gen_dyn_flag.h"
 #include "plain_dyn_flag.h"
 
-#include <gtest/gtest.h>
-
 #include <array>
+#include <gtest/gtest.h>
 #include <random>
 #include <string>
 

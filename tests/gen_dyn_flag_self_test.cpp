@@ -1,14 +1,12 @@
-#include "gen_dyn_flag.h"
-
 #include "environment.h"
 #include "err_report.h"
 #include "flag_recorder.h"
+#include "gen_dyn_flag.h"
 #include "temp_directory.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <filesystem>
 #include <string>
 
 using testing::ElementsAre;

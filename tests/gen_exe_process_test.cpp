@@ -1,5 +1,4 @@
 #include "gen_exe.h"
-
 #include "mem.h"
 #include "run_program.h"
 #include "test_directories.h"

@@ -1,17 +1,15 @@
-#include "gen_exe.h"
-
 #include "environment.h"
 #include "fio_file_system.h"
+#include "gen_exe.h"
 #include "temp_directory.h"
 
 #include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace {
 

@@ -14,13 +14,12 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <map>
 #include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 using testing::IsEmpty;
 

@@ -6,10 +6,9 @@
 #include "test_directories.h"
 
 #include <filesystem>
-#include <sstream>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sstream>
 
 namespace {
 

@@ -1,10 +1,9 @@
 // How the twins follow the base name, keep their locales apart from the process's, and let go of
 // them.
 
-#include "gen_localization_fixture.h"
-
 #include "environment.h"
 #include "err_report.h"
+#include "gen_localization_fixture.h"
 #include "run_program.h"
 #include "test_directories.h"
 

@@ -1,14 +1,12 @@
-#include "gen_localization_fixture.h"
-
 #include "error_recorder.h"
+#include "gen_localization_fixture.h"
+#include "gen_string_fold.h"
 
 #include <climits>
 #include <ctype.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <wctype.h>
-
-#include "gen_string_fold.h"
 
 using testing::ElementsAre;
 

@@ -1,8 +1,7 @@
 // The quick reading of short decimals must be strtod to the last bit.
 
-#include "gen_localization.h"
-
 #include "effort.h"
+#include "gen_localization.h"
 #include "gen_localization_reading.h"
 
 #include <cfenv>

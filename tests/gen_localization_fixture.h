@@ -1,7 +1,6 @@
 #pragma once
 
 #include "gen_localization.h"
-
 #include "test_locale.h"
 
 #include <clocale>

@@ -1,6 +1,5 @@
-#include "gen_localization_fixture.h"
-
 #include "error_recorder.h"
+#include "gen_localization_fixture.h"
 
 #include <cerrno>
 #include <cstdlib>

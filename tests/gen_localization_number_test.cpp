@@ -1,8 +1,7 @@
-#include "gen_localization_fixture.h"
-#include "gen_localization_reading.h"
-
 #include "effort.h"
 #include "error_recorder.h"
+#include "gen_localization_fixture.h"
+#include "gen_localization_reading.h"
 
 #include <bit>
 #include <cerrno>

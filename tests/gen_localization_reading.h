@@ -4,14 +4,13 @@
 
 #include "gen_localization.h"
 
-#include <gtest/gtest.h>
-
 #include <bit>
 #include <cerrno>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <gtest/gtest.h>
 #include <string>
 
 /// All that a conversion gives: the number to the bit, how far it read, and errno.

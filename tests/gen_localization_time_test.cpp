@@ -1,7 +1,6 @@
-#include "gen_localization_fixture.h"
-
 #include "environment.h"
 #include "error_recorder.h"
+#include "gen_localization_fixture.h"
 
 #include <cstring>
 #include <ctime>

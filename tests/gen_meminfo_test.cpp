@@ -8,11 +8,10 @@
 #include "temp_directory.h"
 #include "test_directories.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <dlfcn.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/mman.h>
 
 using testing::AnyOf;

@@ -6,9 +6,8 @@
 #include "system_trouble.h"
 #include "temp_directory.h"
 
-#include <gtest/gtest.h>
-
 #include <cerrno>
+#include <gtest/gtest.h>
 #include <sstream>
 #include <sys/sysinfo.h>
 #include <sys/utsname.h>

@@ -4,10 +4,9 @@
 #include "in_child.h"
 #include "temp_directory.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <cstring>
+#include <gtest/gtest.h>
 #include <malloc.h>
 #include <utility>
 #include <vector>

@@ -1,17 +1,15 @@
 // Arguments that are gen's own strings, or those of another argument: the answer is the one that a
 // copy of the string gets, whatever happens to the string on the way.
 
-#include "gen_path.h"
-
 #include "err_report.h"
+#include "gen_path.h"
 #include "gen_path_fixture.h"
 #include "mem.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <memory>
 #include <utility>
 

@@ -3,16 +3,14 @@
 
 #include "gen_path_cache.h"
 #include "gen_path_find.h"
-#include "gen_path_source.h"
-
 #include "gen_path_fixture.h"
+#include "gen_path_source.h"
 #include "in_child.h"
 #include "lookup_order.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <climits>
+#include <gtest/gtest.h>
 #include <random>
 #include <unistd.h>
 

@@ -1,18 +1,16 @@
 // Whatever a tree looks like, gen finds what a plain lookup finds: one that writes the order of
 // directories down as a list and asks std::filesystem.
 
-#include "gen_path_find.h"
-#include "gen_path_source.h"
-
 #include "effort.h"
+#include "gen_path_find.h"
 #include "gen_path_fixture.h"
+#include "gen_path_source.h"
 #include "lookup_order.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <random>
 
 namespace {

@@ -6,10 +6,9 @@
 #include "temp_directory.h"
 #include "test_directories.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <algorithm>
 #include <sstream>
 
 using testing::ElementsAre;

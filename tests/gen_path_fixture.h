@@ -3,16 +3,15 @@
 /// The ground that path tests stand on: an installation and a project of their own, and the
 /// library's path state put back afterwards.
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 #include "environment.h"
 #include "gen_exe.h"
 #include "gen_path.h"
 #include "library_texts.h"
 #include "temp_directory.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
 /// All path state as it is when the library has just been loaded.
 inline void forget_path_state() {

@@ -4,10 +4,9 @@
 #include "gen_path_fixture.h"
 #include "lookup_order.h"
 
+#include <climits>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <climits>
 
 using testing::AllOf;
 using testing::ElementsAre;

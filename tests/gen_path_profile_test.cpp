@@ -1,9 +1,11 @@
 // The profile of the graphical shell, in the database directory.
 
-#include "gen_path_temp.h"
-
 #include "error_recorder.h"
+#include "gen_path_library.h"
+#include "gen_path_project.h"
+#include "gen_path_temp.h"
 #include "in_child.h"
+#include "mem.h"
 #include "system_trouble.h"
 #include "temp_directory.h"
 
@@ -13,10 +15,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include "gen_path_library.h"
-#include "gen_path_project.h"
-#include "mem.h"
 
 namespace {
 

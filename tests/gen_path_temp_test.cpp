@@ -3,6 +3,7 @@
 #include "environment.h"
 #include "error_recorder.h"
 #include "in_child.h"
+#include "mem.h"
 #include "private_mounts.h"
 #include "temp_directory.h"
 
@@ -18,8 +19,6 @@
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
-
-#include "mem.h"
 
 namespace {
 

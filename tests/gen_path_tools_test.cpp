@@ -1,15 +1,15 @@
 #include "gen_path_tools.h"
 
+#include "gen_exe.h"
+#include "gen_path_library.h"
+#include "gen_path_project.h"
+#include "mem.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <set>
 #include <string>
 #include <vector>
-
-#include "gen_exe.h"
-#include "gen_path_library.h"
-#include "gen_path_project.h"
-#include "mem.h"
 
 namespace {
 

@@ -6,12 +6,10 @@
 #include "test_directories.h"
 
 #include <algorithm>
-#include <random>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
+#include <random>
 
 namespace {
 

@@ -7,10 +7,8 @@
 
 #include <filesystem>
 #include <fstream>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
 
 using testing::ElementsAre;

@@ -5,9 +5,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
-
 #include <string>
 #include <vector>
 

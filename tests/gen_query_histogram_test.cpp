@@ -4,12 +4,10 @@
 #include "terminal.h"
 #include "test_directories.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
-
-#include <algorithm>
 #include <string>
 #include <vector>
 

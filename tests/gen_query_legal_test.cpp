@@ -1,13 +1,10 @@
+#include "gen_legal.h"
 #include "gen_query.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
-
 #include <span>
-
-#include "gen_legal.h"
 
 using testing::HasSubstr;
 

@@ -3,10 +3,9 @@
 #include "gen_query.h"
 #include "system_trouble.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <sstream>
 

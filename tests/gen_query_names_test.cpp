@@ -5,14 +5,12 @@
 #include "temp_directory.h"
 #include "test_directories.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <nlohmann/json.hpp>
-
 #include <algorithm>
 #include <cstdio>
 #include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 #include <unistd.h>
 
 using testing::ElementsAre;

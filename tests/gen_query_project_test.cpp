@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <fstream>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

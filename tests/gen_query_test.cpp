@@ -1,16 +1,15 @@
 // What every subcommand of gen_query has in common, and the ones that have no test of their own.
 
-#include "gen_exe.h"
+#include "gen_query.h"
 
 #include "effort.h"
 #include "environment.h"
-#include "gen_query.h"
+#include "gen_exe.h"
 #include "gen_string_lex.h"
 #include "temp_directory.h"
 #include "test_directories.h"
 
 #include <algorithm>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

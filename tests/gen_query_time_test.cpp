@@ -3,7 +3,6 @@
 #include "test_directories.h"
 
 #include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
 
 TEST(GenQueryTime, NowIsTheClocks) {

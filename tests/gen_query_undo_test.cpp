@@ -3,12 +3,10 @@
 #include "private_mounts.h"
 #include "temp_directory.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
-
-#include <filesystem>
 #include <string>
 #include <sys/stat.h>
 #include <vector>

@@ -1,7 +1,6 @@
 #include "gen_query.h"
 
 #include <gtest/gtest.h>
-
 #include <nlohmann/json.hpp>
 
 TEST(GenQueryUnits, ListsBothTables) {

@@ -1,16 +1,14 @@
 // Arguments that are each other's objects, or exported ones: every function of strings answers as
 // it does for copies.
 
-#include "gen.h"
-
 #include "error_recorder.h"
+#include "gen.h"
 
 #include <cstdarg>
 #include <cstdlib>
 #include <cstring>
-#include <string>
-
 #include <gtest/gtest.h>
+#include <string>
 
 namespace {
 

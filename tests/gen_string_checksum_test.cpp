@@ -1,15 +1,14 @@
 #include "gen_string_checksum.h"
 
-#include <gtest/gtest.h>
-
-#include <climits>
-#include <random>
-#include <string>
-
 #include "effort.h"
 #include "error_recorder.h"
 #include "guarded_text.h"
 #include "plain_string_checksum.h"
+
+#include <climits>
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
 
 namespace {
 

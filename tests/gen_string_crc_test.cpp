@@ -3,12 +3,11 @@
 
 #include "gen_string_crc.h"
 
-#include <gtest/gtest.h>
-
-#include <random>
-
 #include "gen_string_crc_folded.h"
 #include "plain_string_checksum.h"
+
+#include <gtest/gtest.h>
+#include <random>
 
 bool crc_can_fold() {
     return false;

@@ -1,12 +1,11 @@
 #include "gen_string_fold.h"
 
-#include <gtest/gtest.h>
+#include "test_locale.h"
 
 #include <cctype>
 #include <clocale>
+#include <gtest/gtest.h>
 #include <string>
-
-#include "test_locale.h"
 
 namespace {
 

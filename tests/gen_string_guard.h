@@ -2,11 +2,11 @@
 
 /// Where the strings of the tests beside guarded pages lie.
 
-#include <string>
-#include <string_view>
-
 #include "effort.h"
 #include "guarded_text.h"
+
+#include <string>
+#include <string_view>
 
 inline constexpr std::size_t longest = 1300;
 inline constexpr std::size_t alignments = 64;

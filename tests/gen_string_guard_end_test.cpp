@@ -1,15 +1,14 @@
 // Buffers that are filled to their ends, and formats and names that end beside a page that may not
 // be touched.
 
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <string>
-
 #include "gen_string.h"
 #include "gen_string_guard.h"
 #include "low_text.h"
 #include "sanitizer.h"
+
+#include <cstring>
+#include <gtest/gtest.h>
+#include <string>
 
 TEST(Guard, NumbersFillTheirBuffersAndNoMore) {
     for (int const radix : {2, 3, 8, 10, 16, 36})

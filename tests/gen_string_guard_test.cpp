@@ -4,20 +4,20 @@
 // The bytes of an STR lie where the heap puts them, always with a terminator, and so beside no such
 // page: what works on those is not here. The address sanitizer watches it in the tests of its own.
 
-#include <gtest/gtest.h>
+#include "gen_string_guard.h"
+
+#include "gen_string.h"
+#include "sanitizer.h"
 
 #include <algorithm>
 #include <climits>
 #include <cstdarg>
 #include <cstdlib>
 #include <cstring>
+#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <string_view>
-
-#include "gen_string.h"
-#include "gen_string_guard.h"
-#include "sanitizer.h"
 
 namespace {
 

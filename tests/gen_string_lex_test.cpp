@@ -1,18 +1,17 @@
 #include "gen_string_lex.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <climits>
-#include <cstring>
-#include <random>
-#include <string>
-#include <vector>
-
 #include "effort.h"
 #include "error_recorder.h"
 #include "guarded_text.h"
 #include "plain_string_lex.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+#include <vector>
 
 namespace {
 

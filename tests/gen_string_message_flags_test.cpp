@@ -1,6 +1,5 @@
-#include "gen_string_message.h"
-
 #include "error_recorder.h"
+#include "gen_string_message.h"
 
 #include <climits>
 #include <cstdlib>

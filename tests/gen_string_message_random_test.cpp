@@ -1,11 +1,9 @@
-#include "gen_string_message.h"
-
 #include "effort.h"
+#include "gen_string_message.h"
 #include "low_text.h"
 #include "plain_message.h"
 
 #include <cstring>
-
 #include <gtest/gtest.h>
 #include <random>
 

@@ -1,16 +1,15 @@
 #include "gen_string_number.h"
 
-#include <gtest/gtest.h>
-
-#include <climits>
-#include <cstring>
-#include <random>
-#include <string>
-#include <vector>
-
 #include "effort.h"
 #include "error_recorder.h"
 #include "plain_string_number.h"
+
+#include <climits>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+#include <vector>
 
 namespace {
 

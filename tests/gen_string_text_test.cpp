@@ -1,12 +1,11 @@
 #include "gen_string_text.h"
 
-#include <gtest/gtest.h>
+#include "effort.h"
 
 #include <cstring>
+#include <gtest/gtest.h>
 #include <random>
 #include <string>
-
-#include "effort.h"
 
 namespace {
 

@@ -1,20 +1,19 @@
 #include "gen_string_wildcard.h"
 
-#include <gtest/gtest.h>
-
-#include <clocale>
-#include <cstdio>
-#include <random>
-#include <regex.h>
-#include <string>
-#include <sys/resource.h>
-#include <vector>
-
 #include "effort.h"
 #include "error_recorder.h"
 #include "plain_string_wildcard.h"
 #include "sanitizer.h"
 #include "test_locale.h"
+
+#include <clocale>
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <random>
+#include <regex.h>
+#include <string>
+#include <sys/resource.h>
+#include <vector>
 
 namespace {
 

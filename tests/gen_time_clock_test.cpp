@@ -6,12 +6,11 @@
 #include "probe.h"
 #include "temp_directory.h"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <cstdio>
 #include <ctime>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <limits>
 #include <random>
 #include <thread>

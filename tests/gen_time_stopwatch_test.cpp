@@ -3,13 +3,12 @@
 #include "probe.h"
 #include "test_locale.h"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <clocale>
 #include <cstddef>
 #include <cstring>
 #include <ctime>
+#include <gtest/gtest.h>
 #include <thread>
 #include <type_traits>
 

@@ -1,19 +1,17 @@
 // The time zone of dates: the variable, the file, and others who move it.
 
-#include "gen_time_clock.h"
-
 #include "environment.h"
+#include "gen_time_clock.h"
 #include "in_child.h"
 #include "private_mounts.h"
 #include "run_program.h"
 #include "temp_directory.h"
 #include "test_directories.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <string>
 #include <unistd.h>
 #include <utility>

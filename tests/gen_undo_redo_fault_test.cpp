@@ -1,21 +1,19 @@
 /// What becomes of a commit when the file cannot be opened or written. Always the same from
 /// outside: silence, and nothing of the sections is lost.
 
-#include "gen_undo_redo.h"
-
 #include "environment.h"
 #include "error_recorder.h"
+#include "gen_undo_redo.h"
 #include "in_child.h"
 #include "private_mounts.h"
 #include "temp_directory.h"
 #include "undo_section.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>

@@ -5,12 +5,11 @@
 #include "error_recorder.h"
 #include "temp_directory.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <random>
 #include <string>
 #include <sys/stat.h>

@@ -1,19 +1,17 @@
 /// What a commit waits for and what it does not: readers of a FIFO, signals, the holder of a lease.
 
-#include "gen_undo_redo.h"
-
 #include "error_recorder.h"
+#include "gen_undo_redo.h"
 #include "temp_directory.h"
 #include "undo_section.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <memory>
 #include <poll.h>
 #include <string>

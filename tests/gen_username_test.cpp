@@ -5,7 +5,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <pwd.h>
 #include <sstream>
 #include <unistd.h>

@@ -1,8 +1,7 @@
 #include "gen_version.h"
 
-#include <string>
-
 #include <gtest/gtest.h>
+#include <string>
 
 TEST(Version, LibraryIsTheOneOfTheHeaders) {
     EXPECT_STREQ(gen_get_version(), GEN_VERSION);

@@ -6,7 +6,6 @@
 
 #include <cstdlib>
 #include <cstring>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -1,6 +1,5 @@
-#include "mem.h"
-
 #include "environment.h"
+#include "mem.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,5 @@
-#include "mem.h"
-
 #include "in_child.h"
+#include "mem.h"
 #include "private_mounts.h"
 #include "system_trouble.h"
 #include "temp_directory.h"

@@ -1,5 +1,4 @@
 #include "mem.h"
-
 #include "stl.h"
 
 #include <gtest/gtest.h>

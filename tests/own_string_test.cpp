@@ -21,9 +21,8 @@
 
 #include <cstdlib>
 #include <functional>
-#include <string>
-
 #include <gtest/gtest.h>
+#include <string>
 
 namespace {
 

@@ -1,6 +1,5 @@
-#include "stl.h"
-
 #include "huge_text.h"
+#include "stl.h"
 
 #include <cerrno>
 #include <climits>

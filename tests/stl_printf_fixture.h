@@ -1,8 +1,7 @@
 #pragma once
 
-#include "stl.h"
-
 #include "sanitizer.h"
+#include "stl.h"
 
 #include <cstdio>
 #include <gtest/gtest.h>

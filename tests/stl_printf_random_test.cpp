@@ -1,9 +1,8 @@
 // stl_sprintf against the printf of the C library, on random formats and arguments.
 
-#include "stl_printf_fixture.h"
-
 #include "effort.h"
 #include "low_text.h"
+#include "stl_printf_fixture.h"
 #include "test_locale.h"
 
 #include <algorithm>

@@ -1,6 +1,5 @@
-#include "stl_printf_fixture.h"
-
 #include "huge_text.h"
+#include "stl_printf_fixture.h"
 #include "test_locale.h"
 
 #include <cerrno>

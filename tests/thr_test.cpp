@@ -1,6 +1,7 @@
+#include "thr.h"
+
 #include "system_trouble.h"
 #include "test_directories.h"
-#include "thr.h"
 
 #include <csignal>
 #include <dlfcn.h>

@@ -3,11 +3,10 @@
 /// itself.
 
 #define PY_SSIZE_T_CLEAN
-#include <Python.h>
-
-#include <cstring>
-
 #include "gen.h"
+
+#include <Python.h>
+#include <cstring>
 
 namespace {
 

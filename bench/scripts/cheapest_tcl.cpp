@@ -1,9 +1,9 @@
 /// The cheapest way there is to call a C function from Tcl, for bench/scripts/tcl.tcl: arguments
 /// taken as strings, the result made, and in between either nothing or the library itself.
 
-#include <tcl.h>
-
 #include "gen.h"
+
+#include <tcl.h>
 
 namespace {
 

@@ -2,12 +2,12 @@
 
 /// A function of the C interface as a function of Python, made from the types of its parameters.
 
+#include "_gen_value.h"
+
 #include <array>
 #include <tuple>
 #include <utility>
 #include <vector>
-
-#include "_gen_value.h"
 
 namespace korvane {
 

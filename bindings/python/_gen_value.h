@@ -4,15 +4,14 @@
 /// results given.
 
 #define PY_SSIZE_T_CLEAN
-#include <Python.h>
+#include "gen_c.h"
 
+#include <Python.h>
 #include <limits>
 #include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
-
-#include "gen_c.h"
 
 namespace korvane {
 

@@ -2,12 +2,12 @@
 
 /// A function of the C interface as a command of Tcl, made from the types of its parameters.
 
+#include "value.h"
+
 #include <array>
 #include <cstddef>
 #include <tuple>
 #include <utility>
-
-#include "value.h"
 
 namespace korvane {
 

@@ -3,7 +3,7 @@
 /// Values on their way between Tcl and the C interface: how arguments of each type are taken and
 /// results given.
 
-#include <tcl.h>
+#include "gen_c.h"
 
 #include <cmath>
 #include <cstdint>
@@ -13,10 +13,9 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <tcl.h>
 #include <type_traits>
 #include <utility>
-
-#include "gen_c.h"
 
 namespace korvane {
 

@@ -1,9 +1,8 @@
 // Checks a simulation condition: prints its prefix form, and what is wrong with it.
 //   check_condition CONDITION
 
-#include <gen.h>
-
 #include <cstdio>
+#include <gen.h>
 
 GEN_DEFINE_MAIN(argc, argv) {
     if (argc != 2) {

@@ -1,6 +1,5 @@
-#include <gen.h>
-
 #include <cstdio>
+#include <gen.h>
 
 GEN_DEFINE_MAIN(argc, argv) {
     FIO_PATH const path = gen_find_file(argc > 1 ? argv[1] : "");

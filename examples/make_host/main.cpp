@@ -1,9 +1,8 @@
 // Lists the source files of a design unit: of each file type the one that counts.
 //   list_sources UNIT [PROJECT-LIBRARIES]
 
-#include <gen.h>
-
 #include <cstdio>
+#include <gen.h>
 
 GEN_DEFINE_MAIN(argc, argv) {
     if (argc < 2) {

@@ -2,12 +2,12 @@
 
 /// Takes the string of a condition apart.
 
+#include "gen_bp_parser.h"
+#include "gen_string_compare.h"
+
 #include <algorithm>
 #include <array>
 #include <string_view>
-
-#include "gen_bp_parser.h"
-#include "gen_string_compare.h"
 
 enum class BpRole : std::uint8_t {
     of_word,

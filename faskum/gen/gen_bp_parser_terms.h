@@ -4,11 +4,11 @@
 /// a range again at every level. docs/condition-language.md, "How the time stays linear", draws
 /// them.
 
+#include "gen_bp_parser.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-
-#include "gen_bp_parser.h"
 
 constexpr bool bp_is_operator(BP_TOKEN_TYPE type) {
     return type >= BP_TOKEN_AND && type <= BP_TOKEN_LESS;

@@ -1,5 +1,4 @@
 #include "gen_dyn_flag.h"
-
 #include "gen_report.h"
 #include "gen_string_message.h"
 #include "gen_text_file.h"

@@ -1,11 +1,11 @@
 #include "gen_legal.h"
 
+#include "ver.h"
+
 #include <algorithm>
 #include <iterator>
 #include <span>
 #include <string_view>
-
-#include "ver.h"
 
 namespace {
 

@@ -1,5 +1,8 @@
 #include "gen_localization_base.h"
 
+#include "gen_memory_watch.h"
+#include "gen_owned.h"
+
 #include <cerrno>
 #include <climits>
 #include <clocale>
@@ -9,9 +12,6 @@
 #include <mutex>
 #include <utility>
 #include <wchar.h>
-
-#include "gen_memory_watch.h"
-#include "gen_owned.h"
 
 char const* LOCALIZATION_BASE_STRING = "C";
 

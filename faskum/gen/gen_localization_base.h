@@ -5,12 +5,12 @@
 /// Switching the process's locale to and fro costs hundreds of nanoseconds under a foreign locale
 /// and is seen by every other thread. A locale object of our own is neither.
 
-#include <atomic>
-#include <locale.h>
-
 #include "gen_localization.h"
 #include "gen_report.h"
 #include "mem_alloc_sys.h"
+
+#include <atomic>
+#include <locale.h>
 
 /// The locale in force, with the time category of a base name.
 struct BaseTimeLocale {

@@ -1,11 +1,11 @@
 #include "gen_localization_character.h"
 
+#include "gen_localization_base.h"
+#include "gen_string_fold.h"
+
 #include <climits>
 #include <ctype.h>
 #include <wctype.h>
-
-#include "gen_localization_base.h"
-#include "gen_string_fold.h"
 
 namespace {
 

@@ -5,6 +5,9 @@
 
 #include "gen_localization_decimal.h"
 
+#include "gen_localization_base.h"
+#include "gen_string_ascii.h"
+
 #include <cfenv>
 #include <charconv>
 #include <cmath>
@@ -14,9 +17,6 @@
 #include <ctype.h>
 #include <cwchar>
 #include <wctype.h>
-
-#include "gen_localization_base.h"
-#include "gen_string_ascii.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "gen_localization_multibyte.h"
 
-#include <cstdlib>
-
 #include "gen_localization_base.h"
+
+#include <cstdlib>
 
 namespace {
 

@@ -1,12 +1,12 @@
 #include "gen_localization_number.h"
 
+#include "gen_localization_base.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cwchar>
 #include <limits>
-
-#include "gen_localization_base.h"
 
 // All that the numeric category could change in a whole number is the grouping of its digits, and
 // these functions read no groups. So they are the platform's own.

@@ -1,10 +1,10 @@
 #include "gen_localization_time.h"
 
-#include <cstdlib>
-#include <cwchar>
-
 #include "gen_localization_base.h"
 #include "gen_memory_watch.h"
+
+#include <cstdlib>
+#include <cwchar>
 
 namespace {
 

@@ -3,9 +3,9 @@
 /// For functions of the C library that without memory go on and answer as if the files, zones or
 /// locales that they have no room for did not exist.
 
-#include <cerrno>
-
 #include "mem_manager.h"
+
+#include <cerrno>
 
 /// Ends the process, as every failed allocation does, where a function called in its scope found
 /// the heap exhausted. Else leaves errno as it was.

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cerrno>
-#include <fcntl.h>
-
 #include "gen_retry.h"
 #include "mem_alloc_sys.h"
+
+#include <cerrno>
+#include <fcntl.h>
 
 /// Opens a file for writing, in the old contents' place and with the permissions of the umask; -1
 /// where it cannot be had, with errno saying why. It is closed when the host starts another

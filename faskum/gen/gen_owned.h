@@ -2,10 +2,10 @@
 
 /// Objects that gen keeps by a global pointer. They live in tracked memory like their contents.
 
+#include "mem_alloc_sys.h"
+
 #include <memory>
 #include <utility>
-
-#include "mem_alloc_sys.h"
 
 /// A new object; never null.
 template <typename T, typename... Args>

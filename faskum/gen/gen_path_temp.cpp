@@ -1,5 +1,13 @@
 #include "gen_path_temp.h"
 
+#include "fio_file_system.h"
+#include "gen_exe.h"
+#include "gen_load.h"
+#include "gen_open.h"
+#include "gen_owned.h"
+#include "gen_path_slash.h"
+#include "gen_report.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -9,14 +17,6 @@
 #include <new>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include "fio_file_system.h"
-#include "gen_exe.h"
-#include "gen_load.h"
-#include "gen_open.h"
-#include "gen_owned.h"
-#include "gen_path_slash.h"
-#include "gen_report.h"
 
 char const* const GUI_PROFILE_NAME = "korvane_gui.profile";
 

@@ -1,12 +1,12 @@
 #include "gen_string_checksum.h"
 
+#include "gen_report.h"
+#include "gen_string_crc.h"
+
 #include <array>
 #include <bit>
 #include <cstddef>
 #include <cstring>
-
-#include "gen_report.h"
-#include "gen_string_crc.h"
 
 namespace {
 

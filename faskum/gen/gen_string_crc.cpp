@@ -1,9 +1,9 @@
 #include "gen_string_crc.h"
 
+#include "gen_string_crc_folded.h"
+
 #include <array>
 #include <cstring>
-
-#include "gen_string_crc_folded.h"
 
 namespace {
 

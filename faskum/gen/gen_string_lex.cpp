@@ -1,13 +1,13 @@
 #include "gen_string_lex.h"
 
+#include "gen_report.h"
+#include "gen_string_ascii.h"
+
 #include <algorithm>
 #include <climits>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-
-#include "gen_report.h"
-#include "gen_string_ascii.h"
 
 namespace {
 

@@ -1,14 +1,14 @@
 #include "gen_string_number.h"
 
+#include "gen_report.h"
+#include "gen_string_ascii.h"
+
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <memory>
 #include <type_traits>
-
-#include "gen_report.h"
-#include "gen_string_ascii.h"
 
 namespace {
 

@@ -1,5 +1,7 @@
 #include "gen_string_wildcard.h"
 
+#include "gen_report.h"
+
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -7,8 +9,6 @@
 #include <cstring>
 #include <ctype.h>
 #include <string_view>
-
-#include "gen_report.h"
 
 namespace {
 

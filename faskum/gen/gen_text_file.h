@@ -2,12 +2,12 @@
 
 /// Private to gen.
 
-#include <string_view>
-#include <unistd.h>
-
 #include "gen_open.h"
 #include "gen_retry.h"
 #include "mem_alloc_sys.h"
+
+#include <string_view>
+#include <unistd.h>
 
 /// A file opened for writing, in the old contents' place. After a failed write it takes nothing
 /// more: a full device is not asked again for every buffer. A signal that interrupts a write is no

@@ -1,13 +1,13 @@
 #include "gen_time_clock.h"
 
+#include "gen_memory_watch.h"
+
 #include <charconv>
 #include <ctime>
 #include <fstream>
 #include <iterator>
 #include <sys/times.h>
 #include <unistd.h>
-
-#include "gen_memory_watch.h"
 
 namespace {
 

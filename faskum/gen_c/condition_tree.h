@@ -2,12 +2,12 @@
 
 /// A condition's prefix form as a tree for people.
 
+#include "gen_bp_parser.h"
+
 #include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "gen_bp_parser.h"
 
 using ConditionTokens = std::vector<std::pair<BP_TOKEN_TYPE, std::string>>;
 

@@ -3,11 +3,11 @@
 /// What every call of the C interface does: look at its arguments, listen for internal errors, and
 /// write its results.
 
-#include <string_view>
-
 #include "err_report.h"
 #include "gen_c.h"
 #include "mem_alloc_sys.h"
+
+#include <string_view>
 
 namespace gen_c {
 

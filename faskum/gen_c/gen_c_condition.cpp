@@ -1,8 +1,7 @@
-#include "gen_c_call.h"
-#include "gen_c_table.h"
-
 #include "condition_tree.h"
 #include "gen_bp_parser.h"
+#include "gen_c_call.h"
+#include "gen_c_table.h"
 
 #include <array>
 #include <new>

@@ -1,6 +1,5 @@
 #include "gen_c_call.h"
 #include "gen_c_table.h"
-
 #include "gen_dyn_flag.h"
 
 #include <new>

@@ -1,7 +1,6 @@
+#include "gen_bindata.h"
 #include "gen_c_call.h"
 #include "gen_c_table.h"
-
-#include "gen_bindata.h"
 
 #include <cmath>
 #include <new>

@@ -1,8 +1,7 @@
 #include "gen_c_call.h"
 #include "gen_c_table.h"
-#include "usage_report.h"
-
 #include "gen_os_info.h"
+#include "usage_report.h"
 
 using namespace gen_c;
 

@@ -1,8 +1,7 @@
 #include "gen_c_call.h"
 #include "gen_c_table.h"
-#include "message_inserts.h"
-
 #include "gen_string_message.h"
+#include "message_inserts.h"
 
 #include <new>
 #include <string>

@@ -1,10 +1,9 @@
 #include "gen_c_call.h"
 #include "gen_c_table.h"
-#include "temporary_file.h"
-
 #include "gen_os_info_paths.h"
 #include "gen_path_temp.h"
 #include "gen_path_tools.h"
+#include "temporary_file.h"
 
 #include <cstdlib>
 #include <cstring>

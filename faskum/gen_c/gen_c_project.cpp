@@ -1,10 +1,9 @@
 #include "gen_c_call.h"
 #include "gen_c_table.h"
-#include "lookup_watch.h"
-
 #include "gen_path_find.h"
 #include "gen_path_project.h"
 #include "gen_path_text.h"
+#include "lookup_watch.h"
 
 #include <iterator>
 

@@ -1,7 +1,6 @@
+#include "fio_file_system.h"
 #include "gen_c_call.h"
 #include "gen_c_table.h"
-
-#include "fio_file_system.h"
 #include "gen_exe.h"
 #include "gen_iterator_sys.h"
 #include "gen_path_install.h"

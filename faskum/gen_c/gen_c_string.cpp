@@ -1,8 +1,7 @@
 #include "gen_c_call.h"
-#include "integer_reading.h"
-
 #include "gen_localization.h"
 #include "gen_string.h"
+#include "integer_reading.h"
 
 #include <cstring>
 

@@ -2,14 +2,14 @@
 
 /// The rows of an answer, as the calls of the C interface make them.
 
+#include "gen_c.h"
+#include "mem_alloc_sys.h"
+
 #include <concepts>
 #include <cstdint>
 #include <initializer_list>
 #include <string_view>
 #include <utility>
-
-#include "gen_c.h"
-#include "mem_alloc_sys.h"
 
 namespace gen_c {
 

@@ -1,8 +1,7 @@
 #include "gen_c_call.h"
 #include "gen_c_table.h"
-#include "lookup_watch.h"
-
 #include "gen_path.h"
+#include "lookup_watch.h"
 
 #include <algorithm>
 

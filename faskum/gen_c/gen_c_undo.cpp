@@ -1,5 +1,4 @@
 #include "gen_c_call.h"
-
 #include "gen_undo_redo.h"
 
 #include <cerrno>

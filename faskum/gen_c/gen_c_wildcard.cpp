@@ -1,7 +1,6 @@
 #include "gen_c_call.h"
-#include "wildcard_match.h"
-
 #include "gen_string_wildcard.h"
+#include "wildcard_match.h"
 
 using namespace gen_c;
 

@@ -5,15 +5,15 @@
 /// error and status 255, or the C library could do without and the answer is the right one, or one
 /// that the call's declaration has for that case.
 
+#include "failing_heap.h"
+#include "mem_alloc_sys.h"
+
 #include <functional>
 #include <gtest/gtest.h>
 #include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
-
-#include "failing_heap.h"
-#include "mem_alloc_sys.h"
 
 /// A call that needs memory.
 struct Call {

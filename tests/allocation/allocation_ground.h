@@ -2,13 +2,13 @@
 
 /// What the calls without memory are about: an installation, a project, and answers as strings.
 
-#include <string>
-
 #include "fio_path.h"
 #include "gen_path_source.h"
 #include "library_texts.h"
 #include "mem_alloc_sys.h"
 #include "temp_directory.h"
+
+#include <string>
 
 /// The directory that all of it lies in; made once for the program.
 TempDirectory const& ground();

@@ -3,12 +3,12 @@
 /// The rewriting of conditions written down as it is defined: a record for every token, every range
 /// walked anew at every level, and a call for every range. What the linear form is compared with.
 
+#include "gen_bp_parser.h"
+
 #include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "gen_bp_parser.h"
 
 struct PlainToken {
     int type;

@@ -4,10 +4,10 @@
 /// every insert all arguments from the cursor on formatted and thrown away again but for the wanted
 /// one.
 
+#include "stl.h"
+
 #include <cstddef>
 #include <string>
-
-#include "stl.h"
 
 class PlainMessage {
   public:

@@ -3,9 +3,9 @@
 /// The natural order written down step by step as it is defined: what the fast form is compared
 /// with.
 
-#include <cstddef>
-
 #include "plain_string_compare.h"
+
+#include <cstddef>
 
 inline bool plain_is_digit(char character) {
     return character >= '0' && character <= '9';

@@ -3,7 +3,6 @@
 
 #include "gen_os_info.h"
 #include "gen_time.h"
-
 #include "temp_directory.h"
 
 #include <cstdio>

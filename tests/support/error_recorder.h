@@ -1,10 +1,10 @@
 #pragma once
 
+#include "err_report.h"
+
 #include <ostream>
 #include <string>
 #include <vector>
-
-#include "err_report.h"
 
 /// One internal error as it was reported.
 struct ReportedError {

@@ -5,12 +5,10 @@
 #include "test_directories.h"
 
 #include <filesystem>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
-
-#include <gtest/gtest.h>
-
-#include <nlohmann/json.hpp>
 
 /// gen_query in the example installation. Paths in the answers are shown as if it lay in "/k/".
 class ExampleSuite : public testing::Test {

@@ -1,4 +1,5 @@
 #include "gen_query.h"
+
 #include "test_directories.h"
 
 ProgramResult run_gen_query(std::vector<std::string> const& arguments, ProgramStart start) {

@@ -2,10 +2,10 @@
 
 /// Strings of the library as tests write, compare and print them.
 
+#include "fio_path.h"
+
 #include <string>
 #include <vector>
-
-#include "fio_path.h"
 
 inline STR library_string(std::string const& text) {
     return STR(text.data(), text.size());

@@ -1,4 +1,5 @@
 #include "probe.h"
+
 #include "test_directories.h"
 
 #include <cstdlib>

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "run_program.h"
+
 #include <string>
 #include <utility>
 #include <vector>
-
-#include "run_program.h"
 
 /// Variables of tests/preload/system_answers.cpp, or of the environment at large.
 using FakedAnswers = std::vector<std::pair<std::string, std::string>>;

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <string>
-
 #include "environment.h"
 #include "temp_directory.h"
+
+#include <string>
 
 /// Makes the locale "xk_KV" of tests/data/locale available to this process and to those that it
 /// starts, in a directory of its own, until the end of the scope; then the process's locale is what

@@ -21,8 +21,9 @@ class FIO_FILE_SYSTEM {
     /// not. False for null and "".
     KORVANE_API static bool exists(char const* path);
     KORVANE_API static bool exists(FIO_PATH const& path);
-    /// Creates the directory and its missing parents; true when it is there afterwards, and a
-    /// directory.
+    /// Creates the directory and its missing parents, with the permissions 0777 less the umask;
+    /// true when it is there afterwards, and a directory. False for "". Parents made before a
+    /// failure stay.
     KORVANE_API static bool create(STR const& directory);
     /// Creates an empty file that only its owner may read and write, exclusively: false when the
     /// name exists in whatever form (a dangling link included) or cannot be created.

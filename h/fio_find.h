@@ -68,7 +68,8 @@ class KORVANE_API FIO_FIND {
     /// Takes the string this object was made of as a wildcard pattern ("dir/*.ddb") and gives the
     /// bare names that match its last component, sorted by byte value, one a call; "" when there is
     /// none left. "*" stands for any run of bytes, "?" for one byte; "." and ".." are never among
-    /// the names. A relative pattern starts at the current directory.
+    /// the names. A relative pattern starts at the current directory. An object made of paths has
+    /// no such string, and finds none.
     STR find_first();
     STR find_next();
 

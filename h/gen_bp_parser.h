@@ -122,13 +122,13 @@ class KORVANE_API GEN_BP_PARSER {
         iterator end() { return m_entries.end(); }
         void append(BP_TOKEN* token);
         /// Frees the records, with so many null entries to come for tokens without one.
-        void free_records(std::size_t late);
+        void free_records(std::size_t pending);
 
       private:
-        void enter_late();
+        void append_pending();
 
         MEM_LIST<BP_TOKEN*> m_entries;
-        std::size_t m_late = 0;
+        std::size_t m_pending = 0;
         bool m_is_shown = false;
     };
 

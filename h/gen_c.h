@@ -125,7 +125,7 @@ KORVANE_API gen_c_status gen_c_device_files(gen_c_table** answer);
 
 // Project.
 
-/// The project's directory, its database and output directory.
+/// Sets the project's directory, its database or its output directory.
 KORVANE_API gen_c_status gen_c_set_project(char const* directory);
 KORVANE_API gen_c_status gen_c_set_database(char const* directory);
 KORVANE_API gen_c_status gen_c_set_output(char const* directory);
@@ -282,7 +282,8 @@ KORVANE_API gen_c_status gen_c_format_now(char const* format, gen_c_text* text);
 /// A duration as [days:]hours:minutes:seconds.
 KORVANE_API gen_c_status gen_c_elapsed(int32_t seconds, gen_c_text* text);
 
-/// A stopwatch over the process's own CPU time.
+/// A stopwatch over the process's own CPU time. It is the caller's, to be freed by
+/// gen_c_stopwatch_free, which ignores null.
 typedef struct gen_c_stopwatch gen_c_stopwatch;
 KORVANE_API gen_c_status gen_c_stopwatch_create(gen_c_stopwatch** watch);
 KORVANE_API void gen_c_stopwatch_free(gen_c_stopwatch* watch);
@@ -301,8 +302,7 @@ KORVANE_API gen_c_status gen_c_stopwatch_lap(gen_c_stopwatch* watch, gen_c_text*
 /// any_web_browser_will_do. The address is that of @p host, of this one where it is null.
 KORVANE_API gen_c_status gen_c_machine(char const* host, gen_c_table** answer);
 /// The lines of the usage report: line. @p modules and @p details sum up and list the modules
-/// beside the executable, @p memory the memory in use, each also where KORVANE_CFG says so. A
-/// null
+/// beside the executable, @p memory the memory in use, each also where KORVANE_CFG says so. A null
 /// @p phase is "start". Where nothing is asked for, no lines and GEN_C_NOT_FOUND.
 KORVANE_API gen_c_status gen_c_usage_report(char const* tag, char const* phase, int modules,
                                             int details, int memory, gen_c_table** lines);
@@ -326,7 +326,8 @@ KORVANE_API gen_c_status gen_c_do_not_edit(char const* prefix, gen_c_table** lin
 
 // Undo files.
 
-/// Collects sections of undo and redo commands for the file undo_redo.txt in a directory.
+/// Collects sections of undo and redo commands for the file undo_redo.txt in a directory. It is the
+/// caller's, to be freed by gen_c_undo_free, which ignores null.
 typedef struct gen_c_undo gen_c_undo;
 KORVANE_API gen_c_status gen_c_undo_create(char const* directory, gen_c_undo** undo);
 KORVANE_API void gen_c_undo_free(gen_c_undo* undo);
@@ -344,7 +345,8 @@ KORVANE_API gen_c_status gen_c_undo_commit(gen_c_undo* undo, gen_c_text* path);
 
 // Flags.
 
-/// Hands out the 32 bits of a flag word under names.
+/// Hands out the 32 bits of a flag word under names. It is the caller's, to be freed by
+/// gen_c_flags_free, which ignores null.
 typedef struct gen_c_flags gen_c_flags;
 KORVANE_API gen_c_status gen_c_flags_create(gen_c_flags** flags);
 KORVANE_API void gen_c_flags_free(gen_c_flags* flags);
@@ -365,7 +367,8 @@ KORVANE_API gen_c_status gen_c_flags_swept(gen_c_flags* flags, gen_c_table** mas
 
 // Histogram.
 
-/// Counts numbers into bins of equal width.
+/// Counts numbers into bins of equal width. It is the caller's, to be freed by
+/// gen_c_histogram_free, which ignores null.
 typedef struct gen_c_histogram gen_c_histogram;
 /// GEN_C_BAD_ARGUMENT unless the bounds are finite numbers, @p low below @p high, no further apart
 /// than a number can express, and 1 to 1000000 bins.

@@ -14,9 +14,8 @@
 KORVANE_API STR gen_get_temp_path();
 
 /// Creates an empty file that was not there before, for its owner alone to read and write (0600),
-/// and gives its path: @p directory, "/" where that
-/// does not end in one, the first three characters of @p prefix, the number in eight hexadecimal
-/// digits, and ".tmp".
+/// and gives its path: @p directory, "/" where that does not end in one, the first three characters
+/// of @p prefix, the number in eight hexadecimal digits, and ".tmp".
 ///
 ///     ("/var/tmp", "report", 42)  => "/var/tmp/rep0000002a.tmp"
 ///
@@ -25,8 +24,8 @@ KORVANE_API STR gen_get_temp_path();
 ///
 /// A name that is taken, be it by a file, a directory or a link to nowhere, is stepped over: the
 /// next number is tried, 0 after 65535. The file is always this caller's own, whoever else asks at
-/// the same time. Where no name can be created the function goes on trying, and writes
-/// that to the debug channel after each round of all numbers.
+/// the same time. Where no name can be created the function goes on trying, and writes that to the
+/// debug channel after each round of all numbers.
 /// @param directory where to create it; "" is the current directory
 /// @param number    the first number to try; 0 takes one from the clock
 KORVANE_API STR gen_get_temp_filename(STR const& directory, STR const& prefix,

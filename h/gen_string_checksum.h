@@ -14,10 +14,10 @@
 ///       _   E F R C K T Q P M J L I A D B G O H N S
 KORVANE_API void gen_replace_invalid_chars(char* name);
 
-/// A 32-bit checksum of @p text, 0 for an empty string and for null: the reflected cyclic
+/// A 32-bit checksum of @p string, 0 for an empty string and for null: the reflected cyclic
 /// redundancy check of the polynomial 0x48728408 (which is not that of the common CRC-32), begun at
 /// 0xFFFFFFFF and not inverted at the end.
-KORVANE_API int gen_crc_generator(char const* text);
+KORVANE_API int gen_crc_generator(char const* string);
 
 /// The same checksum of a string that comes in pieces.
 class KORVANE_API GEN_CHECKSUM {
@@ -32,8 +32,8 @@ class KORVANE_API GEN_CHECKSUM {
     bool m_is_empty = true;
 };
 
-/// Does gen_replace_invalid_chars(text) and gives the checksum of what is left in it.
-KORVANE_API int gen_crc_string_to_dword(char* text);
+/// Does gen_replace_invalid_chars(string) and gives the checksum of what is left in it.
+KORVANE_API int gen_crc_string_to_dword(char* string);
 
 /// Entry k is the largest prime that does not exceed 2 to the power k + 1.
 KORVANE_API extern std::uint32_t const gen_hash_size_primes[32];

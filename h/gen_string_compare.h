@@ -14,8 +14,7 @@
 KORVANE_API int gen_strcmp(char const* a, char const* b);
 
 /// As gen_strcmp with A to Z compared as a to z, the result being the difference of the folded
-/// bytes.
-/// "[", "\", "]", "^", "_" and "`" therefore sort before every letter, in whichever case.
+/// bytes. "[", "\", "]", "^", "_" and "`" therefore sort before every letter, in whichever case.
 KORVANE_API int gen_stricmp(char const* a, char const* b);
 /// The same as gen_stricmp.
 KORVANE_API int gen_ascii_stricmp(char const* a, char const* b);

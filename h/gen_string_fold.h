@@ -12,20 +12,20 @@
 #include "mem_alloc_sys.h"
 
 /// By the process's locale.
-KORVANE_API void gen_tolower(STR& text);
-KORVANE_API void gen_tolower(char* text);
-KORVANE_API void gen_toupper(STR& text);
-KORVANE_API void gen_toupper(char* text);
+KORVANE_API void gen_tolower(STR& string);
+KORVANE_API void gen_tolower(char* string);
+KORVANE_API void gen_toupper(STR& string);
+KORVANE_API void gen_toupper(char* string);
 
 /// A to Z become a to z; every other byte is kept.
-KORVANE_API void gen_ascii_tolower(STR& text);
-KORVANE_API void gen_ascii_tolower(char* text);
+KORVANE_API void gen_ascii_tolower(STR& string);
+KORVANE_API void gen_ascii_tolower(char* string);
 
 /// a to z become A to Z; every other byte is kept.
-KORVANE_API void gen_ascii_toupper(STR& text);
-KORVANE_API void gen_ascii_toupper(char* text);
+KORVANE_API void gen_ascii_toupper(STR& string);
+KORVANE_API void gen_ascii_toupper(char* string);
 
 /// gen_tolower(char*), but returns its argument.
-KORVANE_API char* gen_strlwr(char* text);
+KORVANE_API char* gen_strlwr(char* string);
 /// gen_toupper(char*), but returns its argument.
-KORVANE_API char* gen_strupr(char* text);
+KORVANE_API char* gen_strupr(char* string);

@@ -11,5 +11,6 @@
 KORVANE_API bool mem_cfg_is_on(char const* name, bool by_default);
 /// Sets a switch for this process, whatever the environment says. A null or empty name is ignored.
 KORVANE_API void mem_cfg_set(char const* name, bool on);
-/// Forgets what mem_cfg_set said of that switch.
+/// Forgets what mem_cfg_set said of that switch; nothing happens for one that it has not set, or a
+/// null or empty name.
 KORVANE_API void mem_cfg_unset(char const* name);

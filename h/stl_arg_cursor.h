@@ -40,7 +40,7 @@ class STL_ARG_CURSOR {
 #if defined(__i386__)
         m_here = m_start;
 #else
-        if (has_arguments())
+        if (has_arguments()) // va_end does nothing here, and so is not called for the copy
             va_copy(m_here, *reinterpret_cast<va_list*>(m_start));
 #endif
     }
@@ -66,9 +66,8 @@ class STL_ARG_CURSOR {
             }
         }
     }
-    /// Appends the argument here, formatted by @p conversion, and steps past it. What
-    /// is no single conversion prints nothing; without arguments only `%%` and `%m` print. errno
-    /// stays as it is.
+    /// Appends the argument here, formatted by @p conversion, and steps past it. What is no single
+    /// conversion prints nothing; without arguments only `%%` and `%m` print. errno stays as it is.
     KORVANE_API void output(STL_TEXT& text, STL_CONVERSION const& conversion);
 
     /// What vsnprintf makes of @p format with all arguments; not to be called without arguments.

@@ -26,9 +26,9 @@ struct STL_CONVERSION {
     char letter;       ///< '\0' when the text ended before it
     /// What it takes. What is no single conversion takes a word; but `%I64d` and its like, 64 bits.
     STL_ARGUMENT argument;
-    /// Whether it can stand alone, on one argument at most. So cannot what is no conversion, one
-    /// with a `*`, a numbered `1$`, or the flag `I`: whoever writes %I64d means a long argument,
-    /// not an int with 64 columns of a locale's digits.
+    /// True for what takes one argument at most and means the same by itself. False for what is no
+    /// conversion, and for one with a `*`, a numbered `1$`, or the flag `I`: whoever writes %I64d
+    /// means a long argument, not an int with 64 columns of a locale's digits.
     bool is_single;
     bool is_numbered;    ///< "1$" and its like
     unsigned char stars; ///< how many ints come before the argument, for width and precision
@@ -40,8 +40,9 @@ struct STL_CONVERSION {
 /// What stl_parse_conversion does for conversions that are more than a frequent letter.
 KORVANE_API void stl_parse_long_conversion(char const* text, STL_CONVERSION& conversion);
 
-/// Takes the conversion apart whose "%" is just before @p text, and fills in @p conversion. What
-/// stands where the letter should is taken for it, also an exclamation mark, but for the end.
+/// Takes the conversion apart whose "%" is just before @p text, and fills in @p conversion. Any
+/// character in the letter's place is taken for the letter, "!" as well; at the end of the string
+/// there is none, and the letter is '\0'.
 inline void stl_parse_conversion(char const* text, STL_CONVERSION& conversion) {
     if (*text == 's') // most are one of these
         conversion = {text, text + 1, 's', STL_ARGUMENT::text, true, false, 0};

@@ -14,7 +14,7 @@ int fail(STR& out) {
     return -1;
 }
 
-int give(STR& out, STL_TEXT& text) {
+int move_to_result(STR& out, STL_TEXT& text) {
     auto const length = static_cast<int>(text.size());
     text.move_to(out);
     return length;
@@ -70,7 +70,7 @@ int print_whole(STR& out, char const* format, STL_ARG_CURSOR const& cursor) {
             return cursor.print(buffer, size, safe.c_str());
         }))
         return fail(out);
-    return give(out, text);
+    return move_to_result(out, text);
 }
 
 } // namespace
@@ -92,7 +92,7 @@ int stl_vsprintf(STR* out, char const* format, char* args) {
         char const* const percent = strchrnul(at, '%');
         text.append(at, static_cast<std::size_t>(percent - at));
         if (*percent == '\0')
-            return text.too_long() ? fail(*out) : give(*out, text);
+            return text.too_long() ? fail(*out) : move_to_result(*out, text);
         STL_CONVERSION conversion;
         stl_parse_conversion(percent + 1, conversion);
         at = conversion.end;

@@ -11,28 +11,28 @@
 
 MEM_LIST<BP_TOKEN*>& GEN_BP_PARSER::TokenList::show() {
     m_is_shown = true;
-    enter_late();
+    append_pending();
     return m_entries;
 }
 
 void GEN_BP_PARSER::TokenList::append(BP_TOKEN* token) {
-    enter_late();
+    append_pending();
     m_entries.push_back(token);
 }
 
-void GEN_BP_PARSER::TokenList::free_records(std::size_t late) {
+void GEN_BP_PARSER::TokenList::free_records(std::size_t pending) {
     for (BP_TOKEN*& token : m_entries) {
         delete token;
         token = nullptr;
     }
-    m_late += late;
+    m_pending += pending;
     if (m_is_shown)
-        enter_late();
+        append_pending();
 }
 
-void GEN_BP_PARSER::TokenList::enter_late() {
-    m_entries.insert(m_entries.end(), m_late, nullptr);
-    m_late = 0;
+void GEN_BP_PARSER::TokenList::append_pending() {
+    m_entries.insert(m_entries.end(), m_pending, nullptr);
+    m_pending = 0;
 }
 
 GEN_BP_PARSER::GEN_BP_PARSER() = default;
@@ -143,10 +143,10 @@ bool GEN_BP_PARSER::parse_string(STR* expression) {
         return !m_error_text.empty();
     }
     m_working_string = *expression;
-    std::size_t const late = rewrite_working_string();
+    std::size_t const pending = rewrite_working_string();
     // Before the records are freed, of which one may have lent its text.
     *expression = m_working_string;
-    m_tokens.free_records(late);
+    m_tokens.free_records(pending);
     return !m_error_text.empty();
 }
 

@@ -134,6 +134,7 @@ void Rewriter::enter_parens(Range& range) {
     BP_TOKEN_TYPE const final = m_terms[range.last - 1].type;
     if (final != BP_TOKEN_RIGHT_PAREN) {
         m_errors += bp_unmatched;
+        // The "(" in front goes, and the last term goes with it though it is no ")".
         range.balance -= final == BP_TOKEN_LEFT_PAREN ? 2 : 1;
     }
     if (range.last - range.first <= 2)

@@ -2,8 +2,8 @@
 // the order is the one written here: built from the top to the bottom, and destroyed in reverse
 // after the host's own static objects, whose destructors may still ask for a path.
 //
-// Whatever has no destructor needs no order, and stands with its topic: the find-file cache and
-// the kept locales, which are released here; the executable's path, which stays in the process for
+// Whatever has no destructor needs no order, and stands with its topic: the find-file cache, which
+// is released here; the executable's path, which stays in the process for
 // those who keep it; the stream of the GUI profile, which is its host's to close; the name of the
 // base locale, which is its host's to set; what the environment said at the first call of
 // gen_is_system_64bit; and what loading finds out about the processor and valgrind, which checksums
@@ -27,6 +27,7 @@ std::ios_base::Init const standard_streams;
 } // namespace
 
 BaseLocale const no_base_locale;
+MEM_LIST<BaseLocale> base_locales;
 
 STR gen_project_dir_path;
 STR gen_korvane_library_paths;

@@ -1,8 +1,8 @@
 #include "gen_localization_base.h"
 
 #include "gen_memory_watch.h"
-#include "gen_owned.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <clocale>
@@ -19,24 +19,7 @@ constinit std::atomic<BaseLocale const*> current_base_locale = nullptr;
 
 namespace {
 
-// Every locale that was ever asked for stays until the library goes: another thread may be using
-// it, and a host has few names to give.
 constinit std::mutex base_locales_mutex;
-constinit BaseLocale* base_locales = nullptr;
-
-template <typename Node>
-Node* add_node(Node*& list) {
-    Node* const node = gen_make_owned<Node>();
-    node->next = list;
-    return list = node;
-}
-
-template <typename Node>
-Node* remove_node(Node* node) {
-    Node* const next = node->next;
-    gen_release_owned(node);
-    return next;
-}
 
 void release(locale_t locale) {
     if (locale != nullptr)
@@ -99,18 +82,19 @@ STR names_in_environment() {
 BaseLocale& find_base_locale(char const* name) {
     bool const is_empty = *name == '\0';
     STR environment = is_empty ? names_in_environment() : STR();
-    BaseLocale* base = base_locales;
-    while (base != nullptr && (base->name != name || base->environment != environment))
-        base = base->next;
-    if (base == nullptr) {
-        base = add_node(base_locales);
+    auto base =
+        std::find_if(base_locales.begin(), base_locales.end(), [&](BaseLocale const& known) {
+            return known.name == name && known.environment == environment;
+        });
+    if (base == base_locales.end()) {
+        base = base_locales.emplace(base);
         base->name = name;
         base->environment = std::move(environment);
         fill_in(*base);
     }
     if (!is_empty) // the environment has to be asked again at the next call
         // MUTANT_EXCL_LINE(without): it would be looked for again at each call
-        current_base_locale.store(base, std::memory_order_release);
+        current_base_locale.store(&*base, std::memory_order_release);
     return *base;
 }
 
@@ -124,22 +108,29 @@ locale_t make_time_locale(STR const& name) {
     return mixed;
 }
 
+void set_process_locale(int category, char const* name) {
+    MemoryWatch const watch;
+    std::setlocale(category, name);
+}
+
 } // namespace
 
 void load_conversions() {
     MemoryWatch const watch;
-    static_cast<void>(btowc(UCHAR_MAX)); // a character of ASCII is converted without
+    // Not a character of ASCII: those are converted without loading anything.
+    static_cast<void>(btowc(UCHAR_MAX));
 }
 
 void release_base_locales() {
     std::lock_guard const lock(base_locales_mutex);
     current_base_locale.store(nullptr, std::memory_order_release);
-    for (; base_locales != nullptr; base_locales = remove_node(base_locales)) {
-        release(base_locales->character);
-        release(base_locales->numeric);
-        for (BaseTimeLocale* time = base_locales->times; time != nullptr; time = remove_node(time))
-            release(time->locale);
+    for (BaseLocale const& base : base_locales) {
+        release(base.character);
+        release(base.numeric);
+        for (BaseTimeLocale const& time : base.times)
+            release(time.locale);
     }
+    base_locales.clear();
 }
 
 BaseLocale const& switch_base_locale() {
@@ -159,20 +150,13 @@ locale_t base_time_locale() {
     char const* const character_name = nl_langinfo(NL_LOCALE_NAME(LC_CTYPE));
     std::lock_guard const lock(base_locales_mutex);
     BaseLocale& base = find_base_locale(name);
-    BaseTimeLocale* time = base.times;
-    while (time != nullptr && time->character_name != character_name)
-        time = time->next;
-    if (time == nullptr) {
-        time = add_node(base.times);
-        time->character_name = character_name;
-        time->locale = make_time_locale(base.name);
-    }
+    auto time =
+        std::find_if(base.times.begin(), base.times.end(), [&](BaseTimeLocale const& known) {
+            return known.character_name == character_name;
+        });
+    if (time == base.times.end())
+        time = base.times.insert(time, BaseTimeLocale{make_time_locale(base.name), character_name});
     return time->locale;
-}
-
-static void set_process_locale(int category, char const* name) {
-    MemoryWatch const watch;
-    std::setlocale(category, name);
 }
 
 void report_neutrally(int category, Report const& error) {

@@ -1,12 +1,31 @@
 #pragma once
 
-/// The ASCII character rules that the string routines share: no locale takes part in them.
+/// What the string routines share: the rules of ASCII, in which no locale takes part, and the
+/// length of a string that may be null.
 
-inline unsigned char ascii_folded(char character) {
-    auto const byte = static_cast<unsigned char>(character);
-    return byte >= 'A' && byte <= 'Z' ? static_cast<unsigned char>(byte + ('a' - 'A')) : byte;
-}
+#include <cstddef>
+#include <cstring>
 
 inline bool ascii_is_digit(char character) {
     return character >= '0' && character <= '9';
+}
+
+inline char ascii_lower(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A'))
+                                                : character;
+}
+
+inline char ascii_upper(char character) {
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - ('a' - 'A'))
+                                                : character;
+}
+
+/// The byte that comparisons without regard to letter case compare.
+inline unsigned char ascii_folded(char character) {
+    return static_cast<unsigned char>(ascii_lower(character));
+}
+
+/// 0 for null.
+inline std::size_t length_of(char const* string) {
+    return string != nullptr ? std::strlen(string) : 0;
 }

@@ -36,7 +36,7 @@ int compare_runs(Iterator end1, Iterator& at1, Iterator end2, Iterator& at2) {
     while (difference == 0 && at1 < end1 && at2 < end2 && ascii_is_digit(*at1) &&
            ascii_is_digit(*at2)) {
         difference = *at1 - *at2;
-        ++at1; // not with the reading: both may be one
+        ++at1; // apart from the comparison: the caller may have given one iterator twice
         ++at2;
     }
     Iterator const differing1 = at1;
@@ -108,10 +108,6 @@ int compare_naturally(char const* a, std::size_t len1, char const* b, std::size_
     if (common < shorter)
         return byte_difference<fold>(a[common], b[common]);
     return as_int(static_cast<std::int64_t>(len1) - static_cast<std::int64_t>(len2));
-}
-
-std::size_t length_of(char const* text) {
-    return text != nullptr ? std::strlen(text) : 0;
 }
 
 std::size_t length_of(char const* text, unsigned length) {

@@ -7,9 +7,9 @@
 
 /// An insert as it stands in the format of a message.
 struct MessageInsert {
-    static constexpr unsigned most = 99; // MUTANT_EXCL_LINE: room alone
+    static constexpr unsigned max_number = 99; // MUTANT_EXCL_LINE: room alone
     /// What the conversions of a message have room for, each with its "%" and a terminator.
-    static constexpr std::size_t room = 4095;
+    static constexpr std::size_t conversion_capacity = 4095;
 
     unsigned number;
     std::string_view conversion; ///< without its "%"

@@ -13,14 +13,14 @@ bool is_plain(char c) {
 
 bool MessageParts::read(char const* at) {
     // MUTANT_EXCL_LINE(< to <=; 2 to 3): what is longer is read otherwise
-    while (m_count < most - 2) {
+    while (m_count + 2 < max_parts) {
         char const* const begin = at;
         while (is_plain(*at))
             ++at;
         add_text({begin, static_cast<std::size_t>(at - begin)});
         if (*at == '\0' || (*at == '%' && (at[1] == '\0' || at[1] == '0')))
             // MUTANT_EXCL_LINE(<= to <): what is longer is read otherwise
-            return m_room_taken <= MessageInsert::room;
+            return m_conversions_size <= MessageInsert::conversion_capacity;
         char const special = *at++;
         if (special == '\n') {
             add_text("\r\n");
@@ -57,7 +57,7 @@ void MessageParts::add_text(std::string_view text) {
 inline char const* MessageParts::add_insert(char const* at) {
     auto const [number, conversion] = read_message_insert(at);
     // MUTANT_EXCL_LINE(+= to -=; 2 to 3): what is longer is read otherwise
-    m_room_taken += conversion.size() + 2;
+    m_conversions_size += conversion.size() + 2;
     Part& part = m_parts[m_count++];
     part.number = number;
     stl_parse_conversion(conversion.data(), part.conversion);
@@ -74,7 +74,7 @@ inline char const* MessageParts::add_insert(char const* at) {
 void MessageParts::render(STL_TEXT& text, char* args) const {
     int const error = errno; // also for the next message's %m
     STL_ARG_CURSOR cursor(args);
-    STL_VALUE values[MessageInsert::most + 1]; // MUTANT_EXCL_LINE(1 to 2): room alone
+    STL_VALUE values[MessageInsert::max_number + 1]; // MUTANT_EXCL_LINE(1 to 2): room alone
     for (unsigned number = 1; number <= m_highest; ++number)
         cursor.take(m_arguments[number].kind, values[number]);
     for (unsigned i = 0; i < m_count; ++i) {

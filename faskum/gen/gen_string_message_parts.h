@@ -28,15 +28,15 @@ class MessageParts {
         STL_ARGUMENT kind;
         bool is_named; // by an insert
     };
-    static constexpr unsigned most = 128; // MUTANT_EXCL_LINE: what is longer is read otherwise
+    static constexpr unsigned max_parts = 128; // MUTANT_EXCL_LINE: what is longer is read otherwise
 
     void add_text(std::string_view text);
     inline char const* add_insert(char const* at);
 
     unsigned m_count = 0;
     unsigned m_highest = 0;
-    std::size_t m_room_taken = 0; // MUTANT_EXCL_LINE: what is longer is read otherwise
+    std::size_t m_conversions_size = 0; // MUTANT_EXCL_LINE: what is longer is read otherwise
     // Up to the highest. MUTANT_EXCL_LINE(1 to 2): room alone
-    Argument m_arguments[MessageInsert::most + 1];
-    Part m_parts[most];
+    Argument m_arguments[MessageInsert::max_number + 1];
+    Part m_parts[max_parts];
 };

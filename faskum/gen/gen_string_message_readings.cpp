@@ -3,7 +3,8 @@
 #include <cstring>
 
 void MessageReadings::expand() {
-    m_buffer[MessageInsert::room] = '\0'; // ends what the second reading has half written over
+    m_buffer[MessageInsert::conversion_capacity] =
+        '\0'; // ends what the second reading has half written over
     read_inserts();
     m_end = 0;
     read_all();
@@ -60,7 +61,7 @@ unsigned MessageReadings::record(char const*& at) {
 }
 
 bool MessageReadings::put(char c) {
-    if (m_end == MessageInsert::room)
+    if (m_end == MessageInsert::conversion_capacity)
         return false;
     m_buffer[m_end++] = c;
     return true;

@@ -32,9 +32,9 @@ class MessageReadings {
     unsigned m_counter = 0; // the argument that the cursor stands behind
     unsigned m_end = 0;     // of what the current reading has recorded
     // MUTANT_EXCL_LINE(1 to 2): room alone
-    bool m_is_used[MessageInsert::most + 1] = {};
+    bool m_is_used[MessageInsert::max_number + 1] = {};
     // In the buffer, of the numbers used. MUTANT_EXCL_LINE(1 to 2): room alone
-    unsigned short m_begin[MessageInsert::most + 1];
+    unsigned short m_begin[MessageInsert::max_number + 1];
     // MUTANT_EXCL_LINE(1 to 2): room alone
-    char m_buffer[MessageInsert::room + 1];
+    char m_buffer[MessageInsert::conversion_capacity + 1];
 };

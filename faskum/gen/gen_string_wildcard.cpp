@@ -12,9 +12,9 @@
 
 namespace {
 
-/// What one character becomes: up to four bytes, the first in the lowest place. The highest half
-/// byte is the length and one more. A letter makes that by itself, whose fourth byte is "]"; what
-/// is shorter has room for it.
+/// What one character becomes: up to four bytes, the first in the lowest place. The top four bits
+/// are the length and one more: a letter's four bytes, the last of them "]" or 0x5D, have that
+/// there by themselves, and what is shorter leaves the top byte free.
 using Expansion = std::uint32_t;
 static_assert(']' >> 4 == 4 + 1);
 

@@ -107,7 +107,7 @@ std::string MessageInserts::read(char const* format) {
 
 std::string MessageInserts::add(unsigned number, std::string conversion) {
     m_room_taken += conversion.size() + 1; // its terminator
-    if (m_room_taken > MessageInsert::room)
+    if (m_room_taken > MessageInsert::conversion_capacity)
         return "the conversions of the message are longer than gen has room for";
     Conversions& known = m_conversions[number];
     if (std::find(known.begin(), known.end(), conversion) != known.end())

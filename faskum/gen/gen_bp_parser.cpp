@@ -9,6 +9,33 @@
 #include <algorithm>
 #include <new>
 
+namespace {
+
+/// The operator at which a range is split, @p last for none. The walk for it ends at a "||".
+/// @param depth receives the depth at its end
+GEN_BP_PARSER::iterator loosest_operator(GEN_BP_PARSER::iterator first,
+                                         GEN_BP_PARSER::iterator last, std::ptrdiff_t& depth,
+                                         STR& errors) {
+    auto chosen = last;
+    for (; first != last && (chosen == last || (*chosen)->type != BP_TOKEN_OR); ++first) {
+        if (*first == nullptr)
+            continue;
+        BP_TOKEN_TYPE const type = (*first)->type;
+        if (type == BP_TOKEN_LEFT_PAREN) {
+            ++depth;
+        } else if (type == BP_TOKEN_RIGHT_PAREN && --depth < 0) {
+            report(reports::negative_depth);
+            errors += bp_too_many_closed;
+        } else if (depth == 0 && bp_is_operator(type) &&
+                   (chosen == last || bp_is_looser(type, (*chosen)->type))) {
+            chosen = first;
+        }
+    }
+    return chosen;
+}
+
+} // namespace
+
 MEM_LIST<BP_TOKEN*>& GEN_BP_PARSER::TokenList::show() {
     m_is_shown = true;
     append_pending();
@@ -86,29 +113,6 @@ bool GEN_BP_PARSER::expression_has_multiple_terms(iterator first, iterator last)
             report(reports::negative_depth);
     }
     return false;
-}
-
-/// The operator at which a range is split, @p last for none. The walk for it ends at a "||".
-/// @param depth receives the depth at its end
-static GEN_BP_PARSER::iterator loosest_operator(GEN_BP_PARSER::iterator first,
-                                                GEN_BP_PARSER::iterator last, std::ptrdiff_t& depth,
-                                                STR& errors) {
-    auto chosen = last;
-    for (; first != last && (chosen == last || (*chosen)->type != BP_TOKEN_OR); ++first) {
-        if (*first == nullptr)
-            continue;
-        BP_TOKEN_TYPE const type = (*first)->type;
-        if (type == BP_TOKEN_LEFT_PAREN) {
-            ++depth;
-        } else if (type == BP_TOKEN_RIGHT_PAREN && --depth < 0) {
-            report(reports::negative_depth);
-            errors += bp_too_many_closed;
-        } else if (depth == 0 && bp_is_operator(type) &&
-                   (chosen == last || bp_is_looser(type, (*chosen)->type))) {
-            chosen = first;
-        }
-    }
-    return chosen;
 }
 
 bool GEN_BP_PARSER::get_first_subexpression(iterator first, iterator last,

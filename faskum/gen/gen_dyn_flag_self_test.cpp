@@ -35,6 +35,30 @@ class Transcript {
     GEN_DYN_FLAG_MANAGER const& m_manager;
 };
 
+/// Those that the self-test leaves behind.
+struct Flags {
+    GEN_DYN_FLAG f1, f3, f4, f5;
+};
+
+/// What the operators make of a mask of f4 and f5.
+void write_tests_of(GEN_DYN_FLAG mask, Flags const& flags, Transcript& transcript) {
+    auto const& [f1, f3, f4, f5] = flags;
+    constexpr GEN_DYN_FLAG none;
+    GEN_DYN_FLAG const early = f1 | f3 | f4;
+    GEN_DYN_FLAG const late = f4 | f5;
+    transcript.truth((mask & f1) != none);
+    // MUTANT_EXCL_LINE(& to |): none of the flags is empty
+    transcript.truth((mask & early) != none);
+    // MUTANT_EXCL_LINE(& to |): the mask has the fifth, which is not among them
+    transcript.truth((mask & early) == early);
+    // MUTANT_EXCL_LINE(& to |): the flag is not empty
+    transcript.truth((mask & f5) != none);
+    // MUTANT_EXCL_LINE(& to |): they are the mask
+    transcript.truth((mask & late) == late);
+    // MUTANT_EXCL_LINE(& to |): none of the flags is empty
+    transcript.truth((mask & late) != none);
+}
+
 } // namespace
 
 void GEN_DYN_FLAG::test_myself_out(GEN_DYN_FLAG_MANAGER* mgr) {
@@ -42,7 +66,6 @@ void GEN_DYN_FLAG::test_myself_out(GEN_DYN_FLAG_MANAGER* mgr) {
         report(reports::no_manager);
         return;
     }
-    constexpr GEN_DYN_FLAG none;
     Transcript transcript("d:\\fenno\\comp\\mls\\flag_test.tst", *mgr);
     transcript.statistics();
 
@@ -69,19 +92,7 @@ void GEN_DYN_FLAG::test_myself_out(GEN_DYN_FLAG_MANAGER* mgr) {
 
     GEN_DYN_FLAG const f5 = mgr->create_flag("f5");
     transcript.flag(mask |= f5);
-    GEN_DYN_FLAG const early = f1 | f3 | f4;
-    GEN_DYN_FLAG const late = f4 | f5;
-    transcript.truth((mask & f1) != none);
-    // MUTANT_EXCL_LINE(& to |): none of the flags is empty
-    transcript.truth((mask & early) != none);
-    // MUTANT_EXCL_LINE(& to |): the mask has the fifth, which is not among them
-    transcript.truth((mask & early) == early);
-    // MUTANT_EXCL_LINE(& to |): the flag is not empty
-    transcript.truth((mask & f5) != none);
-    // MUTANT_EXCL_LINE(& to |): they are the mask
-    transcript.truth((mask & late) == late);
-    // MUTANT_EXCL_LINE(& to |): none of the flags is empty
-    transcript.truth((mask & late) != none);
+    write_tests_of(mask, {f1, f3, f4, f5}, transcript);
 
     transcript.flag(mask);
     transcript.flag(mgr->get_named_flag("f4"));

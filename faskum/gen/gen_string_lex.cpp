@@ -80,8 +80,8 @@ int compare_integers(Iterator end1, Iterator& at1, Iterator end2, Iterator& at2,
 template <bool fold>
 int byte_difference(char a, char b) {
     if constexpr (fold) {
-        a = static_cast<char>(ascii_folded(a));
-        b = static_cast<char>(ascii_folded(b));
+        a = ascii_lower(a);
+        b = ascii_lower(b);
     }
     return static_cast<signed char>(a) - static_cast<signed char>(b);
 }

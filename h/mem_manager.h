@@ -17,10 +17,10 @@ struct MEM_TRACKER_THUNK {
 };
 
 /// A count of bytes that is exact from any number of threads, and costs a plain addition while the
-/// process has only one: otherwise making and freeing a string would take 1.2 times as long, a find
-/// in the cache 1.1 times (scripts/bench 'STR construct.*|gen_find_file_cache.*'). The plain
-/// addition can lose nothing: glibc clears its flag before a second thread starts and never sets it
-/// again, and starting a thread publishes what was stored before.
+/// process has only one: otherwise making and freeing a string would take 1.2 times as long
+/// (scripts/bench 'STR construct.*'). The plain addition can lose nothing: glibc clears its flag
+/// before a second thread starts and never sets it again, and starting a thread publishes what was
+/// stored before.
 class MEM_BYTE_COUNTER {
   public:
     /// Bytes now in use.

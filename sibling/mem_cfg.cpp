@@ -50,7 +50,7 @@ bool mem_cfg_is_on(char const* name, bool by_default) {
     if (!is_name(name))
         return by_default;
     // Hosts that set none are spared the search: they would wait 1.7 times as long for a silent
-    // memory report on 64-bit (scripts/bench 'gen_meminfo.*').
+    // memory report on 64-bit (scripts/bench '.*all switches off').
     if (!set_switches.empty())
         if (auto const found = find_set_switch(name); found != set_switches.end())
             return found->on;

@@ -32,10 +32,11 @@ class KORVANE_API FIO_FIND {
     FIO_FIND(FIO_FIND const&) = delete;
     FIO_FIND& operator=(FIO_FIND const&) = delete;
 
-    /// Objects on the heap are tracked memory, like the containers in them.
+    /// An object on the heap is tracked memory, like the containers in it.
     static void* operator new(std::size_t size) {
         return MEM_STL_ALLOCATOR<unsigned char>().allocate(size);
     }
+    /// Gives the tracked memory of an object back; null is ignored.
     static void operator delete(void* object) {
         MEM_STL_ALLOCATOR<unsigned char>().deallocate(static_cast<unsigned char*>(object), 0);
     }

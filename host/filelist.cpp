@@ -1,6 +1,6 @@
 #include "command.h"
 #include "file_hint.h"
-#include "file_list.h"
+#include "file_list_reader.h"
 #include "gen_path.h"
 #include "lookup.h"
 #include "project_options.h"

@@ -23,7 +23,7 @@ struct Range {
     /// How many more "(" than ")" it has.
     std::int32_t balance;
     /// How many ")" to write behind the range.
-    std::uint32_t closers;
+    std::uint32_t closers = 0;
 };
 
 class Rewriter {
@@ -62,8 +62,7 @@ class Rewriter {
 };
 
 void Rewriter::rewrite() {
-    Range range{0, m_terms.size(), m_terms.first_operator(), m_terms.left_by(), m_terms.balance(),
-                0};
+    Range range{0, m_terms.size(), m_terms.first_operator(), m_terms.left_by(), m_terms.balance()};
     for (;;) {
         while (range.first < range.last)
             if (range.first_operator < range.last)
@@ -100,7 +99,7 @@ void Rewriter::split(Range& range) {
     } else {
         m_output += function_names[static_cast<std::size_t>(type - BP_TOKEN_AND)];
         m_right_sides.push_back(right_side(range, op));
-        range = {range.first, op, range.first_operator, range.left_by, 0, 0};
+        range = {range.first, op, range.first_operator, range.left_by, 0};
     }
 }
 

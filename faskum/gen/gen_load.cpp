@@ -3,11 +3,10 @@
 // after the host's own static objects, whose destructors may still ask for a path.
 //
 // Whatever has no destructor needs no order, and stands with its topic: the find-file cache, which
-// is released here; the executable's path, which stays in the process for
-// those who keep it; the stream of the GUI profile, which is its host's to close; the name of the
-// base locale, which is its host's to set; what the environment said at the first call of
-// gen_is_system_64bit; and what loading finds out about the processor and valgrind, which checksums
-// and comparisons go by.
+// is released here; the executable's path, which stays in the process for those who keep it; the
+// stream of the GUI profile, which is its host's to close; the name of the base locale, which is
+// its host's to set; what the environment said at the first call of gen_is_system_64bit; and what
+// loading finds out about the processor and valgrind, which checksums and comparisons go by.
 
 #include "gen_load.h"
 

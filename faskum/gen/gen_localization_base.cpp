@@ -1,6 +1,7 @@
 #include "gen_localization_base.h"
 
 #include "gen_memory_watch.h"
+#include "gen_state.h"
 
 #include <algorithm>
 #include <cerrno>

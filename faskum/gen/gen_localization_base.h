@@ -34,11 +34,6 @@ struct BaseLocale {
 };
 
 extern std::atomic<BaseLocale const*> current_base_locale;
-/// What a null base name stands for: the locale in force, in every category.
-extern BaseLocale const no_base_locale;
-/// Every locale that was ever asked for, until the library goes: another thread may be using it,
-/// and a host has few names to give.
-extern MEM_LIST<BaseLocale> base_locales;
 
 /// Frees every locale that was kept, when gen is unloaded.
 void release_base_locales();

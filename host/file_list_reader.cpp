@@ -1,4 +1,4 @@
-#include "file_list.h"
+#include "file_list_reader.h"
 
 #include "input.h"
 

@@ -1,3 +1,5 @@
+// An answer as people see it; json.cpp writes the same for scripts.
+
 #include "answer.h"
 
 #include <algorithm>
@@ -18,6 +20,7 @@ std::string label_of(std::string_view key) {
     return label;
 }
 
+/// The same in every locale: some subcommands choose one.
 std::string number_text(auto number) {
     char digits[64];
     return {digits, std::to_chars(digits, digits + sizeof digits, number).ptr};
@@ -99,6 +102,7 @@ class LabelledText {
     void show_record(Value::Record const& record) const {
         std::size_t const width =
             width_of(record, [](auto const& member) { return member.first.size(); });
+        // Its lines begin two columns further in: so its values stay below those outside.
         std::size_t const inner = std::max(width, m_width > 2 ? m_width - 2 : 0);
         for (auto const& [key, value] : record)
             LabelledText(m_stream, m_indent + 2, inner).show(key, value);
@@ -129,6 +133,7 @@ std::size_t width_of(std::string_view text) {
 
 using Row = std::vector<std::string>;
 
+/// The heads are the keys of the first row: all rows of a table have the same ones.
 std::vector<Row> cells_of(Value::List const& rows) {
     std::vector<Row> cells;
     for (Value const& value : rows) {

@@ -11,6 +11,7 @@ namespace {
 Status ask_for(std::string& name, Answer& one, Batch::Ask const& ask) {
     if (name.find('\0') == std::string::npos)
         return ask(name, one);
+    // An empty line all the same: which line is whose shows by counting.
     one.view("");
     one.remark("a name holds a NUL byte; with -0 names end with one");
     return STATUS_USAGE;
@@ -23,6 +24,7 @@ void write(Answer const& one, Status status, std::FILE* stream) {
     } else {
         print_text(one, stream);
     }
+    // Before what is remarked about it.
     std::fflush(stream);
     print_remarks(one);
 }
@@ -52,6 +54,7 @@ Status Batch::answer(std::vector<std::string> const& names, Answer& all, Ask con
             return true;
         }
         write(one, status, stream);
+        // With nowhere to write no more is asked. print_reply reports it.
         return std::ferror(stream) == 0;
     });
     if (stream == nullptr)

@@ -10,7 +10,8 @@
 
 class Batch {
   public:
-    /// Answers for one name: @p one is a line of text, or an object, of its own.
+    /// Answers for one name: @p one is a line of text, or an object, of its own. The name is a copy
+    /// that it may change.
     using Ask = std::function<Status(std::string& name, Answer& one)>;
 
     void declare(Options& options);
@@ -22,6 +23,8 @@ class Batch {
     Status answer(std::vector<std::string> const& names, Answer& all, Ask const& ask) const;
 
   private:
+    /// Hands over all names in order, those on standard input for each "-", until @p take gives
+    /// false. Gives why they cannot all be read, or "".
     std::string each(std::vector<std::string> const& names,
                      std::function<bool(std::string&)> const& take) const;
 

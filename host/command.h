@@ -11,7 +11,7 @@
 #include <string_view>
 #include <utility>
 
-/// What the process ends with.
+/// What the process ends with. What is worse is greater: of several answers the greatest counts.
 enum Status : int {
     STATUS_YES = 0,   ///< found, true, equal, nothing to complain of
     STATUS_NO = 1,    ///< not found, false, different, diagnostics
@@ -33,7 +33,7 @@ class Command {
     virtual Status run(Answer& answer) = 0;
 };
 
-/// What --help says about a subcommand or a family.
+/// What --help says about a subcommand or a family. The strings live as long as the program.
 struct Help {
     char const* name;
     char const* summary; ///< one line, in the third person: "Sorts lines ..."
@@ -49,6 +49,7 @@ class Commands {
 
     /// What is added from now on is listed under this heading; under "" it is not listed.
     void group(char const* heading) { m_next_heading = heading; }
+    /// Adds a family. What it gives takes its subcommands, and stays where it is.
     Commands& family(Help const& help);
     template <typename Kind>
     void add(Help const& help) {
@@ -63,13 +64,15 @@ class Commands {
     bool is_family() const { return m_make == nullptr; }
     bool is_hidden() const { return *m_heading == '\0'; }
     std::list<Commands> const& below() const { return m_below; }
+    /// The one of that name directly below, or null.
     Commands const* find(std::string_view name) const;
+    /// Not for a family, which has nothing to make.
     std::unique_ptr<Command> make() const { return m_make(); }
 
   private:
     Help m_help;
     Maker m_make;
-    bool m_is_root = true;
+    bool m_is_root = true; ///< until it is added to another
     char const* m_heading = "";
     char const* m_next_heading = "Subcommands";
     std::list<Commands> m_below;

@@ -1,3 +1,6 @@
+// The one source that includes the library for command lines, whose header takes long to compile.
+// That library reads files of settings as well: so they are read here, too.
+
 #include "command_line.h"
 
 #include "input.h"
@@ -18,6 +21,7 @@ namespace {
 class Parser : public CLI::App {
   public:
     explicit Parser(Options& options) {
+        // None of the library's: --help is declared like any other option.
         set_help_flag();
         allow_extras();
         for (Option& option : options.all()) {
@@ -31,6 +35,8 @@ class Parser : public CLI::App {
             CLI::Option* const parsed = option.kind == Option::Kind::flag
                                             ? add_flag(names)
                                             : add_option(names)->expected(1);
+            // All values are kept, for Option::take to judge, each for one: neither are brackets a
+            // list, nor does an option take the word behind its value.
             parsed->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
             parsed->allow_extra_args(false);
             m_options.emplace_back(&option, parsed);
@@ -48,6 +54,7 @@ class Parser : public CLI::App {
         return "";
     }
 
+    /// What is left over, but for the "--" that ends the options.
     std::vector<std::string> arguments() const {
         std::vector<std::string> all;
         for (auto const& [kind, word] : missing_)
@@ -125,6 +132,7 @@ std::string unknown_option_fault(Options const& options, std::string const& word
 class SettingsText {
   public:
     SettingsText(std::string const& path, std::string_view text) : m_path(path) {
+        // A "#" begins a comment even in quotes, which take then refuses.
         for (std::string_view const line : lines_of(text))
             take(trimmed(line.substr(0, line.find('#'))));
         if (m_in_list)
@@ -181,6 +189,7 @@ class SettingsText {
 
 std::string read_command_line(Options& options, std::vector<std::string> words) {
     part_empty_values(options, words);
+    // The library takes words from the end of what it is given.
     std::reverse(words.begin(), words.end());
     Parser parser(options);
     std::string unfinished; // by an option at the end, without its value
@@ -191,6 +200,7 @@ std::string read_command_line(Options& options, std::vector<std::string> words) 
         unfinished = message.substr(0, message.find(':')) + ": its value is missing";
     }
     std::string const unusable = take_options(parser);
+    // First, since it causes other faults: its value is taken for an argument.
     if (std::string const word = parser.unknown_option(); !word.empty())
         return unknown_option_fault(options, word);
     if (!unfinished.empty() || !unusable.empty())

@@ -27,9 +27,11 @@ void take_tokens(GEN_BP_PARSER& parser, Rewritten& rewritten) {
 Rewritten rewrite(std::string_view condition, bool with_tokens) {
     Rewritten result{std::string(condition), {}, {}, {}, {}, false};
     Reports reports;
+    // One parser a condition: it keeps the errors of an earlier one.
     GEN_BP_PARSER parser;
     STR expression(condition);
     if (with_tokens) {
+        // These tokens are rewritten below: the string that is parsed is empty by then.
         parser.working_string().swap(expression);
         parser.tokenize_string();
         take_tokens(parser, result);
@@ -43,6 +45,7 @@ Rewritten rewrite(std::string_view condition, bool with_tokens) {
 }
 
 Value::List token_rows(Rewritten const& rewritten) {
+    // By BP_TOKEN_TYPE.
     static constexpr std::array<char const*, 12> names{"literal", "path", "bus", "&&",   "||", "=",
                                                        ">",       "<",    "~",   "time", "(",  ")"};
     Value::List rows;

@@ -38,6 +38,7 @@ class AskedVariable {
     std::optional<std::string> m_before;
 };
 
+/// Changes the search paths, shows them and restores them, as a tool does that starts another one.
 class Env : public Command {
   public:
     void declare(Options& options) override {
@@ -50,6 +51,7 @@ class Env : public Command {
         AskedVariable const platform("KORVANE_PLATFORM", m_platform);
         AskedVariable const bit_type("KORVANE_BIT_TYPE", m_bit_type);
         bool const had_library_path = std::getenv("LD_LIBRARY_PATH") != nullptr;
+        // gen keeps its first answer: a later request to the same process cannot change it.
         answer.field("64_bit_wanted", gen_is_system_64bit());
         STR old_path;
         STR old_library_path;

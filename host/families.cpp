@@ -20,6 +20,7 @@ Commands const* Commands::find(std::string_view name) const {
     return found != m_below.end() ? &*found : nullptr;
 }
 
+// --help and describe list them in this order.
 std::unique_ptr<Commands> all_commands() {
     auto all = std::make_unique<Commands>(Help{
         .name = "gen_query",

@@ -18,6 +18,7 @@ namespace {
 /// How many entries of directories are looked at: a hint is not worth more than a moment.
 constexpr std::size_t most_entries = 20000;
 
+/// Finds the file that is most like a name, in the directories that it is led to.
 class Search {
   public:
     /// @param types the extensions of a name without one; none for the name of a file
@@ -90,6 +91,8 @@ std::string hint(std::string const& name, MEM_VECTOR<STR> const* types) {
     Search search(name, types);
     if (fs::path(name).filename().native().size() > NAME_MAX)
         return ""; // no file has it
+    // Of equals the one of the earlier directory is meant. All of the project comes last, since it
+    // may have more entries than are looked at.
     for (std::string const& directory : lookup_directories())
         search.look(directory, false);
     for (std::string const& directory : directories_of({gen_get_korvane_eda_lib_paths()}))

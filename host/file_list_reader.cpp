@@ -55,6 +55,7 @@ class Words {
         skip(end + 2);
     }
 
+    /// A word may have several pieces. Those in quotes may have blanks.
     Word next_word() {
         Word word{"", "", m_line};
         while (!m_rest.empty() && blanks.find(m_rest.front()) == blanks.npos) {
@@ -87,6 +88,7 @@ class Words {
         return text;
     }
 
+    /// Takes the variable that the word begins with. Gives its name, "" for a "$" by itself.
     std::string take_variable(std::string_view& word) const {
         word.remove_prefix(1);
         char const open = word.empty() ? '\0' : word.front();
@@ -140,6 +142,7 @@ struct OpenList {
     std::vector<Word> words;
     std::size_t next = 0;
 
+    /// Of the word that was taken last.
     std::string place() const { return path + ":" + std::to_string(words[next - 1].line); }
 };
 
@@ -160,6 +163,7 @@ class ListReader {
     using Kind = ListEntry::Kind;
 
     void open(std::string const& path, std::string base) {
+        // A list may have another name the second time, that of a link.
         for (OpenList const& list : m_open)
             if (std::error_code fault; fs::equivalent(list.path, path, fault))
                 fail("'" + path + "' names itself");
@@ -183,6 +187,7 @@ class ListReader {
     void take(Word const& word) {
         std::string const& text = word.text;
         if (text == "-f" || text == "-F") {
+            // Both lie where this list has its base. Of their own names only those of -F have one.
             fs::path const path = fs::path(m_open.back().base) / value_of(text).text;
             if (path == standard_input)
                 fail("standard input cannot be named in a list");
@@ -217,7 +222,7 @@ class ListReader {
         m_entries.push_back({kind, std::move(text), m_open.back().base, m_open.back().place()});
     }
 
-    std::vector<OpenList> m_open;
+    std::vector<OpenList> m_open; ///< each is named by the one before it; the last is being read
     std::vector<ListEntry> m_entries;
 };
 

@@ -19,6 +19,8 @@ std::string absolute_path(fs::path const& path) {
     return fs::absolute(path, fault).lexically_normal();
 }
 
+/// Takes a list entry by entry. What cannot be found is left out of the list that is written, and
+/// the status is then 1.
 class FileList : public Command {
   public:
     void declare(Options& options) override {
@@ -96,7 +98,7 @@ class FileList : public Command {
                std::find(types.begin(), types.end(), type) != types.end();
     }
 
-    /// Beside the list where it says so, else as every tool finds it.
+    /// Beside the list where it says so, else as every tool finds it; "" for none.
     static std::string find(ListEntry const& entry, Answer& answer) {
         std::error_code fault;
         if (fs::path const beside = fs::path(entry.base) / entry.text;
@@ -115,6 +117,8 @@ class FileList : public Command {
         return hits.empty() ? "" : absolute_path(host_text(hits.front().path));
     }
 
+    /// From where a list of -F lies, else from the current directory as simulators do, or else from
+    /// the project's.
     void take_directory(ListEntry const& entry, std::string const& option, Answer& answer) {
         std::error_code fault;
         for (fs::path const& base :
@@ -148,10 +152,10 @@ class FileList : public Command {
     std::string m_list;
     bool m_includes = false;
     ProjectOptions m_project;
-    bool m_whole = true;
+    bool m_whole = true; ///< nothing is missing so far
     SimulatorList m_written;
-    std::vector<std::string> m_unit_directories;
-    std::set<std::string> m_listed;
+    std::vector<std::string> m_unit_directories; ///< those of -y
+    std::set<std::string> m_listed; ///< paths of files, so that simulators read none twice
     Value::List m_records;
 };
 

@@ -55,6 +55,7 @@ class Find : public Command {
         Value::Record record;
     };
 
+    /// Without a hint, which would look through whole directories for each of thousands of names.
     Status answer_one(std::string const& name, LookupWatch& watch, Answer& answer) const {
         Found found = find(name, watch, true, answer);
         for (auto& [key, value] : found.record)
@@ -98,6 +99,7 @@ class Find : public Command {
             record.insert(record.end(), {{"path", {}}, {"group", {}}, {"in_project", {}}});
         } else {
             record.emplace_back("path", path);
+            // What is found without a check was in the cache.
             record.emplace_back("group", hits.empty() ? "cache" : hits.front().group);
             record.emplace_back("in_project", in_project(path));
         }
@@ -107,6 +109,7 @@ class Find : public Command {
 
     /// The path as seen from the project directory, where it lies below it.
     static Value in_project(std::string const& path) {
+        // gen would look a relative one up, as if it were a name.
         if (path.front() != '/')
             return {};
         STR const relative = gen_get_relative_path_if_starts_with_project_dir(path.c_str());

@@ -1,3 +1,5 @@
+// A flag manager that people try without a host: standard input has the steps, one a line.
+
 #include "command.h"
 #include "gen_dyn_flag.h"
 #include "input.h"
@@ -134,6 +136,7 @@ class Session {
         std::optional<unsigned> const mask = is_name(argument) ? std::nullopt : mask_of(argument);
         GEN_DYN_FLAG const flag =
             mask ? GEN_DYN_FLAG(*mask) : m_manager.get_named_flag(argument.c_str());
+        // What the manager is about to free. Anything else it ignores or reports.
         bool const is_named =
             flag.mask() != 0 && (flag.mask() & (flag.mask() - 1)) == 0 && (flag & m_named) == flag;
         m_manager.destroy_flag(flag);
@@ -164,6 +167,8 @@ class Session {
         return entry_of(slot) == "DIRTY" ? 'x' : '.';
     }
 
+    // In this order: when it is made the manager calls the clearer, and nothing that it reports may
+    // reach standard error.
     Reports m_reports;
     SweepRecorder m_clearer;
     GEN_DYN_FLAG_MANAGER m_manager{&m_clearer};
@@ -212,6 +217,7 @@ class Flags : public Command {
                 add(std::string(trimmed(*line)), *reply, interactive);
                 continue;
             }
+            // At a terminal a slip does not end the session.
             if (interactive) {
                 std::fputs("not a step; see gen_query flags --help\n", stderr);
                 continue;

@@ -86,6 +86,7 @@ std::string usage(Options const& options, std::string const& path) {
     return line;
 }
 
+/// Those of one heading were added in a row. Those without one are left out.
 void append_subcommands(std::string& text, Commands const& commands) {
     std::string heading;
     std::vector<Row> rows;
@@ -117,6 +118,7 @@ std::string help_of(Commands const& commands, std::string const& path) {
     std::string text;
     append_wrapped(text, std::string(commands.help().summary) + (is_root ? "" : "."), 0);
     text += '\n';
+    // Its further lines begin below the path, behind "Usage: ".
     append_wrapped(text, usage(options, path) + (commands.is_family() ? " subcommand ..." : ""), 7);
     append_rows(text, "Arguments", rows_of(options, true));
     append_rows(text, "Options", rows_of(options, false));

@@ -1,3 +1,6 @@
+// With both edges given, numbers are counted as they are read. Else all are kept first: the range
+// is known at the end of input alone.
+
 #include "command.h"
 #include "gen_bindata.h"
 #include "input.h"
@@ -26,6 +29,7 @@ std::size_t terminal_columns() {
         return size.ws_col;
     char const* const setting = std::getenv("COLUMNS");
     long const columns = setting != nullptr ? std::strtol(setting, nullptr, 10) : 0;
+    // What no terminal has is taken for a mistake.
     return columns > 0 && columns < 10000 ? static_cast<std::size_t>(columns) : default_columns;
 }
 
@@ -84,6 +88,7 @@ Range range_of(std::vector<double> const& items, std::optional<double> low,
         range.low = high.value_or(data.low);
     if (!high)
         range.high = low.value_or(data.high);
+    // Half a unit alone would be lost in the rounding of a large number.
     double const room = std::max(0.5, std::abs(range.low) * 1e-6);
     if (!low)
         range.low = std::max(range.low - room, -largest);
@@ -151,6 +156,7 @@ class Picture {
             return text;
         auto const length = static_cast<std::size_t>(
             std::lround(static_cast<double>(m_bar_width) * count / m_largest));
+        // A bin that is not empty has a bar, however short.
         return text + std::string(gap, ' ') + std::string(std::max<std::size_t>(length, 1), '#');
     }
 
@@ -170,7 +176,7 @@ class Picture {
     std::size_t m_count_width = 1;
     std::size_t m_bar_width = 0;
     bool m_has_shares = false;
-    unsigned m_largest = 1;
+    unsigned m_largest = 1; ///< of the counts; 1 at least, since bars are divided by it
 };
 
 class Histogram : public Command {
@@ -257,6 +263,7 @@ class Histogram : public Command {
         return true;
     }
 
+    /// What lies outside gen would report, and count in the total.
     void count(double item) {
         if (item >= m_range.low && item <= m_range.high)
             m_histogram->add_item(item);
@@ -311,7 +318,7 @@ class Histogram : public Command {
     std::optional<double> m_low;
     std::optional<double> m_high;
     unsigned m_bins = 10;
-    GEN_BINDATA* m_histogram = nullptr;
+    GEN_BINDATA* m_histogram = nullptr; ///< null where there is nothing that gives a range
     Range m_range{};
     Outside m_outside;
     std::vector<Reports::Report> m_reported;

@@ -63,6 +63,7 @@ class Include : public Command {
         STR beside_alias;
     };
 
+    /// Without a hint, which would look through whole directories for each of thousands of names.
     Status answer_one(std::string const& name, Answer& answer) const {
         Found found = find(name, true, answer);
         for (auto& [key, value] : found.record)

@@ -64,9 +64,11 @@ std::string read_pieces(char end, std::function<bool(std::string& piece)> const&
         std::size_t room = 0;
         ~Buffer() { std::free(text); }
     } buffer;
+    // Kept: while serve answers a piece, stdin is another stream.
     std::FILE* const stream = stdin;
     for (;;) {
         ssize_t const size = getdelim(&buffer.text, &buffer.room, end, stream);
+        // Memory may have failed, too, which ferror does not show.
         if (size < 0)
             return std::feof(stream) != 0 ? "" : reading_fault("-");
         std::string piece(buffer.text, static_cast<std::size_t>(size));

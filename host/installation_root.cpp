@@ -32,6 +32,7 @@ std::string enter_installation(std::string const& root) {
     fs::path const directory = fs::absolute(root, fault).lexically_normal();
     std::string const left_root = host_text(gen_get_korvane_path());
     chosen.root = root;
+    // It need not exist: gen looks at nothing but the path.
     chosen.executable = directory / "linux" / "gen_query";
     chosen.left_executable = std::exchange(gen_module_fullpath, chosen.executable.data());
     char const* const variable = std::getenv("KORVANE_ROOTDIR");
@@ -39,6 +40,7 @@ std::string enter_installation(std::string const& root) {
         chosen.left_variable = variable;
         unsetenv("KORVANE_ROOTDIR"); // the start set it to the root that is left now
     }
+    // A second start keeps the location and does all the rest for it.
     gen_exe_fini();
     gen_exe_init(0, nullptr);
     return fs::is_directory(directory / "libraries", fault)

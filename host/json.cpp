@@ -1,3 +1,5 @@
+// The one source that includes the JSON library, whose header takes long to compile.
+
 #include "json.h"
 
 #include "json_text.h"
@@ -53,6 +55,7 @@ class JsonWriter {
 
   private:
     void scalar(std::string_view text) { scalar(to_json_text(text)); }
+    /// Infinities and not-a-number, which JSON does not have, come out as null.
     void scalar(auto const& value) { write(nlohmann::json(value).dump(), m_stream); }
     void end_line() {
         if (!m_inline)

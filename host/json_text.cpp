@@ -33,7 +33,8 @@ std::size_t character_size(std::string_view text) {
     return size;
 }
 
-/// Whether a character is one that stands for a byte.
+/// Whether a character is one that stands for a byte: in UTF-8 U+EF80 to U+EFBF are ee be 80 to
+/// ee be bf, and U+EFC0 to U+EFFF are ee bf 80 to ee bf bf.
 bool stands_for_byte(std::string_view character) {
     return byte_at(character, 0) == 0xee && byte_at(character, 1) >= 0xbe;
 }
@@ -53,6 +54,7 @@ std::string to_json_text(std::string_view bytes) {
         std::size_t const size = character_size(bytes);
         std::string_view const character = bytes.substr(0, size);
         if (size == 0 || stands_for_byte(character)) {
+            // Of a character the further bytes begin none themselves, and follow one by one.
             append_byte(text, byte_at(bytes, 0));
             bytes.remove_prefix(1);
         } else {

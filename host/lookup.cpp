@@ -47,6 +47,7 @@ void view(Answer& answer, Rows rows) {
 void forget_project() {
     gen_clear_all_library_paths();
     gen_destroy_find_file_cache();
+    // gen keeps these strings when it releases what it has made of them.
     for (STR* const text :
          {&gen_project_dir_path, &gen_korvane_library_paths, &gen_project_library_paths,
           &gen_user_library_paths, &gen_project_output_directory})

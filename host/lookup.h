@@ -47,7 +47,7 @@ class LookupView {
     void describe(Value::Record& record, MEM_VECTOR<ExistenceCheck> const& checks) const;
 
   private:
-    LookupRivals m_rivals;
+    LookupRivals m_rivals; ///< among which files the first one shadows the others
     bool m_trace = false;
     bool m_all = false;
 };

@@ -31,6 +31,7 @@ class Message : public Command {
             answer.remark("message: " + remark);
         remark_unused(answer);
         char* text = nullptr;
+        // The buffer is the address of the pointer that receives an allocated text, null for none.
         gen_formatmessage(flags, m_format.c_str(), 0, 0,
                           static_cast<char*>(static_cast<void*>(&text)), 0, m_arguments.args());
         if (m_show_inserts)
@@ -57,6 +58,7 @@ class Message : public Command {
                               "\", is not used");
     }
 
+    /// Every insert has its argument: where one is missing, run has ended before.
     Value::List insert_rows() const {
         Value::List rows;
         for (auto const& [number, conversions] : m_inserts.conversions())

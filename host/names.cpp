@@ -42,6 +42,7 @@ class Names : public Command {
     FIO_PATH database_file() const {
         STR name = gen_text(m_database_file);
         if (gen_project_db_directory_fio_find == nullptr) {
+            // As the first lookup would.
             if (gen_project_directory_fio_find == nullptr)
                 gen_set_project_dir_path(FIO_FILE_SYSTEM::get_current_directory());
             name.insert(0, gen_get_project_dir_path() + GEN_DB_DIR_NAME + "/");
@@ -72,6 +73,7 @@ class Temp : public Command {
             answer.remark("temp: --prefix: no name holds a \"/\"");
             return STATUS_USAGE;
         }
+        // gen_get_temp_filename would not return before it has created one.
         if (STR const trouble = trouble_of_temporary_file(directory, prefix); !trouble.empty()) {
             answer.field("path", Value());
             answer.remark("no file can be created in " + host_text(directory + ": " + trouble));

@@ -18,6 +18,7 @@ bool is_separator(char byte) {
 }
 
 std::optional<double> number_of(std::string_view text) {
+    // std::from_chars takes no plus sign.
     std::string_view const digits =
         text.front() == '+' && text.size() > 1 && text[1] != '-' ? text.substr(1) : text;
     double number = 0;

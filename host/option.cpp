@@ -18,7 +18,8 @@ std::vector<std::string> split_names(std::string_view names) {
     return all;
 }
 
-/// A whole number; nothing for other texts, and for numbers far beyond what any option takes.
+/// A whole number; nothing for other texts. One that is too large for the type becomes the largest
+/// that is not: so it is refused for its size, and not for its form.
 std::optional<std::int64_t> whole_number(std::string_view text) {
     bool const is_negative = text.starts_with('-');
     if (is_negative || text.starts_with('+'))
@@ -44,6 +45,7 @@ class Setter {
     Setter(Option const& option, std::string const& text) : m_option(option), m_text(text) {}
 
     std::string operator()(bool* target) const {
+        // What the parser gives for a flag without a value.
         if (m_text != "true")
             return "it takes no value";
         *target = true;
@@ -90,6 +92,7 @@ class Setter {
     std::string const& m_text;
 };
 
+/// The kind of value, unless file, directory or program says another.
 struct TypeName {
     std::string operator()(bool*) const { return ""; }
     std::string operator()(std::string*) const { return "TEXT"; }
@@ -98,6 +101,7 @@ struct TypeName {
     std::string operator()(auto*) const { return "NUMBER"; }
 };
 
+/// What --help shows for an option that is not given: what its variable has until then.
 struct InitialText {
     std::string operator()(bool*) const { return ""; }
     std::string operator()(std::string* target) const { return *target; }
@@ -163,6 +167,7 @@ bool Option::has_name(std::string_view name) const {
 }
 
 std::string Option::take(std::string const& text) {
+    // A flag may be repeated: serve puts --json in front of whatever it is asked.
     if (is_given && !is_list() && kind != Kind::flag)
         return "it is given more than once";
     is_given = true;

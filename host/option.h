@@ -12,7 +12,7 @@
 #include <variant>
 #include <vector>
 
-/// One option or argument, and the variable that it sets.
+/// One option or argument, and the variable that it sets, which has to outlive it.
 struct Option {
     enum class Kind { flag, value, argument };
     /// A list takes every value that is given, anything else one.
@@ -36,11 +36,13 @@ struct Option {
     bool is_given = false; ///< set when a command line is read
 
     Option& required();
+    /// This and the next two are for completion: whether it is such a one is not checked.
     Option& file();
     Option& directory();
     Option& program();
     Option& one_of(std::vector<std::string> words);
     Option& between(std::int64_t least, std::int64_t most);
+    /// @param name of one that is declared as well; to say it of either of the two is enough
     Option& excludes(std::string name);
     /// Takes all that follows on the command line, whatever it looks like.
     Option& rest();

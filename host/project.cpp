@@ -9,6 +9,7 @@ Value known(STR const& text) {
     return text.empty() ? Value() : Value(text);
 }
 
+/// As they were given: gen takes relative ones from the project directory.
 Value::List directories_of(FIO_FIND const* find) {
     Value::List list;
     if (find != nullptr)
@@ -61,6 +62,7 @@ class Project : public Command {
     bool m_create = false;
 };
 
+/// What a lookup would be given. Nothing is handed to gen.
 class SettingsInForce : public Command {
   public:
     void declare(Options& options) override { m_project.declare(options); }

@@ -74,6 +74,7 @@ void ProjectOptions::apply(Answer& answer) const {
         if (auto const found = settings.find(name); found != settings.end())
             use(found->second.value);
     };
+    // First: missing libraries are looked for below it.
     with("project", [&](std::string const& directory) {
         remark_missing(answer, "project directory", directory);
         gen_set_project_dir_path(gen_text(directory));
@@ -82,6 +83,7 @@ void ProjectOptions::apply(Answer& answer) const {
         remark_missing(answer, "database directory", directory);
         gen_set_db_dir_path(gen_text(directory));
     });
+    // One that is missing is not remarked: tools create it.
     with("output",
          [](std::string const& directory) { gen_set_project_output_directory(directory.c_str()); });
     with("project-libs", [&](std::string const& directories) {

@@ -46,6 +46,7 @@ class Reader {
     }
 
   private:
+    /// They may stand before and behind each word that leads to the subcommand.
     void take(CommonOptions const& common) {
         m_reply.json = m_reply.json || common.json;
         if (common.root)
@@ -56,6 +57,7 @@ class Reader {
 
     void run() {
         m_reply.answer = Answer(m_reply.json, m_stream);
+        // An empty --root hides the variable, and asks for the own installation.
         if (char const* const variable = std::getenv("GEN_QUERY_ROOT"); variable && !m_root)
             m_root = variable;
         if (m_root && !m_root->empty())
@@ -84,6 +86,7 @@ class Reader {
         if (rest.empty())
             return refuse("a subcommand is missing");
         if (is_root && rest.front() == "help") {
+            // "help text sort" is read once more, as "text sort --help".
             rest.erase(rest.begin());
             rest.emplace_back("--help");
             words = std::move(rest);
@@ -99,6 +102,7 @@ class Reader {
         return true;
     }
 
+    /// Goes down to the one of that name. False where there is none, which is the reply then.
     bool go_to(std::string const& name) {
         if (Commands const* const below = m_commands->find(name)) {
             m_commands = below;
@@ -112,6 +116,7 @@ class Reader {
         return refuse("unknown subcommand '" + name + "'" + did_you_mean(name, known));
     }
 
+    /// This and the next two make the reply, and give false for enter to return.
     bool give_version() {
         if (!m_reply.json)
             return give(version_text());
@@ -127,6 +132,7 @@ class Reader {
         return false;
     }
 
+    /// The name of the subcommand goes in front. That of gen_query is left to print_remarks.
     bool refuse(std::string const& fault) {
         std::string const place = m_path.substr(std::min(m_path.find(' '), m_path.size()));
         m_reply.answer.remark(place.empty() ? fault : place.substr(1) + ": " + fault);
@@ -141,7 +147,8 @@ class Reader {
     std::FILE* m_stream;
 };
 
-/// Why the lines that are written already are not all of them.
+/// Why the lines that are written already are not all of them, as a last line of JSON. Without
+/// --json the remarks on standard error are all that says it.
 void print_fault_line(Reply const& reply) {
     if (!reply.json || reply.status != STATUS_USAGE || reply.answer.remarks().empty())
         return;
@@ -175,6 +182,7 @@ Reply reply_to(Commands const& root, std::vector<std::string> words, std::FILE* 
     } catch (std::exception const& error) {
         fault = error.what();
     }
+    // Of a reply that is half there only its form counts, and whether lines are out already.
     Reply failed;
     failed.json = reply.json;
     if (reply.answer.is_written())
@@ -192,6 +200,7 @@ Status print_reply(Reply const& reply) {
     bool printed = false;
     try {
         print(reply);
+        // Before the remarks, which a terminal then shows below the answer.
         printed = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
         print_remarks(reply.answer);
     } catch (std::bad_alloc const&) {
@@ -208,5 +217,6 @@ Status print_reply(Reply const& reply) {
 }
 
 int run_gen_query(Commands const& root, int argc, char const* const* argv) {
+    // A process may be started without even a name of its own.
     return print_reply(reply_to(root, {argv + std::min(argc, 1), argv + argc}, stdout));
 }

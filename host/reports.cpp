@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+// Not a member: a handler is a plain function.
 static std::vector<Reports::Report> kept;
 
 static void keep(char const* condition, char const* /*owner*/, char const* /*source_file*/,

@@ -18,6 +18,7 @@ namespace {
 void set_requests_aside() {
     if (fileno(stdin) != STDIN_FILENO)
         return; // they are in memory
+    // Above the standard descriptors, of which some may be closed.
     int const aside = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     std::FILE* const requests = aside >= 0 ? fdopen(aside, "r") : nullptr;
     if (requests == nullptr)
@@ -28,7 +29,9 @@ void set_requests_aside() {
     stdin = requests;
 }
 
-/// Standard input that has this text, for the span of one request.
+/// Standard input that has this text, for the span of one request: the stream, for gen_query
+/// itself, and the descriptor, for programs that the request starts. Where there is no text, the
+/// descriptor is empty already.
 class InputText {
   public:
     explicit InputText(std::string const& text)
@@ -80,11 +83,13 @@ void write_reply(Request const& request, Status status, Answer const& answer) {
     std::fflush(stdout);
 }
 
+/// One process for all requests: what gen keeps stays from one to the next.
 class Serve : public Command {
   public:
     explicit Serve(Commands const& root) : m_root(root) {}
 
     Status run(Answer& answer) override {
+        // The replies of a second one would get between those to the requests.
         static bool is_serving = false;
         if (is_serving) {
             answer.remark("serve is asked already");
@@ -92,6 +97,7 @@ class Serve : public Command {
         }
         is_serving = true;
         set_requests_aside();
+        // Every reply is printed by itself.
         answer.set_written();
         std::size_t number = 0;
         std::string fault = read_pieces('\n', [&](std::string const& line) {
@@ -135,6 +141,7 @@ class Serve : public Command {
                 refusal.remark(std::string("cannot keep the input: ") + std::strerror(errno));
                 return write_reply(request, STATUS_USAGE, refusal);
             }
+            // In front it applies whatever follows, a fault in the command line as well.
             request.args.insert(request.args.begin(), "--json");
             Reply reply = reply_to(m_root, request.args);
             if (reply.text)

@@ -45,6 +45,7 @@ std::string fault_of(std::string const& name, std::vector<std::string> const& va
                "'; known are project, db, output, project-libs, user-libs";
     if (is_single && values.size() != 1)
         return "'" + name + "' takes one directory";
+    // An empty name would mean the directory of the file itself.
     bool const has_empty = std::find(values.begin(), values.end(), "") != values.end();
     return has_empty ? "'" + name + "' has an empty name" : "";
 }
@@ -62,7 +63,7 @@ Settings read_settings(std::string const& directory) {
             throw std::runtime_error("'" + file.string() + "': " + fault);
         settings[name] = {joined(base, values), file};
     }
-    // What is put behind it as it is are names of files.
+    // gen puts names of files behind it as it stands, without a "/" in between.
     if (auto const db = settings.find("db");
         db != settings.end() && !db->second.value.ends_with('/'))
         db->second.value += '/';

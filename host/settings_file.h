@@ -1,6 +1,7 @@
 #pragma once
 
-/// Files of settings, as the library that reads command lines has them.
+/// Files of settings, as the library that reads command lines has them. It is included in
+/// command_line.cpp alone, where this is defined.
 
 #include <string>
 #include <utility>

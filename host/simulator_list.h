@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+/// What simulators cannot read is listed all the same, and is a fault.
 class SimulatorList {
   public:
     /// A line of a source (""), a library file ("-v "), or a directory of units ("-y ") or of
@@ -23,7 +24,7 @@ class SimulatorList {
 
   private:
     std::vector<std::string> m_lines;
-    std::vector<std::string> m_files;
+    std::vector<std::string> m_files; ///< sources and library files, whose includes are followed
     std::vector<std::string> m_include_directories;
     std::set<std::string> m_known_directories; ///< the same
     std::vector<std::string> m_faults;

@@ -63,7 +63,8 @@ class Sources : public Command {
         return status_of(any);
     }
 
-    /// Sources of different types are the same unit written twice: the most preferred one is taken.
+    /// Sources of different types are the same unit written twice: that which the lookup finds
+    /// first is taken.
     Status show_file_list(Answer& answer, std::string const& unit,
                           MEM_VECTOR<GEN_SOURCE_CANDIDATE> const& candidates) const {
         auto const source =
@@ -131,7 +132,7 @@ class Sources : public Command {
     bool m_shipped = false;
     bool m_file_list = false;
     ProjectOptions m_project;
-    LookupView m_view{LookupRivals::same_extension};
+    LookupView m_view{LookupRivals::same_extension}; ///< since one of each type is found
 };
 
 constexpr Help help = {

@@ -32,7 +32,8 @@ class Checksum : public Command {
             return !has_nul;
         };
         std::string fault;
-        if (m_sanitise || m_given) // spaces are cut at the very end
+        // Sanitising cuts the blanks at the very end of a text, and so takes all of it at once.
+        if (m_sanitise || m_given)
             fault = add_whole(add);
         else
             fault = read_blocks(m_file, add);

@@ -16,6 +16,7 @@ class Sanitise : public Command {
             return m_batch.answer(m_names, answer, [](std::string& name, Answer& one) {
                 one.detail("given", name);
                 gen_replace_invalid_chars(name.data());
+                // Up to the NUL that cuts the blanks at its end.
                 one.plain("name", name.c_str());
                 return STATUS_YES;
             });

@@ -42,6 +42,7 @@ class Wildcard : public Command {
     }
 
   private:
+    /// That one name does not match is an answer, no fault: the status says whether any did.
     Status match_batch(PosixExpression const& expression, Answer& answer) {
         bool any = false;
         Status const status =

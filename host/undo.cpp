@@ -53,6 +53,7 @@ class Undo : public Command {
         std::string const file = host_text(path.fullpath());
         bool const any = std::any_of(sections.begin(), sections.end(),
                                      [](UndoSection const& one) { return one.is_recorded(); });
+        // Without a section the file would be emptied.
         bool const written = any && manager.try_commit_file();
         if (!any)
             answer.remark("there is nothing to write: '" + file + "' is left as it is");
@@ -70,6 +71,7 @@ class Undo : public Command {
             return;
         std::string text;
         if (read_input(file, text).empty() && !text.empty())
+            // The answer writes the last line end itself.
             answer.plain("text", std::string_view(text).substr(0, text.size() - 1));
     }
 

@@ -21,6 +21,7 @@ struct UndoSection {
     STR description;
     std::vector<Entry> entries;
 
+    /// Whether the manager keeps it: without a title or a command it vanishes when it ends.
     bool is_recorded() const { return !title.empty() && !entries.empty(); }
     std::size_t count(bool undo) const;
 };

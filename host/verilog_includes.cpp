@@ -74,6 +74,7 @@ void IncludeDirectories::follow(std::string const& source) {
     std::size_t next = m_files.size();
     meet(source);
     for (; next < m_files.size(); ++next) {
+        // A copy: what is met is appended to them.
         std::string const file = m_files[next];
         std::string text;
         if (std::string fault = read_input(file, text); !fault.empty())
@@ -108,6 +109,7 @@ void IncludeDirectories::add_directory_of(std::string const& name, std::string c
     std::error_code fault;
     if (fs::path(name).is_absolute())
         return;
+    // A simulator takes the first directory that has the name.
     for (std::string const& directory : m_directories)
         if (fs::path const candidate = fs::path(directory) / name; fs::exists(candidate, fault)) {
             if (!fs::equivalent(candidate, path, fault))
@@ -115,6 +117,8 @@ void IncludeDirectories::add_directory_of(std::string const& name, std::string c
                                    "' where the tools take '" + path + "'");
             return;
         }
+    // Where the path does not end in the name, as when that begins with "..", the directory of the
+    // source itself may still lead there.
     std::string const ending = "/" + name;
     std::string directory = fs::path(from).parent_path();
     if (path.ends_with(ending))

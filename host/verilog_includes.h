@@ -39,7 +39,7 @@ class IncludeDirectories {
     void add_directory_of(std::string const& name, std::string const& from,
                           std::string const& path);
 
-    std::size_t m_known;
+    std::size_t m_known; ///< so many directories come first, and are not added
     std::vector<std::string> m_directories;
     std::vector<std::string> m_files; ///< all that were met, sources and what they include
     std::set<std::string> m_met;      ///< the same

@@ -191,7 +191,9 @@ class ListReader {
             fs::path const path = fs::path(m_open.back().base) / value_of(text).text;
             if (path == standard_input)
                 fail("standard input cannot be named in a list");
-            open(path, text == "-F" ? path.parent_path() / "" : fs::path());
+            // An empty base would be none.
+            fs::path const beside = path.has_parent_path() ? path.parent_path() : ".";
+            open(path, text == "-F" ? beside / "" : fs::path());
         } else if (text == "-y") {
             add(Kind::library_directory, value_of(text).text);
         } else if (text == "-v") {

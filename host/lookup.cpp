@@ -54,6 +54,18 @@ void forget_project() {
         text->clear();
 }
 
+namespace {
+
+/// Where relative entries of a group start: those of libraries at the project directory, others at
+/// the current one.
+std::filesystem::path base_of(FIO_FIND const* group) {
+    bool const starts_at_project =
+        group == gen_project_libraries || group == gen_ini_user_libraries;
+    return starts_at_project ? host_text(gen_project_dir_path) : "";
+}
+
+} // namespace
+
 std::vector<std::string> directories_of(std::initializer_list<FIO_FIND const*> groups) {
     std::vector<std::string> directories;
     std::set<std::string> known;
@@ -62,7 +74,8 @@ std::vector<std::string> directories_of(std::initializer_list<FIO_FIND const*> g
         if (group != nullptr)
             for (FIO_PATH const& directory : group->directories()) {
                 std::string const path =
-                    std::filesystem::absolute(host_text(directory.fullpath()), fault)
+                    std::filesystem::absolute(base_of(group) / host_text(directory.fullpath()),
+                                              fault)
                         .lexically_normal();
                 if (known.insert(path).second && std::filesystem::is_directory(path, fault))
                     directories.push_back(path);

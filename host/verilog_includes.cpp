@@ -22,9 +22,10 @@ std::string absolute(std::string const& path) {
     return fs::absolute(path, fault).lexically_normal();
 }
 
-/// Where a text that begins at @p at ends, its quotes behind a backslash left out.
-std::size_t behind_text(std::string_view source, std::size_t at) {
-    for (++at; at < source.size() && source[at] != '"'; ++at)
+/// Behind the string literal that begins at @p at. A quote behind a backslash does not end it; its
+/// line does, which lets a stray quote in what a condition leaves out do no harm.
+std::size_t behind_literal(std::string_view source, std::size_t at) {
+    for (++at; at < source.size() && source[at] != '"' && source[at] != '\n'; ++at)
         if (source[at] == '\\')
             ++at;
     return std::min(at + 1, source.size());
@@ -58,7 +59,7 @@ std::vector<IncludedName> included_names(std::string_view source) {
         } else if (rest.starts_with("/*")) {
             at = behind(source, "*/", at + 2);
         } else if (rest.front() == '"') {
-            at = behind_text(source, at);
+            at = behind_literal(source, at);
         } else if (rest.starts_with(directive)) {
             std::size_t const first =
                 std::min(source.find_first_not_of(" \t", at + directive.size()), source.size());

@@ -68,16 +68,24 @@ class Parser : public CLI::App {
 };
 
 /// "--name=" as the two words that it stands for: the library would look for a value behind it.
+/// Values of other options are left alone, and what the subcommand takes as it is.
 void part_empty_values(Options const& options, std::vector<std::string>& words) {
+    bool const has_rest = std::any_of(options.all().begin(), options.all().end(),
+                                      [](Option const& option) { return option.takes_rest; });
     for (std::size_t i = 0; i < words.size() && words[i] != "--"; ++i) {
-        if (!words[i].starts_with("--") || words[i].find('=') + 1 != words[i].size())
-            continue;
-        std::string const name = words[i].substr(0, words[i].size() - 1);
+        std::string const word = words[i];
+        if (has_rest && !word.starts_with('-'))
+            return;
+        bool const is_empty = word.starts_with("--") && word.find('=') + 1 == word.size();
+        std::string const name = word.substr(0, word.size() - (is_empty ? 1 : 0));
         Option const* const option = options.find(name);
         if (option == nullptr || option->kind != Option::Kind::value)
             continue;
-        words[i] = name;
-        words.insert(words.begin() + static_cast<std::ptrdiff_t>(i) + 1, "");
+        ++i; // to the value
+        if (is_empty) {
+            words[i - 1] = name;
+            words.insert(words.begin() + static_cast<std::ptrdiff_t>(i), "");
+        }
     }
 }
 

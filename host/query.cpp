@@ -37,7 +37,7 @@ class Reader {
         Options options = options_of(m_reply.command.get(), common, false);
         std::string const fault = read_command_line(options, std::move(words));
         take(common);
-        if (common.help)
+        if (common.help || m_wants_help)
             give(help_of(*m_commands, m_path));
         else if (!fault.empty())
             refuse(fault);
@@ -79,17 +79,15 @@ class Reader {
             return give_version();
         if (common.help_all)
             return give(help_of_all(*m_commands, m_path));
-        if (common.help)
+        if (common.help || (m_wants_help && rest.empty()))
             return give(help_of(*m_commands, m_path));
         if (!fault.empty())
             return refuse(fault);
         if (rest.empty())
             return refuse("a subcommand is missing");
         if (is_root && rest.front() == "help") {
-            // "help text sort" is read once more, as "text sort --help".
-            rest.erase(rest.begin());
-            rest.emplace_back("--help");
-            words = std::move(rest);
+            m_wants_help = true;
+            words.assign(rest.begin() + 1, rest.end()); // lead to the subcommand that is meant
             return true;
         }
         // Of a subcommand that nobody knows, this option at least is meant as it always is.
@@ -142,6 +140,7 @@ class Reader {
 
     Commands const* m_commands;
     std::string m_path = "gen_query";
+    bool m_wants_help = false;         ///< by "help" in front
     std::optional<std::string> m_root; ///< of the installation, where another one is asked for
     Reply& m_reply;
     std::FILE* m_stream;
@@ -150,7 +149,7 @@ class Reader {
 /// Why the lines that are written already are not all of them, as a last line of JSON. Without
 /// --json the remarks on standard error are all that says it.
 void print_fault_line(Reply const& reply) {
-    if (!reply.json || reply.status != STATUS_USAGE || reply.answer.remarks().empty())
+    if (!reply.json || !reply.answer.is_cut_short())
         return;
     print_json_inline(reply.answer, true, stdout);
     std::fputc('\n', stdout);
@@ -177,7 +176,7 @@ Reply reply_to(Commands const& root, std::vector<std::string> words, std::FILE* 
         return reply;
     } catch (std::bad_alloc const&) {
         fault = no_memory;
-    } catch (std::length_error const&) { // more than any text can hold
+    } catch (std::length_error const&) { // longer than any string
         fault = no_memory;
     } catch (std::exception const& error) {
         fault = error.what();

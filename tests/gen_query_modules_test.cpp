@@ -40,6 +40,11 @@ TEST_F(GenQueryModules, OptionsAreTheReportsSwitches) {
                              "WS [0-9]+ WS Peak [0-9]+\n"));
 }
 
+TEST_F(GenQueryModules, ValueOfAnOptionMayLookLikeAnother) {
+    EXPECT_THAT(run({"--report-modules-flow", "--tag", "--root=", "--phase", "routing"}).output,
+                MatchesRegex("--root=    routing at .*\n"));
+}
+
 TEST_F(GenQueryModules, SwitchesOfTheEnvironmentCount) {
     EXPECT_EQ(run({}, "profile_dll_usage").output,
               "gen_query  start DLL usage(bytes): Loaded 0 Not Loaded 8\n");

@@ -229,6 +229,20 @@ TEST(GenQuery, HelpIsASubcommandToo) {
     EXPECT_EQ(query({"help", "text"}).output, query({"text", "--help"}).output);
     EXPECT_EQ(query({"help", "text", "sort"}).output, query({"text", "sort", "--help"}).output);
     EXPECT_EQ(query({"help", "nonsense"}).status, 2);
+    EXPECT_EQ(query({"help", "--json", "text"}).output, query({"text", "--help"}).output);
+    EXPECT_EQ(query({"help", "help"}).output, query({"--help"}).output);
+}
+
+TEST(GenQuery, HelpOfASubcommandRunsNoCommandThatFollows) {
+    EXPECT_EQ(query({"help", "time", "stopwatch", "true"}).output,
+              query({"time", "stopwatch", "--help"}).output);
+}
+
+TEST(GenQuery, EmptyValuesArePartedBeforeTheRestAlone) {
+    EXPECT_THAT(query({"time", "stopwatch", "printf", "[%s]", "--root=", "--color="}).errors,
+                StartsWith("[--root=][--color=]"));
+    EXPECT_EQ(query({"--root=", "time", "stopwatch", "true"}).status, 0);
+    EXPECT_EQ(query({"--root", "--color=", "text", "fold", "A"}).output, "a\n");
 }
 
 TEST(GenQuery, HelpOfAllListsEveryOptionInLinesThatFit) {

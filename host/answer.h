@@ -18,7 +18,7 @@ class Value {
     using List = std::vector<Value>;
     /// Keys in the order in which they are shown.
     using Record = std::vector<std::pair<std::string, Value>>;
-    /// Texts that somebody else holds until the answer has been shown.
+    /// Texts that somebody else keeps until the answer has been shown.
     using Lines = std::vector<std::string_view>;
     using Content = std::variant<std::monostate, bool, std::int64_t, std::uint64_t, double,
                                  std::string, List, Record, Lines>;
@@ -74,8 +74,13 @@ class Answer {
     /// Where parts of it may be written before the whole is known; null where they have to be kept.
     std::FILE* stream() const { return m_stream; }
     /// All has been written there, but for why it could not be more.
-    void set_written() { m_written = true; }
+    void set_written() {
+        m_written = true;
+        m_remarks_before = m_remarks.size();
+    }
     bool is_written() const { return m_written; }
+    /// Whether there was a remark since.
+    bool is_cut_short() const { return m_written && m_remarks.size() > m_remarks_before; }
 
     /// Whether it will be shown as JSON.
     bool for_scripts() const { return m_for_scripts; }
@@ -111,6 +116,7 @@ class Answer {
     bool m_for_scripts = false;
     std::FILE* m_stream = nullptr;
     bool m_written = false;
+    std::size_t m_remarks_before = 0;
     std::vector<Entry> m_entries;
     std::vector<std::string> m_remarks;
 };

@@ -13,7 +13,7 @@ Status ask_for(std::string& name, Answer& one, Batch::Ask const& ask) {
         return ask(name, one);
     // An empty line all the same: which line is whose shows by counting.
     one.view("");
-    one.remark("a name holds a NUL byte; with -0 names end with one");
+    one.remark("a name contains a NUL byte; with -0 names end with one");
     return STATUS_USAGE;
 }
 

@@ -48,7 +48,9 @@ class InputText {
         m_is_whole = std::fflush(m_stream) == 0 && std::ferror(m_stream) == 0;
         std::rewind(m_stream);
         m_descriptor = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-        dup2(fileno(m_stream), STDIN_FILENO);
+        if (m_descriptor >= 0)
+            dup2(fileno(m_stream), STDIN_FILENO);
+        m_is_whole = m_is_whole && m_descriptor >= 0;
     }
     ~InputText() {
         stdin = m_previous;
@@ -59,7 +61,8 @@ class InputText {
         if (m_stream != nullptr)
             std::fclose(m_stream);
     }
-    /// False where it could not be written to its end; errno says why.
+    /// False where it could not be written to its end, or the descriptor could not be put aside;
+    /// errno says why.
     bool is_whole() const { return m_is_whole; }
     InputText(InputText const&) = delete;
     InputText& operator=(InputText const&) = delete;

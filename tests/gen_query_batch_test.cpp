@@ -73,7 +73,7 @@ TEST(GenQueryBatch, NamesEndWithTheirLineOrANul) {
     ProgramResult const bad = query({"text", "fold", "-"}, std::string("A\0B\nC\n", 6));
     EXPECT_EQ(bad.status, 2);
     EXPECT_EQ(bad.output, "\nc\n");
-    EXPECT_EQ(bad.errors, "gen_query: a name holds a NUL byte; with -0 names end with one\n");
+    EXPECT_EQ(bad.errors, "gen_query: a name contains a NUL byte; with -0 names end with one\n");
 }
 
 TEST(GenQueryBatch, StatusIsThatOfTheWorst) {
@@ -95,6 +95,15 @@ TEST(GenQueryBatch, FaultsAreAnsweredInALineOfTheirOwn) {
     ProgramResult const full = query_by_shell("yes / | \"$query\" find - >/dev/full");
     EXPECT_EQ(full.status, 2);
     EXPECT_EQ(full.errors, "gen_query: cannot write to standard output\n");
+}
+
+TEST(GenQueryBatch, RemarkOfTheWholeRunIsNoLastLine) {
+    ProgramResult const result =
+        query({"find", "-", "--json", "--project", "/nowhere"}, std::string("a\0b\n", 4));
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.output,
+              "{\"error\": \"a name contains a NUL byte; with -0 names end with one\"}\n");
+    EXPECT_THAT(result.errors, testing::HasSubstr("'/nowhere' does not exist"));
 }
 
 TEST(GenQueryBatch, ServeAnswersAllInOneLine) {
@@ -131,6 +140,17 @@ TEST(GenQueryServe, InputThatCannotBeKeptIsSaid) {
               R"({"id": null, "status": 2, "answer": {"error": )"
               R"("cannot keep the input: File too large"}})"
               "\n");
+}
+
+TEST(GenQueryServe, InputIsRefusedWhereTheOldOneCannotBeKept) {
+    // Three standard streams, the requests and the file of the input: no descriptor is left.
+    std::string const request = R"({"args": ["text", "sort"], "input": "b\\na\\n"})";
+    EXPECT_EQ(
+        query_by_shell("printf '%s\\n' '" + request + "' | (ulimit -n 5; \"$query\" serve) | cat")
+            .output,
+        R"({"id": null, "status": 2, "answer": {"error": )"
+        R"("cannot keep the input: Too many open files"}})"
+        "\n");
 }
 
 TEST(GenQueryServe, KeepsTheProjectUntilItIsReset) {

@@ -191,7 +191,7 @@ void show_table(Value::List const& rows, std::vector<Emphasis> const& emphasis, 
             if (column + 1 < row.size())
                 line.append(widths[column] - width_of(row[column]) + 2, ' ');
         }
-        // The row before the first one holds the heads.
+        // The row before the first one has the heads.
         if (coloured && i > 0 && i <= emphasis.size())
             line = emphasised(std::move(line), emphasis[i - 1]);
         write_line(line, stream);

@@ -135,7 +135,7 @@ class Condition : public Command {
             return STATUS_USAGE;
         }
         if (input.find('\0') != input.npos) {
-            answer.remark("the input holds a NUL byte, at which a condition would end");
+            answer.remark("the input contains a NUL byte, at which a condition would end");
             return STATUS_USAGE;
         }
         Value::List prefixes;

@@ -66,7 +66,8 @@ class Env : public Command {
         if (!changed)
             answer.remark(std::getenv("KORVANE_PLATFORM") == nullptr
                               ? "KORVANE_PLATFORM is not set"
-                              : "the platform's 64-bit directory does not hold '" + m_tool + "'");
+                              : "the platform's 64-bit directory does not contain '" + m_tool +
+                                    "'");
         return status_of(changed);
     }
 

@@ -330,17 +330,16 @@ void add_histogram(Commands& commands) {
     commands.add<Histogram>({
         .name = "histogram",
         .summary = "Counts numbers into bins of equal width and draws them",
-        .example =
-            "  $ seq 1 100 | COLUMNS=40 gen_query histogram --bins 4\n"
-            "  [1, 25.75)     25   25.0%  #############\n"
-            "  [25.75, 50.5)  25   25.0%  #############\n"
-            "  [50.5, 75.25)  25   25.0%  #############\n"
-            "  [75.25, 100]   25   25.0%  #############\n"
-            "  items  100\n"
-            "\n"
-            "A bin holds its lower edge and not its upper one, the last bin both. With both\n"
-            "--low and --high input of any length is counted in constant memory. Numbers\n"
-            "outside are remarked and not counted. Bars fit the terminal, or COLUMNS.\n"
-            "Status 1 says that none was counted.",
+        .example = "  $ seq 1 100 | COLUMNS=40 gen_query histogram --bins 4\n"
+                   "  [1, 25.75)     25   25.0%  #############\n"
+                   "  [25.75, 50.5)  25   25.0%  #############\n"
+                   "  [50.5, 75.25)  25   25.0%  #############\n"
+                   "  [75.25, 100]   25   25.0%  #############\n"
+                   "  items  100\n"
+                   "\n"
+                   "A bin has its lower edge and not its upper one, the last bin both. With both\n"
+                   "--low and --high input of any length is counted in constant memory. Numbers\n"
+                   "outside are remarked and not counted. Bars fit the terminal, or COLUMNS.\n"
+                   "Status 1 says that none was counted.",
     });
 }

@@ -18,7 +18,7 @@ class Include : public Command {
             .required()
             .file();
         m_batch.declare(options);
-        options.value("--from", &m_from, "The file that holds the directives").file();
+        options.value("--from", &m_from, "The file with the directives").file();
         options.value("--alias", &m_alias, "Another path of that same file").file();
         m_project.declare(options);
         m_view.declare(options);

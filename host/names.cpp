@@ -70,7 +70,7 @@ class Temp : public Command {
         STR const directory = m_directory.empty() ? gen_get_temp_path() : gen_text(m_directory);
         STR const prefix = gen_text(m_prefix);
         if (m_prefix.find('/') != m_prefix.npos) {
-            answer.remark("temp: --prefix: no name holds a \"/\"");
+            answer.remark("temp: --prefix: no name contains a \"/\"");
             return STATUS_USAGE;
         }
         // gen_get_temp_filename would not return before it has created one.

@@ -38,7 +38,7 @@ class Checksum : public Command {
         else
             fault = read_blocks(m_file, add);
         if (has_nul)
-            fault = "the input holds a NUL byte, at which a text would end";
+            fault = "the input contains a NUL byte, at which a text would end";
         if (!fault.empty()) {
             answer.remark(std::move(fault));
             return STATUS_USAGE;

@@ -85,5 +85,5 @@ TEST_F(GenQueryEnv, SaysWhyNothingChanges) {
     ProgramResult const no_tool = run({"env", "router", "--platform", "linux"});
     EXPECT_EQ(no_tool.status, 1);
     EXPECT_EQ(no_tool.errors,
-              "gen_query: the platform's 64-bit directory does not hold 'router'\n");
+              "gen_query: the platform's 64-bit directory does not contain 'router'\n");
 }

@@ -239,6 +239,6 @@ TEST_F(GenQueryNames, TempRefusesAPrefixOfAnotherDirectory) {
     for (char const* const prefix : {"a/b", "../", "/", "abc/d"}) {
         ProgramResult const result = run({"temp", "--directory", ".", "--prefix", prefix});
         EXPECT_EQ(result.status, 2) << prefix;
-        EXPECT_THAT(result.errors, HasSubstr("--prefix: no name holds a \"/\"")) << prefix;
+        EXPECT_THAT(result.errors, HasSubstr("--prefix: no name contains a \"/\"")) << prefix;
     }
 }

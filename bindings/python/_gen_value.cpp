@@ -80,7 +80,7 @@ bool Text::take_any(PyObject* object, Site const& site) {
     Py_DECREF(path);
     if (m_owned == nullptr && PyErr_ExceptionMatches(PyExc_UnicodeEncodeError)) {
         PyErr_Clear();
-        return site.raise(PyExc_ValueError, "holds a character that no file name can have");
+        return site.raise(PyExc_ValueError, "contains a character that no file name can have");
     }
     if (m_owned == nullptr)
         return false;

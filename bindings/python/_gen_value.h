@@ -60,7 +60,7 @@ inline bool refused(char const* function, gen_c_status status) {
 /// Looks up what the functions here need of Python. False, with an exception, without it.
 bool prepare();
 
-/// What the C interface takes and gives by pointer, and Python holds as a capsule.
+/// What the C interface takes and gives by pointer, and Python keeps as a capsule.
 template <typename T>
 struct Handle {
     static constexpr char const* name = nullptr;
@@ -115,7 +115,7 @@ class Text {
     bool has_no_nul(std::size_t size, Site const& site) const {
         if (std::char_traits<char>::length(m_bytes) == size) [[likely]]
             return true;
-        return site.raise(PyExc_ValueError, "holds a null character");
+        return site.raise(PyExc_ValueError, "contains a null character");
     }
 
     PyObject* m_owned = nullptr; ///< the bytes, where they are not the object's own

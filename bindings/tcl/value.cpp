@@ -31,7 +31,7 @@ std::size_t character_size(std::string_view text) {
     return is_too_long || is_none ? 0 : size;
 }
 
-/// Whether the text begins with a character above U+FFFF, which Tcl may hold as a pair of
+/// Whether the text begins with a character above U+FFFF, which Tcl may keep as a pair of
 /// surrogates.
 bool begins_with_pair(std::string_view text) {
     auto const is_surrogate = [text](std::size_t at, unsigned char half) {
@@ -63,7 +63,7 @@ void append_encoded(std::string& out, std::string_view text) {
     Tcl_DStringFree(&encoded);
 }
 
-/// The beginning of the text, up to the first place where @p ends holds.
+/// The beginning of the text, up to the first place where @p ends is true.
 template <typename Ends>
 std::string_view part_before(std::string_view text, Ends ends) {
     std::size_t size = 0;
@@ -188,7 +188,7 @@ bool Text::take_any(Tcl_Interp* interp, std::string_view text, std::string_view 
     }
     m_bytes = m_encoded.c_str();
     return m_encoded.find('\0') == std::string::npos ||
-           complain(interp, argument, "holds a null character");
+           complain(interp, argument, "contains a null character");
 }
 
 Tcl_Obj* rows_of(gen_c_table const* table) {

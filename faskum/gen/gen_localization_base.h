@@ -21,7 +21,7 @@ struct BaseTimeLocale {
 };
 
 struct BaseLocale {
-    // Each holds its one category of the base name, and the "C" locale besides. Null where
+    // Each has its one category of the base name, and the "C" locale besides. Null where
     // setlocale would have refused the name: then the locale in force is the answer.
     locale_t character = nullptr;
     locale_t numeric = nullptr;

@@ -15,7 +15,7 @@ struct gen_c_histogram {
     std::size_t above = 0;
     std::size_t not_a_number = 0;
 
-    bool holds(double item) const { return item >= low && item <= high; }
+    bool contains(double item) const { return item >= low && item <= high; }
 };
 
 gen_c_status gen_c_histogram_create(double low, double high, unsigned bins,
@@ -48,7 +48,7 @@ void gen_c_histogram_free(gen_c_histogram* histogram) {
 gen_c_status gen_c_histogram_add(gen_c_histogram* histogram, double item) {
     if (lacks("histogram", histogram))
         return GEN_C_BAD_ARGUMENT;
-    if (histogram->holds(item))
+    if (histogram->contains(item))
         histogram->bins.add_item(item);
     else if (std::isnan(item))
         ++histogram->not_a_number;
@@ -67,7 +67,7 @@ gen_c_status gen_c_histogram_size(gen_c_histogram const* histogram, size_t* item
 gen_c_status gen_c_histogram_bin(gen_c_histogram const* histogram, double item, unsigned* bin) {
     if (lacks("histogram", histogram) || lacks("bin", bin))
         return GEN_C_BAD_ARGUMENT;
-    if (!histogram->holds(item))
+    if (!histogram->contains(item))
         return GEN_C_NOT_FOUND;
     *bin = histogram->bins.bin(item);
     return GEN_C_OK;

@@ -33,7 +33,7 @@ gen_c_status gen_c_temporary_file(char const* directory, char const* prefix, int
     if (lacks("prefix", prefix) || lacks("path", path))
         return GEN_C_BAD_ARGUMENT;
     if (std::strchr(prefix, '/') != nullptr)
-        return refuse(GEN_C_BAD_ARGUMENT, "prefix", " holds a \"/\"");
+        return refuse(GEN_C_BAD_ARGUMENT, "prefix", " contains a \"/\"");
     if (number < 0 || number > 65535)
         return refuse(GEN_C_BAD_ARGUMENT, "number", " is not from 0 to 65535");
     Reports const reports;

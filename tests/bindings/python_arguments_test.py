@@ -60,9 +60,9 @@ class WrongArguments(unittest.TestCase):
                     with self.assertRaisesRegex(TypeError, rf"^{shown} argument '{name}' "):
                         getattr(_gen, function)(**{**good, name: object()})
                     if good[name] == "text":
-                        with self.assertRaisesRegex(ValueError, rf"argument '{name}' holds a null"):
+                        with self.assertRaisesRegex(ValueError, rf"argument '{name}' contains a null"):
                             getattr(_gen, function)(**{**good, name: "a\0b"})
-                        with self.assertRaisesRegex(ValueError, rf"argument '{name}' holds a character that no"):
+                        with self.assertRaisesRegex(ValueError, rf"argument '{name}' contains a character that no"):
                             getattr(_gen, function)(**{**good, name: "a\ud800b"})
                     elif isinstance(good[name], int):
                         with self.assertRaisesRegex(OverflowError, rf"argument '{name}' does not fit"):
@@ -160,9 +160,9 @@ class WrongArguments(unittest.TestCase):
                 (lambda: gen.message("%2", "a"), "argument 2 is missing"),
                 (lambda: gen.message("%1!d!", "x"), "argument 1, \"x\", is nothing that %d can print"),
                 (lambda: gen.wildcard_matches("a{", "a"), "makes no valid expression"),
-                (lambda: gen.notice_lines(gen.Notice.BANNER, "\0"), "holds a null character"),
-                (lambda: gen.message("%1", "a\0b"), "argument 'arguments' holds a null character"),
-                (lambda: gen.natural_key("a\0b"), "argument 'text' holds a null character"),
+                (lambda: gen.notice_lines(gen.Notice.BANNER, "\0"), "contains a null character"),
+                (lambda: gen.message("%1", "a\0b"), "argument 'arguments' contains a null character"),
+                (lambda: gen.natural_key("a\0b"), "argument 'text' contains a null character"),
                 (lambda: _gen.notice(4), "notice is none of the four")]:
             with self.assertRaisesRegex(ValueError, complaint):
                 call()

@@ -47,7 +47,7 @@ class CommandLine(unittest.TestCase):
                 (["text", "checksum", "-f", "/nope"], b"", 2, "No such file or directory"),
                 (["condition"], b"", 2, "give a condition, or --stdin"),
                 (["message", "%2"], b"", 2, "argument 2 is missing"),
-                (["text", "fold", "-"], b"a\0b\n", 2, "holds a null character"),
+                (["text", "fold", "-"], b"a\0b\n", 2, "contains a null character"),
                 (["text", "wildcard", "a{", "-"], b"", 2, "makes no valid expression"),
                 (["flags"], b"make x\n", 2, "line 1: not a step: make x")]:
             with self.subTest(request=request):
@@ -93,10 +93,10 @@ class CommandLine(unittest.TestCase):
         done = subprocess.run([*self.PACKAGE, "text", "fold", "-", "X"], input=b"A\0\nB\n", capture_output=True,
                               timeout=60, check=False)
         self.assertEqual([json.loads(line) for line in done.stdout.splitlines()],
-                         [{"error": "fold() argument 'text' holds a null character"}, {"given": "B", "text": "b"},
+                         [{"error": "fold() argument 'text' contains a null character"}, {"given": "B", "text": "b"},
                           {"given": "X", "text": "x"}])
         self.assertEqual((done.returncode, done.stderr.decode()),
-                         (2, "korvane_gen: fold() argument 'text' holds a null character\n"))
+                         (2, "korvane_gen: fold() argument 'text' contains a null character\n"))
 
     def test_standard_input_that_is_closed_is_an_error(self):
         for request in (["text", "sort"], ["find", "-"]):

@@ -373,7 +373,7 @@ test wrong-1 "which argument, and why" {
         [failure {gen histogram 1 0}] [failure {gen wildcard a\{ a}] [failure {gen find -x a}] \
         [failure {gen lexcompare a}] [failure {gen lexcompare -nocase a "b\0c"}] [failure {gen message %1 "a\0b"}] \
         [failure {gen nothing}]
-} [list {{argument "name" holds a null character} {KORVANE ARGUMENT name}} \
+} [list {{argument "name" contains a null character} {KORVANE ARGUMENT name}} \
        {{argument "seconds" is no integer} {KORVANE ARGUMENT seconds}} \
        {{argument "seconds" does not fit 32 bits} {KORVANE ARGUMENT seconds}} \
        {{radix is not from 2 to 36} {KORVANE ARGUMENT radix}} \
@@ -383,8 +383,8 @@ test wrong-1 "which argument, and why" {
        {{pattern: + ^ $ { } are passed on as they are, which makes no valid expression} {KORVANE ARGUMENT pattern}} \
        {{unknown option "-x": should be "gen find ?-eda? ?-cached|-all|-trace? name"} {KORVANE OPTION -x}} \
        {{wrong # args: should be "gen lexcompare ?-nocase? first second"} {TCL WRONGARGS}} \
-       {{argument "second" holds a null character} {KORVANE ARGUMENT second}} \
-       {{argument "argument" holds a null character} {KORVANE ARGUMENT argument}} \
+       {{argument "second" contains a null character} {KORVANE ARGUMENT second}} \
+       {{argument "argument" contains a null character} {KORVANE ARGUMENT argument}} \
        [list "unknown or ambiguous subcommand \"nothing\": must be [join [lrange $subcommands 0 end-1] {, }], or [lindex $subcommands end]" \
             {KORVANE SUBCOMMAND nothing}]]
 test wrong-1a "a subcommand may be shortened as long as it is the only one" {

@@ -139,7 +139,7 @@ class Flags:
 
 
 class Bin(NamedTuple):
-    """A bin of a histogram; the last one holds its upper edge too."""
+    """A bin of a histogram; the last one has its upper edge too."""
 
     low: float
     high: float

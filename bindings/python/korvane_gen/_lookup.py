@@ -42,7 +42,7 @@ def _asked(rows: Rows) -> List[Asked]:
 
 
 def _joined(directories: Directories) -> Text:
-    """A path list. One text is one already; of several each is quoted, whatever it holds."""
+    """A path list. One text is one already; of several each is quoted, whatever it contains."""
     if isinstance(directories, (str, bytes, os.PathLike)):
         return directories
     try:

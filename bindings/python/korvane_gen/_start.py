@@ -152,7 +152,7 @@ def profile_directory() -> Path:
 
 
 def is_64bit_wanted() -> bool:
-    """KORVANE_BIT_TYPE asks for 64-bit tools; the first answer holds."""
+    """KORVANE_BIT_TYPE asks for 64-bit tools; the first answer stays."""
     return bool(_gen.is_64bit_wanted())
 
 

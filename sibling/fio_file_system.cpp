@@ -78,6 +78,7 @@ bool FIO_FILE_SYSTEM::create(STR const& directory) {
     STR parents = directory;
     for (std::size_t i = parents.find('/', 1); i != STR::npos; i = parents.find('/', i + 1)) {
         parents[i] = '\0';
+        // One that cannot be made shows in the last call.
         create_one(parents.c_str());
         parents[i] = '/';
     }

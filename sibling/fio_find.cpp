@@ -81,6 +81,7 @@ void FIO_FIND::make_prefixes() {
 
 void FIO_FIND::set_directory_for_results_to_become_absolute_to(char const* directory) {
     std::string_view const base = directory != nullptr ? directory : "";
+    // A relative one has to be looked at again: the current directory may be another by now.
     if (base == m_base && (base.empty() || is_absolute(base)))
         return;
     m_base = base;

@@ -72,6 +72,7 @@ FIO_PATH::FIO_PATH(STR const& text) : m_text(text) {
     parse();
 }
 
+// The rendering is not copied: it is made anew whenever it is asked for.
 // Each member can be assigned to itself.
 FIO_PATH& FIO_PATH::operator=(FIO_PATH const& other) { // NOLINT(bugprone-unhandled-self-assignment)
     m_text = other.m_text;

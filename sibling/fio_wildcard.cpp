@@ -37,6 +37,7 @@ MEM_VECTOR<STR> fio_matching_names(STR const& pattern) {
         return names;
     DIR* const stream = opendir(directory.c_str());
     if (stream == nullptr) {
+        // opendir allocates: a want of memory is not to pass for a directory that cannot be read.
         MEM_MANAGER::check_heap("FIO");
         return names;
     }

@@ -30,6 +30,7 @@ bool switch_in_list(char const* list, std::string_view name, bool by_default) {
         std::string_view const mention = without_blanks({next, end});
         if (mention.starts_with(name)) {
             std::string_view const value = mention.substr(name.size());
+            // Anything else is the name of another switch, which begins alike, or no value.
             if (value.empty() || value == "=on")
                 on = true;
             else if (value == "=off")

@@ -31,6 +31,7 @@ bool append_fixed(STL_TEXT& text, STL_CONVERSION const& conversion, double value
     char const* at = std::from_chars(conversion.begin, conversion.end, width).ptr;
     if (*at == '.')
         at = std::from_chars(at + 1, conversion.end, places = 0).ptr;
+    // Of less than 8 characters, so that width and places cannot be out of the range of an integer.
     bool const is_usual = *conversion.begin != '0' && *at == 'f' &&
                           conversion.end - conversion.begin < 8 && width <= most_digits &&
                           places <= 20 && std::fabs(value) < 1e15;

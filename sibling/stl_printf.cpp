@@ -87,6 +87,7 @@ int stl_vsprintf(STR* out, char const* format, char* args) {
     if (out == nullptr)
         return -1;
     STL_ARG_CURSOR cursor(args);
+    // The result is written at the end alone, since format and arguments may point into it.
     STL_TEXT text;
     for (char const* at = format != nullptr ? format : "";;) {
         char const* const percent = strchrnul(at, '%');

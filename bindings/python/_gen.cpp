@@ -181,6 +181,7 @@ std::vector<PyMethodDef> functions() {
 
 PyMODINIT_FUNC PyInit__gen() {
     static std::vector<PyMethodDef> methods = functions();
+    // Of size -1: all state is the process's, and no interpreter has one of its own.
     static PyModuleDef definition = {PyModuleDef_HEAD_INIT,
                                      "korvane_gen._gen",
                                      nullptr,

@@ -162,6 +162,7 @@ class Call {
         }
     }
 
+    /// One for a function and what its texts become: the module's table has no two such entries.
     static inline Signature s_signature;
 };
 

@@ -32,6 +32,7 @@ PyObject* create(PyTypeObject* type, PyObject* arguments, PyObject* keywords) {
     if (self == nullptr)
         return nullptr;
     Key* const key = key_of(self);
+    // Before anything can fail: destroy() ends its life in any case.
     new (&key->text) Text;
     key->object = Py_NewRef(object);
     key->ignore_case = ignore_case != 0;

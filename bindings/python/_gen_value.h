@@ -200,6 +200,7 @@ class TextResult {
         if (m_text.room > little)
             gen_c_text_free(&m_text);
         else
+            // Of two results of one call, the memory of the one that ends last is kept.
             std::swap(m_text, s_kept);
         gen_c_text_free(&m_text);
     }
@@ -274,7 +275,8 @@ class HandleResult {
     T* m_handle = nullptr;
 };
 
-/// What stands between Python and a parameter of that type.
+/// What stands between Python and a parameter of that type. Of the C interface's own objects, a
+/// pointer is one that was given before, and the address of a pointer gives a new one.
 template <typename Parameter, bool IsPath>
 auto converter() {
     using Target = std::remove_cv_t<std::remove_pointer_t<Parameter>>;

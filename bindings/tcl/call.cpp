@@ -5,6 +5,7 @@
 namespace korvane {
 
 void Signature::declare(std::string_view parameters) {
+    // Anew: a function that is a quick command as well is declared twice.
     *this = {};
     while (!parameters.empty()) {
         std::string_view name = parameters.substr(0, parameters.find(' '));

@@ -10,6 +10,7 @@ proc ::korvane_gen::sub::flags {args} {
 }
 
 proc ::korvane_gen::sub::histogram {args} {
+    # The usual number of bins stands behind the words given, and is cut off where it is not needed.
     ::korvane_gen::Histogram new {*}[lrange [list {*}[options histogram {} $args 2 3] 10] 0 2]
 }
 
@@ -25,6 +26,7 @@ oo::class create ::korvane_gen::Undo {
             # Nothing of it is recorded, and nothing more belongs to it.
             ::korvane_gen::c::undo_begin $handle ""
             ::korvane_gen::c::undo_end $handle
+            # One level further out: break, continue and return in the script are the caller's.
             dict incr options -level
             return -options $options $result
         }

@@ -74,6 +74,7 @@ gen_c_status usage_report(char const* tag, int modules, int details, int memory,
     return gen_c_usage_report(tag, phase, modules, details, memory, lines);
 }
 
+/// Made once: Tcl keeps the addresses of the entries.
 std::vector<Command> const& functions() {
     static std::vector<Command> const table = {
         {"reports", last_reports},

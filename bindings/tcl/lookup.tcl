@@ -12,6 +12,7 @@ proc ::korvane_gen::sub::project {args} {
     }
     set directories [lindex [c::project] 0]
     set answer [dict filter $directories key project database output parablocks]
+    # By the numbers of gen_c_group.
     foreach {key group} {project_libraries 2 user_libraries 3 shipped_libraries 5 eda_libraries 6} {
         dict set answer $key [column [c::directories $group] directory]
     }

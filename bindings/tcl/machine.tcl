@@ -10,6 +10,7 @@ proc ::korvane_gen::sub::units {args} {
 
 proc ::korvane_gen::sub::time {args} {
     lassign $args what argument
+    # The first word, and how many words there are in all.
     switch -- $what[llength $args] {
         now1 {return [lindex [c::now] 0]}
         date2 {return [c::date $argument]}

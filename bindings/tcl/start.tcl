@@ -54,6 +54,7 @@ proc ::korvane_gen::sub::names {args} {
 }
 
 proc ::korvane_gen::sub::database-file {args} {
+    # The usual extension stands behind the words given, and is cut off where it is not needed.
     c::database_file {*}[lrange [list {*}[options database-file {} $args 1 2] pdb] 0 1]
 }
 

@@ -63,7 +63,8 @@ void append_encoded(std::string& out, std::string_view text) {
     Tcl_DStringFree(&encoded);
 }
 
-/// The beginning of the text, up to the first place where @p ends is true.
+/// The beginning of the text, up to the first place for which @p ends gives 0; elsewhere it gives
+/// how many bytes to step over.
 template <typename Ends>
 std::string_view part_before(std::string_view text, Ends ends) {
     std::size_t size = 0;

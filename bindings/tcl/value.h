@@ -119,7 +119,8 @@ class Real {
     double m_value = 0;
 };
 
-/// What the process has of one kind, by the names under which Tcl knows it.
+/// What the process has of one kind, by the names under which Tcl knows it: no string of a script
+/// is ever taken for a pointer.
 template <typename T>
 inline std::map<std::string, T*, std::less<>> handles;
 
@@ -157,6 +158,7 @@ class TextResult {
         if (m_text.room > little)
             gen_c_text_free(&m_text);
         else
+            // Of two results of one call, the memory of the one that ends last is kept.
             std::swap(m_text, s_kept);
         gen_c_text_free(&m_text);
     }
@@ -223,7 +225,8 @@ class HandleResult {
     T* m_handle = nullptr;
 };
 
-/// What stands between Tcl and a parameter of that type.
+/// What stands between Tcl and a parameter of that type. Of the C interface's own objects, a
+/// pointer is one that was given before, and the address of a pointer gives a new one.
 template <typename Parameter>
 auto converter() {
     using Target = std::remove_cv_t<std::remove_pointer_t<Parameter>>;

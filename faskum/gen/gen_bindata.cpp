@@ -28,6 +28,8 @@ std::uint32_t bin_index(double distance, double bin_width, std::uint32_t num_bin
 
 } // namespace
 
+// The comparisons with bounds and edges are negated: with a NaN each is false, and a NaN has to be
+// reported as well.
 GEN_BINDATA::GEN_BINDATA(double low, double high, unsigned bins)
     : m_counts(nullptr), m_num_bins(bins), m_num_items(0), m_low(low), m_high(high),
       m_bin_width((high - low) / static_cast<double>(bins)) {

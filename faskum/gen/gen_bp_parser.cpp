@@ -1,3 +1,7 @@
+// The public parts of the parser, and its token list. What walks over a range here is for callers
+// who have one: parse_string and parse_token_list take the tokens as terms instead
+// (gen_bp_parser_rewrite.h).
+
 #include "gen_bp_parser.h"
 
 #include "gen_bp_parser_diagnostics.h"
@@ -91,6 +95,7 @@ void GEN_BP_PARSER::process_token_contents(STR* word) {
 }
 
 void GEN_BP_PARSER::tokenize_string() {
+    // A copy, since the scanner moves characters, and the working string has to stay as it is.
     STR text = m_working_string;
     BpScanner scanner(text.data(), text.data() + text.size());
     while (scanner.next()) {

@@ -113,6 +113,7 @@ inline bool BpScanner::next() {
         // Without a branch: where blanks stand cannot be predicted.
         *last = *at;
         last += character.role != BpRole::dropped ? 1 : 0;
+        // At the beginning of a word alone: further on the two belong to it.
         if (character.role == BpRole::doubled && last - first == 2 && *first == last[-1])
             return take(at + 1, character.type);
     }

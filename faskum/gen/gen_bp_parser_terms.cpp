@@ -61,7 +61,9 @@ struct Level {
 
 } // namespace
 
-// Backwards, so that what comes next is known when a term is met.
+// Backwards, so that what comes next is known when a term is met. A depth that is entered once more
+// keeps what it knows: a link may lead past the ")" that ends a range, and is compared with the end
+// of the range wherever it is followed.
 void BpTerms::link() {
     std::uint32_t const end = size();
     // MUTANT_EXCL_LINE(1 to 2): one level more would never be looked at

@@ -112,6 +112,7 @@ GEN_DYN_FLAG GEN_DYN_FLAG_MANAGER::create_flag(char const* name) {
         report_filled(reports::too_many_flags, name);
         return GEN_DYN_FLAG();
     }
+    // Before the sweep: the clearer may ask the manager, and finds the new name stored.
     m_names[chosen] = copied_name(name);
     sweep(to_sweep);
     return slot_flag(chosen);

@@ -1,3 +1,6 @@
+// A self-test for hosts to run on a manager, and part of the interface. The tests of this library
+// are in tests/.
+
 #include "gen_dyn_flag.h"
 #include "gen_report.h"
 #include "gen_string_message.h"

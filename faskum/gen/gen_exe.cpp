@@ -123,6 +123,7 @@ STR gen_get_module_filename() {
 
 STR gen_get_korvane_path() {
     STR path = gen_get_module_path();
+    // The "/" at its end goes, and then the name of the directory.
     std::size_t slash = path.rfind('/');
     if (slash != STR::npos) // GCOVR_EXCL_BR_LINE: a module path ends in "/"
         path.erase(slash);

@@ -161,6 +161,7 @@ locale_t base_time_locale() {
 }
 
 void report_neutrally(int category, Report const& error) {
+    // A copy: the next setlocale, which may be one of the handler, invalidates its string.
     STR const users = std::setlocale(category, nullptr);
     set_process_locale(category, LOCALIZATION_BASE_STRING);
     report(error);

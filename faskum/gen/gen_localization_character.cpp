@@ -84,6 +84,7 @@ int gen_local_iswctype(unsigned c, unsigned long description) {
     return iswctype(c, description);
 }
 
+// Unlike tolower_l and toupper_l, tolower and toupper look at the range themselves.
 int gen_local_tolower(int c) {
     locale_t const base = base_locale().character;
     return base != nullptr && in_character_table(c) ? tolower_l(c, base) : tolower(c);

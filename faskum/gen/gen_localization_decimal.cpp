@@ -89,6 +89,7 @@ Decimal read_decimal(char const* text, char point) {
         number.power = static_cast<int>(fraction - text);
         number.count += static_cast<std::size_t>(text - fraction);
     } else if (*text == 'x' || *text == 'X') {
+        // Perhaps hexadecimal, which the C library reads.
         number.count = 0;
     }
     if (*text == 'e' || *text == 'E') {
@@ -111,6 +112,7 @@ bool is_exact(Decimal const& number) {
 }
 
 double exact_value(Decimal const& number) {
+    // As a signed number, which one instruction converts; without a sign it takes several.
     auto const magnitude = static_cast<double>(static_cast<std::int64_t>(number.digits));
     double const value = number.negative ? -magnitude : magnitude;
     // MUTANT_EXCL_LINE(< to <=; 0 to 1): the power of 0 changes nothing either way

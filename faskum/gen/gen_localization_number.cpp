@@ -62,6 +62,7 @@ char* gen_local_itoa(int value, char* string) {
         report(reports::no_itoa_buffer);
         return nullptr;
     }
+    // Not "!= 0": a negative value ends after the one character that hosts know of it.
     char* end = string;
     do {
         *end++ = static_cast<char>('0' + value % 10);

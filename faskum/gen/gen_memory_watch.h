@@ -21,5 +21,6 @@ class MemoryWatch {
     MemoryWatch& operator=(MemoryWatch const&) = delete;
 
   private:
+    // Taken before the body of the constructor clears it.
     int m_saved = errno;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+/// Private to gen.
+
 #include "mem_alloc_sys.h"
 
 /// Opens a file for writing, in the old contents' place and with the permissions of the umask; -1

@@ -16,6 +16,7 @@ class Meminfo {
         if (m_rest.empty())
             return false;
         std::string_view const piece = m_rest.substr(0, sizeof m_piece - 1);
+        // With its line end; where there is none, find gives more than any size.
         std::size_t const size = std::min(piece.find('\n'), piece.size() - 1) + 1;
         std::memcpy(m_piece, m_rest.data(), size);
         m_piece[size] = '\0';

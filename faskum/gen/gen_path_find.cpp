@@ -20,6 +20,8 @@ FIO_PATH gen_find_file(STR const& name) {
     FIO_PATH const path(name);
     gen_default_project_directory();
     gen_init_korvane_lib_paths();
+    // Only where a host has taken away one of the two search objects: while the other is there,
+    // neither is built.
     if (gen_korvane_libraries == nullptr)
         report(reports::no_libraries);
 

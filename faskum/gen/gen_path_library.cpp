@@ -29,6 +29,7 @@ void gen_set_fio_find_library_paths_helper(STR const& paths, FIO_FIND** slot) {
     if (slot == nullptr)
         return;
     if (*slot == nullptr)
+        // Its operator new takes tracked memory, so that gen_release_owned releases this one, too.
         *slot = new FIO_FIND(paths);
     else
         (*slot)->init(paths);

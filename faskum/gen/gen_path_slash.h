@@ -1,5 +1,7 @@
 #pragma once
 
+/// Private to gen. The file-I/O library has a function of its own, which leaves "" as it is.
+
 #include "mem_alloc_sys.h"
 
 /// Appends the "/" that a directory lacks; "" becomes the root.

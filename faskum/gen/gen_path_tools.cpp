@@ -32,7 +32,8 @@ FIO_PATH advisor_table(char const* base) {
 
 } // namespace
 
-// Blanks, underscores and small letters are as the windows' settings have always been called.
+// Each row defines its function and is a row of gen_get_tool_files. Blanks, underscores and small
+// letters are as the windows' settings have always been called.
 #define FOR_EACH_TOOL(TOOL)                                                                        \
     TOOL(gen_get_ase_filename, "Assignment Editor", FIO_EXTENSION_ASSIGNMENT_EDITOR)               \
     TOOL(gen_get_acv_filename, "chip_editor", "acv")                                               \

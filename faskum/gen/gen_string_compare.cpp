@@ -84,6 +84,7 @@ template <bool fold>
 unsigned stops(char const* a, char const* b) {
     __m128i const first = load_block(a);
     __m128i const second = load_block(b);
+    // The lesser of byte and mask is 0 where the first string ends and where the two differ.
     unsigned const stop = zeros(_mm_min_epu8(first, _mm_cmpeq_epi8(first, second)));
     // Most strings that are equal but for the case are equal without that.
     return fold && stop != 0 ? zeros(_mm_min_epu8(first, same_but_for_case(first, second))) : stop;

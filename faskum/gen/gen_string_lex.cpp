@@ -44,6 +44,7 @@ int compare_runs(Iterator end1, Iterator& at1, Iterator end2, Iterator& at2) {
     skip_digits(end1, at1);
     skip_digits(end2, at2);
 
+    // Digits decide only between runs that are equally long behind their zeros.
     std::ptrdiff_t const longer = (at1 - differing1) - (at2 - differing2);
     if (longer != 0)
         return as_int(longer);

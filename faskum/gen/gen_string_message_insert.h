@@ -1,5 +1,8 @@
 #pragma once
 
+/// What the two ways of expanding a message share, MessageParts and MessageReadings. Private to gen
+/// and its C interface.
+
 #include "gen_string_ascii.h"
 
 #include <cstddef>

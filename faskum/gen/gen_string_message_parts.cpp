@@ -12,6 +12,7 @@ bool is_plain(char c) {
 } // namespace
 
 bool MessageParts::read(char const* at) {
+    // A round adds two parts at most.
     // MUTANT_EXCL_LINE(< to <=; 2 to 3): what is longer is read otherwise
     while (m_count + 2 < max_parts) {
         char const* const begin = at;
@@ -60,6 +61,7 @@ inline char const* MessageParts::add_insert(char const* at) {
     m_conversions_size += conversion.size() + 2;
     Part& part = m_parts[m_count++];
     part.number = number;
+    // No NUL ends it here, but the "!" behind it, of which no conversion has one.
     stl_parse_conversion(conversion.data(), part.conversion);
     while (m_highest < number)
         // MUTANT_EXCL_LINE(false to true): what is no word is read otherwise

@@ -1,5 +1,8 @@
 #pragma once
 
+/// The expansion of nearly all messages. Where a format is beyond it, MessageReadings takes over,
+/// by which messages are defined; for all others both give the same.
+
 #include "gen_string_message_insert.h"
 #include "stl.h"
 

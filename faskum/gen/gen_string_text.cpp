@@ -52,6 +52,7 @@ char* gen_strncpy(char* dst, char const* src, unsigned n) {
         return dst;
     }
     std::size_t const copied = strnlen(src, n);
+    // One NUL at least, behind the characters. Of more room the last byte is left as it was.
     std::size_t const left = n - copied;
     std::memmove(dst, src, copied);
     std::memset(dst + copied, '\0', std::max<std::size_t>(left, 2) - 1);

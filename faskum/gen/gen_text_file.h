@@ -1,5 +1,7 @@
 #pragma once
 
+/// Files that are written through a descriptor and not a stream. Private to gen.
+
 #include "mem_alloc_sys.h"
 
 #include <string_view>

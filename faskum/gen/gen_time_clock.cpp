@@ -50,6 +50,7 @@ std::int32_t gen_get_current_time_seconds() {
 
 STR gen_get_current_time() {
     STR const line = date_line(std::time(nullptr));
+    // Behind "Sun Nov 15 ", whose parts are padded.
     return line.empty() ? STR() : line.substr(11, 8);
 }
 

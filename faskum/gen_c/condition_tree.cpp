@@ -15,7 +15,7 @@ char const* name(auto const& names, int index) {
 
 constexpr char const* nothing = "(nothing)";
 
-/// The higher, the tighter.
+/// The higher, the tighter. A "(" is the loosest, so that nothing is put together across it.
 int tightness(BP_TOKEN_TYPE type) {
     switch (type) {
     case BP_TOKEN_LEFT_PAREN:
@@ -34,6 +34,7 @@ class TreeBuilder {
     std::vector<ConditionNode> build(ConditionTokens const& tokens) {
         for (auto const& [type, text] : tokens)
             take(type, text);
+        // No token at all, or "time" alone, of which nothing is written.
         if (m_waiting.empty() && (m_operands.empty() || m_nodes[m_operands.back()].text == nothing))
             return {};
         end_operand();
@@ -87,6 +88,7 @@ class TreeBuilder {
         while (m_waiting.back() != BP_TOKEN_LEFT_PAREN)
             reduce();
         m_waiting.pop_back();
+        // No longer the left side itself: "(time) > 1" does not compare the time.
         m_nodes[m_operands.back()].is_time = false;
     }
     /// Behind "~" and behind a comparison of the time there may be nothing.
@@ -113,6 +115,7 @@ class TreeBuilder {
         return operand;
     }
 
+    /// With a stack of its own: a condition may be nested deeper than the thread's stack is.
     std::vector<ConditionNode> in_order() {
         std::vector<ConditionNode> ordered;
         std::vector<std::pair<std::size_t, std::size_t>> left{{m_operands.back(), 0}};

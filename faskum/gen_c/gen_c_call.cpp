@@ -15,12 +15,15 @@ struct Report {
     int line;
 };
 
+/// More than anybody reads: a condition reports one for every ")" too many, and more than once.
 constexpr std::size_t most_reports = 100;
 
 /// All of these are empty until a call needs them, and one thread's at a time.
 MEM_VECTOR<Report> reports;
 STR last_reason;
 
+/// By realloc, not in tracked memory: a caller's text that has no room is a status, and does not
+/// end the process.
 bool make_room(gen_c_text* text, std::size_t size) {
     if (text->room > size) [[likely]]
         return true;

@@ -2,6 +2,9 @@
 
 /// What every call of the C interface does: look at its arguments, listen for internal errors, and
 /// write its results.
+///
+/// Strings and containers of tracked memory end the process where there is none. A call that needs
+/// those of the standard library catches std::bad_alloc and gives GEN_C_NO_MEMORY.
 
 #include "err_report.h"
 #include "gen_c.h"

@@ -19,6 +19,7 @@ struct gen_c_flags : GEN_DYN_FLAG_CLEARER {
 
     MEM_VECTOR<unsigned> swept;
     unsigned named = 0; ///< a flag may be called "DIRTY": its name alone does not show that
+    /// Behind the others: it has the whole word swept as soon as it is made.
     GEN_DYN_FLAG_MANAGER manager{this};
 };
 

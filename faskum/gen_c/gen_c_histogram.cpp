@@ -7,6 +7,7 @@
 
 using namespace gen_c;
 
+/// Only items in the range get to the bins, which report any other and may count it all the same.
 struct gen_c_histogram {
     GEN_BINDATA bins;
     double low;
@@ -30,6 +31,7 @@ gen_c_status gen_c_histogram_create(double low, double high, unsigned bins,
         return refuse(GEN_C_BAD_ARGUMENT, "low", " is not below high");
     if (!std::isfinite(high - low))
         return refuse(GEN_C_BAD_ARGUMENT, "high", " is further from low than a number can express");
+    // The counts are never released, and more than there is memory for would end the process.
     if (bins < 1 || bins > 1000000)
         return refuse(GEN_C_BAD_ARGUMENT, "bins", " is not from 1 to 1000000");
     Reports const reports;

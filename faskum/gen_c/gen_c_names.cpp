@@ -1,3 +1,5 @@
+// Names of files, and the environment, which the 64-bit tools are put into.
+
 #include "gen_c_call.h"
 #include "gen_c_table.h"
 #include "gen_os_info_paths.h"
@@ -38,6 +40,7 @@ gen_c_status gen_c_temporary_file(char const* directory, char const* prefix, int
         return refuse(GEN_C_BAD_ARGUMENT, "number", " is not from 0 to 65535");
     Reports const reports;
     STR const place = directory != nullptr ? STR(directory) : gen_get_temp_path();
+    // Before gen is asked, which would go on trying.
     if (STR const trouble = trouble_of_temporary_file(place, prefix); !trouble.empty())
         return refuse(GEN_C_FAILED, "no file can be created in " + place + ": ", trouble);
     STR const made = gen_get_temp_filename(place, prefix, static_cast<unsigned short>(number));

@@ -42,6 +42,7 @@ gen_c_status gen_c_project(gen_c_table** answer) {
         return GEN_C_BAD_ARGUMENT;
     if (is_not_started())
         return GEN_C_NOT_STARTED;
+    // As a lookup does; gen's own function for it is private.
     if (gen_project_directory_fio_find == nullptr)
         gen_set_project_dir_path(FIO_FILE_SYSTEM::get_current_directory());
     return give_row({{"project", gen_get_project_dir_path()},

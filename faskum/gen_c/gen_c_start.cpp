@@ -13,6 +13,7 @@ using namespace gen_c;
 
 namespace {
 
+/// By gen_c_start. A host may have started gen by itself, which only gen_module_fullpath shows.
 bool is_started = false;
 
 bool is_directory(char const* path) {

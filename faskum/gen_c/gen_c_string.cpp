@@ -1,3 +1,5 @@
+// Strings, but for wildcards and messages, which have sources of their own.
+
 #include "gen_c_call.h"
 #include "gen_localization.h"
 #include "gen_string.h"

@@ -17,6 +17,7 @@ namespace gen_c {
 class Cell {
   public:
     Cell() = default;
+    /// Of bool alone: pointers and other types that convert to it are no truths.
     Cell(std::same_as<bool> auto truth) : m_kind(GEN_C_TRUTH), m_integer(truth) {}
     template <std::integral Number>
     requires(!std::same_as<Number, bool>) Cell(Number number)

@@ -1,3 +1,5 @@
+// Lookups that are watched: the traces, and gen_c_sources, which has to know what found a file.
+
 #include "gen_c_call.h"
 #include "gen_c_table.h"
 #include "gen_path.h"
@@ -9,6 +11,7 @@ using namespace gen_c;
 
 namespace {
 
+/// The status is that of the checks: a lookup that walks past its hits finds nothing itself.
 gen_c_status give_checks(LookupWatch& watch, bool all, LookupRivals rivals, gen_c_table** answer) {
     gen_c_table table{"group", "there", "standing", "path"};
     LookupWinners winners(rivals);

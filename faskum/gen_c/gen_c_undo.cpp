@@ -7,6 +7,8 @@
 
 using namespace gen_c;
 
+/// The manager passes over what it does not record in silence, so what a section has is noted here
+/// once more.
 struct gen_c_undo {
     GEN_UNDO_REDO_MGR manager;
     STR directory;

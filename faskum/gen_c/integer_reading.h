@@ -1,5 +1,7 @@
 #pragma once
 
+/// What counts as an integer, for gen_query and for scripts.
+
 #include "mem_alloc_sys.h"
 
 /// Whether gen_atoi, which stopped at @p end, has read an integer of @p text: it passes over blanks

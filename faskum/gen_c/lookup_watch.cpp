@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+/// An observer is a plain function: this is how it comes by its watch.
 static LookupWatch* current_watch = nullptr;
 
 LookupGroup const lookup_groups[7] = {

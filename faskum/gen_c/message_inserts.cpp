@@ -148,6 +148,7 @@ std::optional<STL_VALUE> MessageArguments::value(STL_CONVERSION const& conversio
     case STL_ARGUMENT::long_integer:
         return word(whole_number(text, sizeof(long), is_signed));
     case STL_ARGUMENT::long_long_integer:
+        // %I64d and its like only step over the argument: any string will do.
         if (!conversion.is_single)
             break;
         if (auto const number = whole_number(text, sizeof(long long), is_signed)) {

@@ -11,7 +11,8 @@
 
 namespace {
 
-/// The path of a temporary file, with these characters in place of its number's eight digits.
+/// The path of a temporary file, with these characters in place of its number's eight digits:
+/// formed as gen_get_temp_filename forms it.
 STR temporary_path(STR const& directory, STR const& prefix, char const* digits) {
     FIO_PATH path;
     path.directory(directory);

@@ -63,6 +63,7 @@ def installation(_: Arguments) -> Answer:
 def show_project(given: Arguments) -> Answer:
     _apply_project(given)
     answer = only(_gen.project()[0], "project", "database", "output", "parablocks")
+    # By the numbers of gen_c_group.
     groups = {"project_libraries": 2, "user_libraries": 3, "shipped_libraries": 5, "eda_libraries": 6}
     for key, group in groups.items():
         answer[key] = [row["directory"] for row in _gen.directories(group)]
@@ -73,6 +74,7 @@ def _find_one(name: str, given: Arguments) -> Tuple[bool, Record]:
     known = len(cache)
     found = (_gen.find_eda if given.eda else _gen.find_cached if given.cached else _gen.find)(name)
     is_kept = given.cached and len(cache) == known
+    # An answer that was kept came without a check.
     asked = [] if is_kept else _gen.trace_find(name, given.eda, given.all)
     hits = [row for row in asked if row["there"]]
     # The text as the library has it, before it became a path.

@@ -149,6 +149,7 @@ cache = Cache()
 
 
 def _directories(group: int) -> List[Path]:
+    # Groups have the numbers of gen_c_group, in the order in which lookups ask them.
     return [Path(row["directory"]) for row in _gen.directories(group)]
 
 

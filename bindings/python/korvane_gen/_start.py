@@ -163,6 +163,8 @@ def paths_for_64bit(tool: Text) -> Iterator[bool]:
     if _gen.enter_64bit(tool) is None:
         yield False
         return
+    # os.environ is a copy that does not see what the library has set. It is also what brings the
+    # variables back: leave_64bit() would leave one that was not set behind as an empty one.
     names = ("PATH", "LD_LIBRARY_PATH")
     before = [os.environ.get(name) for name in names]
     try:

@@ -5,14 +5,13 @@
 
 #include <cerrno>
 #include <unistd.h>
+#include <utility>
 
 TextFile::TextFile(STR const& path) : m_file(gen_open_for_writing(path)) {}
 
 TextFile::~TextFile() {
-    if (!is_open())
-        return;
-    flush();
-    close(m_file);
+    if (is_open())
+        finish();
 }
 
 void TextFile::put(std::string_view text) {
@@ -28,6 +27,10 @@ void TextFile::put(std::string_view text) {
 
 bool TextFile::finish() {
     flush();
+    // Some file systems find out only now that there is no room. One that is interrupted has closed
+    // the file all the same.
+    if (close(std::exchange(m_file, -1)) != 0 && errno != EINTR && m_fault == 0)
+        m_fault = errno;
     if (m_fault != 0)
         errno = m_fault;
     return m_fault == 0;

@@ -12,7 +12,7 @@
 class TextFile {
   public:
     explicit TextFile(STR const& path);
-    /// Writes what is left, and closes the file.
+    /// Finishes a file that is open.
     ~TextFile();
     TextFile(TextFile const&) = delete;
     TextFile& operator=(TextFile const&) = delete;
@@ -26,7 +26,8 @@ class TextFile {
     }
     void put_line() { put("\n"); }
 
-    /// Writes what is left, and gives whether all was written; if not, errno says why.
+    /// Writes what is left and closes the file. Gives whether all was written; if not, errno says
+    /// why.
     bool finish();
 
   private:
@@ -34,7 +35,7 @@ class TextFile {
     void write_all(std::string_view text);
 
     int m_file;
-    int m_fault = 0; ///< the errno of the write that failed
+    int m_fault = 0; ///< the errno of what failed
     std::size_t m_buffered = 0;
     char m_buffer[1 << 14]; // MUTANT_EXCL_LINE: no answer depends on room
 };

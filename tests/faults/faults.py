@@ -93,6 +93,7 @@ class Thing:
     keeps: bool = False         # it is documented to remember what it was given at first
     statuses: tuple = (0,)
     unharmed_by: tuple = ()     # errors that must not be noticed at all
+    noticed_at: tuple = ()      # calls whose other errors must be
     apart_from: tuple = ()      # calls that cannot be failed here
 
 
@@ -150,6 +151,7 @@ THINGS = {
     "ticks": thing(),
     "total": thing(),
     "touch": thing("no"),
+    "try_commit": thing("no", unharmed_by=("EINTR",), noticed_at=("close",)),
     "usage": thing(),
     "user": thing("none, reported"),
     "user_profile": thing(""),
@@ -264,7 +266,10 @@ class Check:
         if len(found.results) != 2:
             return f"{what}: {found.results}"
         noticed = found.results[0] != self.usual[0]
-        if noticed and error in self.thing.unharmed_by and interrupts_data(call):
+        if not noticed and call in self.thing.noticed_at and error not in self.thing.unharmed_by:
+            return f"{what}: is not noticed"
+        if noticed and error in self.thing.unharmed_by and (
+                interrupts_data(call) or call in self.thing.noticed_at):
             return f"{what}: data is lost: {found.results[0]}"
         if noticed and not any(re.fullmatch(other, found.results[0])
                                for other in self.thing.otherwise):

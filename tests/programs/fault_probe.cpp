@@ -223,6 +223,7 @@ std::map<std::string, std::function<Thing()>> const things{
     {"total", [] { return answer_of([] { return bytes(Machine::get_total_ram); }); }},
     {"touch",
      [] { return answer_of([] { return shown(FIO_FILE_SYSTEM::touch(fresh("file"))); }); }},
+    {"try_commit", try_commit},
     {"usage", [] { return answer_of([] { return bytes(Machine::get_total_usage_ram); }); }},
     {"user",
      [] {

@@ -27,3 +27,4 @@ Thing profile();
 /// The lines of the default handlers on standard error, which is a file for the purpose.
 Thing standard_error();
 Thing temp_file();
+Thing try_commit();

@@ -22,6 +22,13 @@ struct NoObjects : GEN_DYN_FLAG_CLEARER {
 
 } // namespace
 
+Thing try_commit() {
+    static GEN_UNDO_REDO_MGR manager;
+    manager.start_new_file(text_at("db"));
+    fs::create_directories(at("db"));
+    return answer_of([] { return shown(manager.try_commit_file()); });
+}
+
 Thing commit() {
     static constexpr int entries = 2000;
     static GEN_UNDO_REDO_MGR manager;

@@ -85,5 +85,7 @@ proc ::korvane_gen::sub::env {args} {
     }
     catch {uplevel 1 $script} result options
     c::leave_64bit {*}$old
+    # One level further out: break, continue and return in the script are the caller's.
+    dict incr options -level
     return -options $options $result
 }

@@ -223,6 +223,14 @@ test names-2 "the 64-bit tools are in front in the script alone" -body {
         [catch {gen env fitter {error oops}}] [string equal $::env(PATH) $before] [gen env -wanted]
 } -result [list $root//linux64/ 1 1 1 1 0]
 
+test names-3 "break and return in the script are the caller's" -body {
+    set env(KORVANE_PLATFORM) linux
+    set rounds 0
+    foreach round {1 2} {incr rounds; gen env fitter {break}}
+    proc returning {} {gen env fitter {return inside}; return behind}
+    list $rounds [returning] [gen env fitter {set rounds}]
+} -cleanup {rename returning {}} -result {1 inside 1}
+
 test condition-1 "prefix form" {
     gen condition "(|top|a = 1) && (time > 10ns)"
 } {LOGICAL_AND(EQUAL_TO(HPATH(|top|a),BUS(1)),TIME_GT(10ns))}

@@ -72,7 +72,8 @@ proc answer_text_number {} {
     set read [gen number -radix $radix -- {*}$::rest]
     if {$read eq ""} {
         gen number -radix $radix 1
-        return [list 0 [d [dict create value "" digits "" radix $radix unread [string trimleft [lindex $::rest 0] " "]]]]
+        return [list 0 [d [dict create value "" digits "" radix $radix unread [
+            regsub {^[ \t\n]*[-+]?} [lindex $::rest 0] ""]]]]
     }
     dict set read radix $radix
     dict set read unread [string range [lindex $::rest 0] [dict get $read used] end]

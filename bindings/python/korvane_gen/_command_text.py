@@ -2,6 +2,7 @@
 
 import collections
 import math
+import re
 from typing import Callable, List, Optional, Tuple
 
 from . import InternalError, _gen
@@ -80,7 +81,8 @@ def number(given: Arguments) -> Answer:
     value, used = read if read is not None else (None, 0)
     digits = None if value is None else _gen.write_integer(value, given.radix)
     if read is None:
-        used = len(given.text) - len(given.text.lstrip(" "))
+        # As far as an integer was looked for.
+        used = len(given.text) - len(re.sub(r"^[ \t\n]*[-+]?", "", given.text))
     return read is not None, {
         "value": value,
         "digits": digits,

@@ -43,8 +43,8 @@ typedef enum gen_c_status {
 KORVANE_API char const* gen_c_reason(void);
 
 /// The internal errors of the last call that may report any; hot calls (gen_c_find_cached,
-/// gen_c_compare_natural, gen_c_compare_bytes, gen_c_checksum) never do. Of one more often than 100
-/// times in a call only the first 100 are kept.
+/// gen_c_compare_natural, gen_c_compare_bytes, gen_c_checksum) never do. Of more than 100 in a call
+/// only the first 100 are kept.
 KORVANE_API size_t gen_c_report_count(void);
 /// One of them: the broken condition, the source and the line it is reported for. Each result may
 /// be null. Strings are valid until the next call that may report. GEN_C_NOT_FOUND past the last.
@@ -340,7 +340,8 @@ KORVANE_API gen_c_status gen_c_undo_add(gen_c_undo* undo, int redo, char const* 
                                         char const* comment);
 /// GEN_C_NOT_FOUND where the section lacks a title or any command: it is then not recorded.
 KORVANE_API gen_c_status gen_c_undo_end(gen_c_undo* undo);
-/// Writes all recorded sections and gives the file's path. GEN_C_FAILED where it cannot be opened.
+/// Writes all recorded sections and gives the file's path. A section that has not ended is lost.
+/// GEN_C_FAILED where the file cannot be opened or written.
 KORVANE_API gen_c_status gen_c_undo_commit(gen_c_undo* undo, gen_c_text* path);
 
 // Flags.

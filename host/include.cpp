@@ -82,8 +82,7 @@ class Include : public Command {
         Paths paths;
         if (m_view.all()) // watched below, with each hit denied, it comes back with nothing
             paths = look_up(name);
-        LookupWatch watch(m_view.manner(),
-                          name.starts_with('/') ? "as named" : "beside the including file");
+        LookupWatch watch(m_view.manner(), outside_of_include(name.c_str()));
         Paths const watched = look_up(name);
         if (!m_view.all())
             paths = watched;

@@ -3,6 +3,7 @@
 #include "allocation_failure.h"
 #include "allocation_ground.h"
 #include "gen_c.h"
+#include "gen_exe.h"
 
 #include <cstdlib>
 
@@ -158,6 +159,20 @@ std::vector<Call> calls() {
              },
          .left = written,
          .otherwise = {"7 kept kept "}},
+        {.name = "start",
+         .ask =
+             [] {
+                 static STR const root = at("korvane");
+                 gen_c_status const status = gen_c_start(root.c_str(), nullptr);
+                 stop_failing_heap();
+                 return shown(long{status});
+             },
+         .prepare =
+             [] {
+                 start();
+                 gen_module_fullpath = nullptr;
+             },
+         .otherwise = {"7"}},
         {.name = "file_types", .ask = file_types, .prepare = start, .otherwise = {"7 0"}},
         // The parser reports that it had no memory for a record, as an internal error.
         {.name = "condition_tree", .ask = condition_tree, .otherwise = {"7 0", "2 0"}},

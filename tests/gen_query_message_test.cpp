@@ -65,6 +65,12 @@ TEST(GenQueryMessage, NumbersAreDecimalUnlessTheyBeginWith0x) {
     EXPECT_THAT(complaint({"%1!d!", "-"}), HasSubstr("\"-\""));
 }
 
+TEST(GenQueryMessage, ArgumentOfSeveralConversionsIsOneForAll) {
+    EXPECT_EQ(message({"%1!lld! %1!I64d!", "5"}), "5 \n");
+    EXPECT_EQ(message({"%1!I64d! %1!lld! %1!I64u!", "5"}), " 5 \n");
+    EXPECT_THAT(complaint({"%1!p! %1!n!", "0x10"}), HasSubstr("as its other conversions do"));
+}
+
 TEST(GenQueryMessage, NumbersFitTheirTypes) {
     EXPECT_EQ(message({"%1!d! %2!d! %3!u! %4!u!", "2147483647", "-2147483648", "4294967295", "-1"}),
               "2147483647 -2147483648 4294967295 4294967295\n");

@@ -32,20 +32,20 @@ STR executable_below(STR root) {
 /// Where gen_exe_init would find the executable; "" where it would end the process.
 STR executable_of(STR const& name) {
     bool const is_named = name.find('/') != STR::npos && gen_file_exists(name);
-    FIO_PATH path(is_named ? name : find_executable_in_path(FIO_PATH(name).filename()));
-    if (!path.fullpath().empty())
-        path.become_absolute("");
-    return path.fullpath();
+    return is_named ? name : find_executable_in_path(FIO_PATH(name).filename());
 }
 
-/// The process is that executable for good, so the text of one that a root stands for is never
-/// freed.
-void record(char const* executable, STR const& path) {
-    if (executable == nullptr && gen_module_fullpath == nullptr)
-        gen_module_fullpath = strdup(path.c_str());
-    char const* arguments[] = {executable != nullptr ? executable : path.c_str(), nullptr};
-    gen_exe_init(1, arguments);
-    is_started = true;
+/// Whether both are the same name in the same directory. The strings may differ: gen keeps the path
+/// of its executable absolute, simplified, and by the real directory where ".." follows a link.
+bool is_same_executable(STR const& one, STR const& other) {
+    std::size_t const one_name = one.rfind('/') + 1;
+    std::size_t const other_name = other.rfind('/') + 1;
+    struct stat first;
+    struct stat second;
+    return one == other || (one.substr(one_name) == other.substr(other_name) &&
+                            stat(one.substr(0, one_name).c_str(), &first) == 0 &&
+                            stat(other.substr(0, other_name).c_str(), &second) == 0 &&
+                            first.st_dev == second.st_dev && first.st_ino == second.st_ino);
 }
 
 } // namespace
@@ -58,10 +58,17 @@ gen_c_status gen_c_start(char const* root, char const* executable) {
     STR const path = root != nullptr ? executable_below(root) : executable_of(executable);
     if (path.empty())
         return refuse(GEN_C_NOT_FOUND, "executable", " is not found");
-    if (gen_module_fullpath != nullptr && path != gen_module_fullpath)
+    if (gen_module_fullpath != nullptr && !is_same_executable(path, gen_module_fullpath))
         return refuse(GEN_C_BAD_ARGUMENT, root != nullptr ? "root" : "executable",
                       " is another one than the process has started with");
-    record(executable, path);
+    if (root != nullptr && gen_module_fullpath == nullptr) {
+        // Never freed: the process is that executable for good.
+        gen_module_fullpath = strdup(path.c_str());
+        if (gen_module_fullpath == nullptr)
+            return GEN_C_NO_MEMORY;
+    }
+    gen_exe_init(1, &executable);
+    is_started = true;
     return GEN_C_OK;
 }
 

@@ -52,7 +52,7 @@ gen_c_status gen_c_trace_include(char const* name, char const* from, char const*
         return GEN_C_BAD_ARGUMENT;
     if (is_not_started())
         return GEN_C_NOT_STARTED;
-    LookupWatch watch(manner(all), "beside the including file");
+    LookupWatch watch(manner(all), outside_of_include(name));
     gen_find_include_file(name, from, alias, nullptr, nullptr);
     return give_checks(watch, all != 0, LookupRivals::all, asked);
 }

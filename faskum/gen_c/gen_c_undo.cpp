@@ -90,6 +90,7 @@ gen_c_status gen_c_undo_commit(gen_c_undo* undo, gen_c_text* path) {
     FIO_PATH file;
     file.directory(undo->directory);
     file.filename("undo_redo.txt");
+    undo->is_in_section = false; // the manager makes the last recorded one current
     if (!undo->manager.try_commit_file())
         return refuse(GEN_C_FAILED, file.fullpath() + ": ", std::strerror(errno));
     return put(path, file.fullpath());

@@ -45,6 +45,11 @@ class LookupWatch {
     FIO_OBSERVER m_previous;
 };
 
+/// The group of the checks for an include file that no search object makes.
+inline char const* outside_of_include(char const* name) {
+    return *name == '/' ? "as named" : "beside the including file";
+}
+
 /// Among which paths the first one shadows the others.
 enum class LookupRivals { all, same_extension };
 

@@ -83,7 +83,8 @@ std::optional<STL_VALUE> wide_character(std::string const& text) {
 
 // Of those kinds that a conversion's letter reads in more than one way.
 bool is_same(STL_ARGUMENT argument, STL_VALUE const& one, STL_VALUE const& other) {
-    return argument != STL_ARGUMENT::integer || one.word == other.word;
+    return (argument != STL_ARGUMENT::integer && argument != STL_ARGUMENT::pointer) ||
+           one.word == other.word;
 }
 
 } // namespace
@@ -230,11 +231,15 @@ std::string MessageArguments::add(MessageInserts::Conversions const& conversions
                                   std::string const& text) {
     STL_ARGUMENT const argument = parsed(conversions.front()).argument;
     std::optional<STL_VALUE> common;
+    bool is_printed = false; // what only steps over the argument takes any
     for (std::string const& conversion : conversions) {
+        bool const is_single = parsed(conversion).is_single;
         std::optional<STL_VALUE> const one = value(parsed(conversion), text);
-        if (!one || (common && !is_same(argument, *common, *one)))
+        if (!one || (is_printed && is_single && !is_same(argument, *common, *one)))
             return conversion;
-        common = one;
+        if (!is_printed)
+            common = one;
+        is_printed = is_printed || is_single;
     }
     append(argument, *common);
     return "";

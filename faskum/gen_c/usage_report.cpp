@@ -15,12 +15,16 @@ int keep(char const* /*owner*/, char const* text) {
 /// A configuration switch that is on in its scope. One that is on already stays as it is.
 class Switch {
   public:
-    Switch(char const* name, bool on) : m_name(name), m_changed(on && !mem_cfg_is_on(name, false)) {
+    Switch(char const* name, bool on)
+        : m_name(name), m_changed(on && !mem_cfg_is_on(name, false)),
+          m_was_set_off(m_changed && !mem_cfg_is_on(name, true)) {
         if (m_changed)
             mem_cfg_set(name, true);
     }
     ~Switch() {
-        if (m_changed)
+        if (m_was_set_off)
+            mem_cfg_set(m_name, false);
+        else if (m_changed)
             mem_cfg_unset(m_name);
     }
     Switch(Switch const&) = delete;
@@ -29,6 +33,7 @@ class Switch {
   private:
     char const* m_name;
     bool m_changed;
+    bool m_was_set_off; ///< by the host or by KORVANE_CFG, not by default
 };
 
 } // namespace

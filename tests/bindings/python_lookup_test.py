@@ -3,6 +3,7 @@
 import os
 import pathlib
 import resource
+import tempfile
 import threading
 import unittest
 
@@ -24,6 +25,21 @@ class Start(unittest.TestCase):
         tool = ROOT / "linux" / "gen_query"
         shown = in_child(f"with gen.start(executable={str(tool)!r}) as i: print(i.executable, i.root)")
         self.assertEqual(shown, f"{tool} {ROOT}\n")
+
+    def test_the_same_executable_may_be_named_in_other_ways(self):
+        tool = ROOT / "linux" / "gen_query"
+        with tempfile.TemporaryDirectory() as scratch:
+            link = pathlib.Path(scratch) / "link"
+            link.symlink_to(ROOT / "libraries")
+            other = pathlib.Path(scratch) / "gen_query"
+            other.touch()
+            for name in (f"{link}/../linux/gen_query", f"/{tool}"):
+                shown = in_child(f"for name in {name!r}, {name!r}, {str(tool)!r}:\n"
+                                 "    print(gen.start(executable=name).executable)\n"
+                                 f"try: gen.start(executable={str(other)!r})\n"
+                                 "except ValueError as error: print(error)")
+                self.assertEqual(shown, 3 * f"{tool}\n" +
+                                 "start(): executable is another one than the process has started with\n")
 
     def test_a_missing_root_is_a_missing_file(self):
         shown = in_child("try: gen.start('/no/such')\nexcept FileNotFoundError as e: print(e.filename)")

@@ -25,7 +25,10 @@ static void undo_file(void) {
     CHECK(gen_c_undo_describe(undo, "lost") == GEN_C_BAD_ARGUMENT);
     CHECK(gen_c_undo_add(undo, 1, "lost", "") == GEN_C_BAD_ARGUMENT);
     CHECK(gen_c_undo_end(undo) == GEN_C_BAD_ARGUMENT);
+    CHECK(gen_c_undo_begin(undo, "Lost by the commit") == GEN_C_OK);
     CHECK(gen_c_undo_commit(undo, &text) == GEN_C_OK);
+    CHECK(gen_c_undo_add(undo, 0, "lost", "") == GEN_C_BAD_ARGUMENT);
+    CHECK(gen_c_undo_end(undo) == GEN_C_BAD_ARGUMENT);
     CHECK_TEXT(text.bytes, "./undo_redo.txt");
     CHECK(remove(text.bytes) == 0);
     gen_c_undo_free(undo);

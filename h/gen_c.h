@@ -177,15 +177,15 @@ KORVANE_API gen_c_status gen_c_include(char const* name, char const* from, char 
 /// (the group's name), type, path. Given with GEN_C_NOT_FOUND too, without rows.
 KORVANE_API gen_c_status gen_c_sources(char const* unit, int shipped_only, gen_c_table** answer);
 
-/// What a lookup asks: group, there, standing, path. With @p all it walks on behind a hit, so that
-/// all files are met that it could give: standing is then "wins" or "shadowed" for those that are
-/// there, nothing otherwise. The status is that of the lookup; the table is given with
-/// GEN_C_NOT_FOUND too.
-KORVANE_API gen_c_status gen_c_trace_find(char const* name, int eda, int all, gen_c_table** asked);
+/// The existence checks of a lookup: group, there, standing, path. With @p all it walks on behind a
+/// hit, so that all files are met that it could give: standing is then "wins" or "shadowed" for
+/// those that are there, nothing otherwise. The status is that of the lookup; the table is given
+/// with GEN_C_NOT_FOUND too.
+KORVANE_API gen_c_status gen_c_trace_find(char const* name, int eda, int all, gen_c_table** checks);
 KORVANE_API gen_c_status gen_c_trace_include(char const* name, char const* from, char const* alias,
-                                             int all, gen_c_table** asked);
+                                             int all, gen_c_table** checks);
 KORVANE_API gen_c_status gen_c_trace_sources(char const* unit, int shipped_only, int all,
-                                             gen_c_table** asked);
+                                             gen_c_table** checks);
 
 // Names.
 

@@ -90,7 +90,7 @@ std::vector<std::string> lookup_directories() {
 }
 
 void LookupView::declare(Options& options) {
-    options.flag("--trace", m_trace, "Show every path asked for, in order, and who answered");
+    options.flag("--trace", m_trace, "Show every existence check, in order, with its group");
     options.flag("--all", m_all, "Show every file that is meant or shadowed, the winner first");
 }
 
@@ -117,7 +117,7 @@ void LookupView::show(Answer& answer, std::string const& name, bool one_of_sever
 
 void LookupView::describe(Value::Record& record, MEM_VECTOR<ExistenceCheck> const& checks) const {
     if (m_trace)
-        record.emplace_back("asked", trace_rows(checks).rows);
+        record.emplace_back("checks", trace_rows(checks).rows);
     if (m_all)
         record.emplace_back("candidates", candidate_rows(m_rivals, checks).rows);
 }

@@ -13,7 +13,7 @@ class Where : public Command {
         answer.field("installation_root", gen_get_korvane_path());
         answer.field("graphical_shell", gen_is_in_ui_process());
         // Asked of that library, through the callbacks that gen_exe_init leaves there.
-        answer.field("told_to_the_memory_library",
+        answer.field("seen_by_the_memory_library",
                      Value::Record{
                          {"installation_root", mem_gen_get_korvane_path()},
                          {"file_name", mem_gen_get_module_filename()},

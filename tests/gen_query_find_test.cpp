@@ -58,10 +58,10 @@ TEST_F(GenQueryFind, TraceOfAMissGoesThroughAllGroups) {
     ProgramResult const missed = ask(everywhere({"find", "nothing.v", "--trace", "--json"}));
     EXPECT_EQ(missed.status, 1);
     auto const files = nlohmann::json::parse(missed.output)["files"];
-    EXPECT_EQ(files[0]["asked"].size(), 5U + 21U);
+    EXPECT_EQ(files[0]["checks"].size(), 5U + 21U);
     EXPECT_TRUE(files[0]["path"].is_null());
-    EXPECT_EQ(files[0]["asked"][4]["group"], "parablocks");
-    EXPECT_EQ(files[0]["asked"][25]["path"], "/k/eda/hspice/nothing.v");
+    EXPECT_EQ(files[0]["checks"][4]["group"], "parablocks");
+    EXPECT_EQ(files[0]["checks"][25]["path"], "/k/eda/hspice/nothing.v");
 }
 
 TEST_F(GenQueryFind, AllShowsTheWinnerBeforeWhatItShadows) {
@@ -100,9 +100,9 @@ TEST_F(GenQueryFind, EdaLooksInItsLibrariesAlone) {
 
 TEST_F(GenQueryFind, CachedNameIsAskedForOnce) {
     auto const files = json({"find", "adder.v", "adder.v", "--cached", "--trace"})["files"];
-    EXPECT_EQ(files[0]["asked"].size(), 1U);
+    EXPECT_EQ(files[0]["checks"].size(), 1U);
     EXPECT_EQ(files[0]["group"], "project");
-    EXPECT_EQ(files[1]["asked"].size(), 0U);
+    EXPECT_EQ(files[1]["checks"].size(), 0U);
     EXPECT_EQ(files[1]["group"], "cache");
     EXPECT_EQ(files[1]["path"], "/k/project/adder.v");
     EXPECT_EQ(ask({"find", "adder.v", "--cached", "--all"}).status, 2);

@@ -61,7 +61,7 @@ TEST(GenQueryWhere, PrintsTheExecutableAndWhatTheMemoryLibraryHears) {
                            "module path                 " + root / "linux/" + "\n" +
                            "file name                   gen_query\n" +
                            "installation root           " + root / "" + "\n" +
-                           "graphical shell             no\n" + "told to the memory library\n" +
+                           "graphical shell             no\n" + "seen by the memory library\n" +
                            "  installation root         " + root / "" + "\n"));
     start.arguments.push_back("--json");
     ProgramResult const json = run_program(start);

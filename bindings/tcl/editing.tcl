@@ -55,14 +55,7 @@ oo::class create ::korvane_gen::Flags {
 
 oo::class create ::korvane_gen::Histogram {
     variable handle
-    constructor {low high bins} {
-        try {
-            set handle [::korvane_gen::c::histogram_create $low $high $bins]
-        } trap {KORVANE INTERNAL} {message options} {
-            ::korvane_gen::c::histogram_free [lindex [dict get $options -errorcode] 3]
-            return -options $options $message
-        }
-    }
+    constructor {low high bins} {set handle [::korvane_gen::c::histogram_create $low $high $bins]}
     destructor {if {[info exists handle]} {::korvane_gen::c::histogram_free $handle}}
     method add {args} {
         foreach item $args {

@@ -35,8 +35,10 @@ int message(Tcl_Interp* interp, Words const& words) {
             return TCL_ERROR;
         bytes.push_back(texts[i].pass());
     }
-    if (count == 0)
-        return complain(interp, "format", "is missing") ? TCL_OK : TCL_ERROR;
+    if (count == 0) {
+        complain(interp, "format", "is missing");
+        return TCL_ERROR;
+    }
     TextResult text;
     gen_c_status const status = gen_c_message(bytes[0], bytes.data() + 1, count - 1, text.pass());
     if (status != GEN_C_OK)
@@ -60,9 +62,9 @@ gen_c_status start_as(char const* executable) {
     return gen_c_start(nullptr, executable);
 }
 
-gen_c_status trace_include(char const* name, int all, gen_c_table** asked, char const* from,
+gen_c_status trace_include(char const* name, int all, gen_c_table** checks, char const* from,
                            char const* alias) {
-    return gen_c_trace_include(name, from, alias, all, asked);
+    return gen_c_trace_include(name, from, alias, all, checks);
 }
 
 gen_c_status usual_temporary_file(char const* prefix, int number, gen_c_text* path) {

@@ -77,7 +77,7 @@ proc ::korvane_gen::sub::real {args} {
 
 # The regular expression, or which of the names match.
 proc ::korvane_gen::sub::wildcard {args} {
-    set names [lassign [options wildcard {-part 0} $args 1 100000] pattern]
+    set names [lassign [options wildcard {-part 0} $args 1 [llength $args]] pattern]
     set part [dict exists $given -part]
     if {![llength $names]} {
         return [c::wildcard $pattern $part]

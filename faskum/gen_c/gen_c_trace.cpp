@@ -36,36 +36,37 @@ auto source_search(int shipped_only) {
 
 } // namespace
 
-gen_c_status gen_c_trace_find(char const* name, int eda, int all, gen_c_table** asked) {
-    if (lacks("name", name) || lacks("asked", asked))
+gen_c_status gen_c_trace_find(char const* name, int eda, int all, gen_c_table** checks) {
+    if (lacks("name", name) || lacks("checks", checks))
         return GEN_C_BAD_ARGUMENT;
     if (is_not_started())
         return GEN_C_NOT_STARTED;
     LookupWatch watch(manner(all), "as named");
     (eda != 0 ? gen_find_eda_file : gen_find_file)(name);
-    return give_checks(watch, all != 0, LookupRivals::all, asked);
+    return give_checks(watch, all != 0, LookupRivals::all, checks);
 }
 
 gen_c_status gen_c_trace_include(char const* name, char const* from, char const* alias, int all,
-                                 gen_c_table** asked) {
-    if (lacks("name", name) || lacks("asked", asked))
+                                 gen_c_table** checks) {
+    if (lacks("name", name) || lacks("checks", checks))
         return GEN_C_BAD_ARGUMENT;
     if (is_not_started())
         return GEN_C_NOT_STARTED;
     LookupWatch watch(manner(all), outside_of_include(name));
     gen_find_include_file(name, from, alias, nullptr, nullptr);
-    return give_checks(watch, all != 0, LookupRivals::all, asked);
+    return give_checks(watch, all != 0, LookupRivals::all, checks);
 }
 
-gen_c_status gen_c_trace_sources(char const* unit, int shipped_only, int all, gen_c_table** asked) {
-    if (lacks("unit", unit) || lacks("asked", asked))
+gen_c_status gen_c_trace_sources(char const* unit, int shipped_only, int all,
+                                 gen_c_table** checks) {
+    if (lacks("unit", unit) || lacks("checks", checks))
         return GEN_C_BAD_ARGUMENT;
     if (is_not_started())
         return GEN_C_NOT_STARTED;
     LookupWatch watch(manner(all), "other");
     MEM_VECTOR<GEN_SOURCE_CANDIDATE> candidates;
     source_search(shipped_only)(unit, &candidates);
-    return give_checks(watch, all != 0, LookupRivals::same_extension, asked);
+    return give_checks(watch, all != 0, LookupRivals::same_extension, checks);
 }
 
 gen_c_status gen_c_sources(char const* unit, int shipped_only, gen_c_table** answer) {

@@ -14,8 +14,8 @@ proc looked_up {command name} {
     set is_kept [expr {[has cached] && [gen cache size] == $known}]
     set command [lsearch -all -inline -not -exact $command -cached]
     set view [expr {[has all] ? "-all" : "-trace"}]
-    set asked [expr {$is_kept ? {} : [gen {*}$command $view -- $name]}]
-    set hits [lmap row $asked {expr {[dict get $row there] ? $row : [continue]}}]
+    set checks [expr {$is_kept ? {} : [gen {*}$command $view -- $name]}]
+    set hits [lmap row $checks {expr {[dict get $row there] ? $row : [continue]}}]
     if {[llength $hits]} {
         set path [dict get [lindex $hits 0] path]
     }
@@ -26,7 +26,7 @@ proc looked_up {command name} {
     } else {
         dict set record in_project [s [expr {[string match /* $path] ? [gen relative $path] : ""}]]
     }
-    if {[has trace]} {dict set record asked [rows $asked {group there path}]}
+    if {[has trace]} {dict set record checks [rows $checks {group there path}]}
     if {[has all]} {dict set record candidates [rows $hits {standing group path}]}
     list [expr {$path ne ""}] [d $record [dict keys $record]] $path
 }
@@ -52,8 +52,8 @@ proc answer_where {} {
     set handed_over [dict create installation_root [dict get $found installation_root] \
         file_name [dict get $found file_name] database_directory [dict get $project database] \
         output_directory [dict get $project output] graphical_shell [dict get $found graphical_shell]]
-    dict set found told_to_the_memory_library [d $handed_over]
-    list 1 [d $found told_to_the_memory_library]
+    dict set found seen_by_the_memory_library [d $handed_over]
+    list 1 [d $found seen_by_the_memory_library]
 }
 proc answer_installation {} {
     parse {}
@@ -92,11 +92,11 @@ proc sources_of {unit} {
     set command [list sources {*}[if {[has shipped]} {list -shipped}]]
     set answer [dict create unit [s $unit] file_type_order [texts [gen file-types]]]
     if {[has all]} {
-        set asked [gen {*}$command -all -- $unit]
-        dict set answer candidates [rows $asked {standing group path}]
-        return [list [expr {[llength $asked] != 0}] [d $answer [dict keys $answer]]]
+        set checks [gen {*}$command -all -- $unit]
+        dict set answer candidates [rows $checks {standing group path}]
+        return [list [expr {[llength $checks] != 0}] [d $answer [dict keys $answer]]]
     }
-    if {[has trace]} {dict set answer asked [rows [gen {*}$command -trace -- $unit] {group there path}]}
+    if {[has trace]} {dict set answer checks [rows [gen {*}$command -trace -- $unit] {group there path}]}
     set files [gen {*}$command -- $unit]
     dict set answer files [rows $files]
     list [expr {[llength $files] != 0}] [d $answer [dict keys $answer]]

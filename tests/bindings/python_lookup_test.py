@@ -152,15 +152,15 @@ class Lookup(unittest.TestCase):
 
     def test_candidates_show_what_is_shadowed(self):
         found = gen.candidates("adder.v")
-        self.assertEqual([asked.standing for asked in found], ["wins"] + 5 * ["shadowed"])
+        self.assertEqual([check.standing for check in found], ["wins"] + 5 * ["shadowed"])
         self.assertEqual(found[-1].group, "shipped libraries")
         self.assertEqual(gen.find("adder.v"), found[0].path)
 
     def test_trace_lists_every_check(self):
-        asked = gen.trace("mux.sv")
-        self.assertTrue(asked[-1].there)
-        self.assertFalse(any(one.there for one in asked[:-1]))
-        self.assertEqual(asked[0].path, PROJECT / "mux.sv")
+        checks = gen.trace("mux.sv")
+        self.assertTrue(checks[-1].there)
+        self.assertFalse(any(check.there for check in checks[:-1]))
+        self.assertEqual(checks[0].path, PROJECT / "mux.sv")
 
     def test_include_and_sources(self):
         found = gen.include("segments.vh", from_file="inc/display.vh", alias="/copy/display.vh")

@@ -266,6 +266,9 @@ test text-2 "the rest" {
         [expr {[gen sanitise -checksum "a b.v  "] == [gen checksum a_bLv]}] [gen checksum ""] [gen hash-size 14]
 } [list [expr {49 - 57}] 0 gr\u00f6a A a a {value -255 digits ffffff01 used 4} {} {value 1.5 used 3} \
        {^[aA].*\.[vV]$} {alu.v ADD.V} a_bLv 1 0 31]
+test text-2c "any number of names" {
+    llength [gen wildcard a* {*}[lrepeat 100001 a]]
+} 100001
 test text-2a "characters above U+FFFF and bytes that are no UTF-8" {
     # The checksums are those of the bytes.
     encoding system iso8859-1

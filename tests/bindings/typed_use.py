@@ -28,4 +28,4 @@ with gen.start("/opt/korvane"):
     gen.trim("a", white_space=2)  # type: ignore[arg-type]
 
     names: List[str] = sorted(["data[10]", "data[9]"], key=gen.natural_key)
-    standings: List[Optional[str]] = [asked.standing for asked in gen.candidates("adder.v")]
+    standings: List[Optional[str]] = [check.standing for check in gen.candidates("adder.v")]

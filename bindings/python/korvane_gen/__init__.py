@@ -36,8 +36,8 @@ from ._gen import (
     wildcard,
 )
 from ._lookup import (
-    Asked,
     Cache,
+    ExistenceCheck,
     Include,
     Project,
     Source,
@@ -96,7 +96,6 @@ from ._text import (
 
 __all__ = [
     "__version__",
-    "Asked",
     "Bin",
     "byte_compare",
     "Cache",
@@ -113,6 +112,7 @@ __all__ = [
     "do_not_edit",
     "elapsed",
     "Error",
+    "ExistenceCheck",
     "file_types",
     "find",
     "find_cached",

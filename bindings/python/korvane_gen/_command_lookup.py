@@ -22,12 +22,12 @@ def _apply_project(given: Arguments) -> None:
             set_it(getattr(given, name))
 
 
-def _with_view(record: Record, asked: List[Record], given: Arguments) -> Record:
+def _with_view(record: Record, checks: List[Record], given: Arguments) -> Record:
     """The record with what --trace and --all add."""
     if given.trace:
-        record["asked"] = [only(row, "group", "there", "path") for row in asked]
+        record["checks"] = [only(row, "group", "there", "path") for row in checks]
     if given.all:
-        hits = (row for row in asked if row["there"])
+        hits = (row for row in checks if row["there"])
         record["candidates"] = [only(row, "standing", "group", "path") for row in hits]
     return record
 
@@ -43,7 +43,7 @@ def _found(record: Record, path: Optional[str], hits: List[Record]) -> Record:
 
 def where(_: Arguments) -> Answer:
     answer = _gen.where()[0]
-    answer["told_to_the_memory_library"] = {
+    answer["seen_by_the_memory_library"] = {
         "installation_root": answer["installation_root"],
         "file_name": answer["file_name"],
         "database_directory": _gen.project()[0]["database"] or "",
@@ -75,14 +75,14 @@ def _find_one(name: str, given: Arguments) -> Tuple[bool, Record]:
     found = (_gen.find_eda if given.eda else _gen.find_cached if given.cached else _gen.find)(name)
     is_kept = given.cached and len(cache) == known
     # An answer that was kept came without a check.
-    asked = [] if is_kept else _gen.trace_find(name, given.eda, given.all)
-    hits = [row for row in asked if row["there"]]
+    checks = [] if is_kept else _gen.trace_find(name, given.eda, given.all)
+    hits = [row for row in checks if row["there"]]
     # The text as the library has it, before it became a path.
     path = hits[0]["path"] if hits and found == Path(hits[0]["path"]) else str(found) if found else None
     record = _found({"name": name}, path, hits)
     inside = path is not None and path.startswith("/") and _gen.relative_to_project(path)
     record["in_project"] = str(inside) if inside else None
-    return path is not None, _with_view(record, asked, given)
+    return path is not None, _with_view(record, checks, given)
 
 
 def find(given: Arguments) -> Answer:
@@ -104,12 +104,12 @@ def _all_found(given: Arguments, found: List[Tuple[bool, Record]]) -> Answer:
 
 def _include_one(name: str, given: Arguments) -> Tuple[bool, Record]:
     found = _gen.include(name, given.from_file, given.alias)
-    asked = _gen.trace_include(name, given.from_file, given.alias, given.all)
-    hits = [row for row in asked if row["there"]]
+    checks = _gen.trace_include(name, given.from_file, given.alias, given.all)
+    hits = [row for row in checks if row["there"]]
     record = _found({"name": name}, hits[0]["path"] if found and hits else None, hits)
     beside = found is not None and found[1] != Path() and str(found[1])
     record["beside_alias"] = beside or None
-    return record["path"] is not None, _with_view(record, asked, given)
+    return record["path"] is not None, _with_view(record, checks, given)
 
 
 def include(given: Arguments) -> Answer:
@@ -120,10 +120,10 @@ def include(given: Arguments) -> Answer:
 
 
 def _sources_of(unit: str, given: Arguments) -> Tuple[bool, Record]:
-    asked = _gen.trace_sources(unit, given.shipped, given.all)
-    answer = _with_view({"unit": unit, "file_type_order": file_types()}, asked, given)
+    checks = _gen.trace_sources(unit, given.shipped, given.all)
+    answer = _with_view({"unit": unit, "file_type_order": file_types()}, checks, given)
     if given.all:
-        return any(row["there"] for row in asked), answer
+        return any(row["there"] for row in checks), answer
     answer["files"] = _gen.sources(unit, given.shipped)
     return bool(answer["files"]), answer
 

@@ -12,7 +12,7 @@ Got = TypeVar("Got")
 Given = TypeVar("Given")
 
 
-class Asked(NamedTuple):
+class ExistenceCheck(NamedTuple):
     """One existence check of a lookup. standing is "wins" or "shadowed" where candidates are listed."""
 
     group: str
@@ -37,8 +37,10 @@ class Source(NamedTuple):
     path: Path
 
 
-def _asked(rows: Rows) -> List[Asked]:
-    return [Asked(row["group"], row["there"], row["standing"], Path(row["path"])) for row in rows]
+def _checks(rows: Rows) -> List[ExistenceCheck]:
+    return [
+        ExistenceCheck(row["group"], row["there"], row["standing"], Path(row["path"])) for row in rows
+    ]
 
 
 def _joined(directories: Directories) -> Text:
@@ -149,7 +151,7 @@ cache = Cache()
 
 
 def _directories(group: int) -> List[Path]:
-    # Groups have the numbers of gen_c_group, in the order in which lookups ask them.
+    # Groups have the numbers of gen_c_group, in the order of a lookup.
     return [Path(row["directory"]) for row in _gen.directories(group)]
 
 
@@ -158,14 +160,14 @@ def file_types() -> List[str]:
     return [row["extension"] for row in _gen.file_types()]
 
 
-def candidates(name: Text, *, eda: bool = False) -> List[Asked]:
+def candidates(name: Text, *, eda: bool = False) -> List[ExistenceCheck]:
     """All files that find() could give, the one that it gives first."""
-    return [asked for asked in _asked(_gen.trace_find(name, eda, True)) if asked.there]
+    return [check for check in _checks(_gen.trace_find(name, eda, True)) if check.there]
 
 
-def trace(name: Text, *, eda: bool = False, all: bool = False) -> List[Asked]:
+def trace(name: Text, *, eda: bool = False, all: bool = False) -> List[ExistenceCheck]:
     """Every existence check of find(), in order; with all it walks on behind a hit."""
-    return _asked(_gen.trace_find(name, eda, all))
+    return _checks(_gen.trace_find(name, eda, all))
 
 
 def _check_alias(function: str, from_file: Optional[Text], alias: Optional[Text]) -> None:
@@ -194,10 +196,10 @@ def trace_include(
     from_file: Optional[Text] = None,
     alias: Optional[Text] = None,
     all: bool = False,
-) -> List[Asked]:
+) -> List[ExistenceCheck]:
     """Every existence check of include()."""
     _check_alias("trace_include", from_file, alias)
-    return _asked(_gen.trace_include(name, from_file, alias, all))
+    return _checks(_gen.trace_include(name, from_file, alias, all))
 
 
 def sources(unit: Text, *, shipped_only: bool = False) -> List[Source]:
@@ -208,6 +210,8 @@ def sources(unit: Text, *, shipped_only: bool = False) -> List[Source]:
     ]
 
 
-def trace_sources(unit: Text, *, shipped_only: bool = False, all: bool = False) -> List[Asked]:
+def trace_sources(
+    unit: Text, *, shipped_only: bool = False, all: bool = False
+) -> List[ExistenceCheck]:
     """Every existence check of sources()."""
-    return _asked(_gen.trace_sources(unit, shipped_only, all))
+    return _checks(_gen.trace_sources(unit, shipped_only, all))

@@ -60,7 +60,7 @@ found, true, equal, nothing to complain of
 not found, false, different, diagnostics
 .TP
 .B 2
-the command line or the input cannot be used
+the command line or the input cannot be used, or the answer cannot be printed
 .SH ENVIRONMENT
 .TP
 .B PATH

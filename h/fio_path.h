@@ -43,7 +43,8 @@ class KORVANE_API FIO_PATH {
             forget_rendering();
     }
 
-    /// Like the constructors; a path may be assigned to itself.
+    /// Like the constructors; a path may be assigned to itself. A string leaves the separator that
+    /// path_separator chose.
     FIO_PATH& operator=(FIO_PATH const& other);
     FIO_PATH& operator=(FIO_PATH&& other) noexcept;
     FIO_PATH& operator=(STR const& text);

@@ -60,7 +60,8 @@ KORVANE_API STR gen_get_module_fullpath();
 KORVANE_API STR gen_get_module_path();
 /// "tool.exe".
 KORVANE_API STR gen_get_module_filename();
-/// "/opt/k/", the installation root: the parent of the executable's directory.
+/// "/opt/k/", the installation root: the parent of the executable's directory. "" for an executable
+/// in "/", whose shipped directories are then relative to the current one.
 KORVANE_API STR gen_get_korvane_path();
 /// The executable's name without extension is that of the suite's graphical shell, letter for
 /// letter.

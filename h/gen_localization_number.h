@@ -8,7 +8,7 @@
 
 /// The number that a string begins with; 0 where it begins with none. A null string is reported as
 /// "text != NULL"; it gives 0 and a null end. A radix of 0 goes by the prefix, 0x or 0; one that is
-/// neither that nor from 2 to 36 gives 0, with errno EINVAL.
+/// neither that nor from 2 to 36 gives 0, with errno EINVAL, and leaves the end alone.
 KORVANE_API long gen_local_atol(char const* text);
 KORVANE_API std::int64_t gen_local_atosqword(char const* text);
 KORVANE_API long gen_local_strtol(char const* text, char** end, int radix);

@@ -12,7 +12,8 @@ KORVANE_API unsigned gen_local_strftime(char* string, unsigned size, char const*
                                         std::tm const* time);
 /// Not supported: reports "gen_local_wcsftime is not supported on Linux.", and before it "A
 /// wide-character code does not correspond to a valid character" for a @p format that the user's
-/// character set does not have. Gives 0 and leaves @p string alone. A null @p format counts as an
+/// character set does not have, as far as that shows in the first bytes, one more than the format
+/// has characters. Gives 0 and leaves @p string alone. A null @p format counts as an
 /// empty one.
 KORVANE_API unsigned gen_local_wcsftime(wchar_t* string, unsigned size, wchar_t const* format,
                                         std::tm const* time);

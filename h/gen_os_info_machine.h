@@ -28,7 +28,9 @@ class GEN_MACHINE_INFO {
     KORVANE_API static bool get_cpu_frequency(int* out);
 
     // Memory, in bytes. "/proc/meminfo" is where swap space and free memory are read from; where it
-    // cannot be read to its end, get_virtual_ram and get_available_ram give false.
+    // cannot be read to its end, get_virtual_ram and get_available_ram give false. Its figures are
+    // kilobytes in 32 bits with a sign: 2 TiB and more count as a kilobyte less than 2 TiB, and
+    // free memory and free swap space of that much together wrap.
 
     /// Physical memory. Always true.
     KORVANE_API static bool get_physical_ram(unsigned long long* out);

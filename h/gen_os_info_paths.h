@@ -25,6 +25,8 @@ KORVANE_API bool gen_is_system_64bit();
 /// @param old_path, old_ld_library_path receive what the variables were, "" for one that was unset
 /// @return whether the environment was changed. If not, because "KORVANE_PLATFORM" is unset or the
 ///         executable is not there, everything stays as it was.
+/// A variable that was unset or empty becomes the directory and ":": the empty entry behind it is
+/// the current directory to shells and to the loader.
 /// A second call puts the directory in front once more. Where "KORVANE_PLATFORM" is set it needs
 /// gen_exe_init to have run; else the process ends with status 255.
 KORVANE_API bool gen_set_paths_for_64bit(STR const& exe_name, STR& old_path,

@@ -19,8 +19,8 @@ struct STL_CASE_SENSITIVE_HASH_COMPARE {
     }
 };
 
-/// From names, exactly as asked for, to what gen_find_file answered: the empty path for those that
-/// were not found.
+/// From names, exactly as asked for up to their first null character, to what gen_find_file
+/// answered: the empty path for those that were not found.
 using GEN_FIND_FILE_CACHE =
     MEM_HASH_MAP<STR, FIO_PATH, STL_CASE_SENSITIVE_HASH_COMPARE, STL_CASE_SENSITIVE_HASH_COMPARE>;
 

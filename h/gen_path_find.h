@@ -12,7 +12,10 @@
 #include "korvane_export.h"
 #include "mem_alloc_sys.h"
 
-/// The file that @p name means, or the empty path. One existence check a directory tried.
+/// The file that @p name means, or the empty path, as for "". One existence check a directory
+/// tried. Reports "korvane_libs != 0" where a host has set the shipped libraries' search object to
+/// null.
 KORVANE_API FIO_PATH gen_find_file(STR const& name);
-/// The same in the libraries for outside tools alone; it sets no project directory.
+/// The same in the libraries for outside tools alone; it sets no project directory. Reports
+/// "korvane_eda_libs != 0" where a host has set their search object to null.
 KORVANE_API FIO_PATH gen_find_eda_file(STR const& name);

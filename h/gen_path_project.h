@@ -15,7 +15,8 @@ KORVANE_API extern char const GEN_PROJECT_PARABLOCKS_DIR_NAME[11];
 
 /// Makes @p dir the project directory, and the one below it the parablocks directory. A relative
 /// one stays relative: lookups take it from the current directory of their time. Lookups split its
-/// string as a path list, unless the whole of it names a directory that exists by now.
+/// string as a path list, unless the whole of it names a directory that exists by now. With "",
+/// nothing is found in the project, and "/parablocks/" is the parablocks directory.
 KORVANE_API void gen_set_project_dir_path(STR dir);
 /// The project directory, "" when none was ever set.
 KORVANE_API STR gen_get_project_dir_path();
@@ -42,7 +43,7 @@ KORVANE_API void gen_set_db_dir_full_name(FIO_PATH p);
 KORVANE_API FIO_PATH gen_get_db_dir_full_name();
 
 /// Sets the output directory, absolute and simplified; a relative one is taken from the current
-/// directory. Null and "" set none.
+/// directory. Null and "" set none, and "/" is never used.
 KORVANE_API void gen_set_project_output_directory(char const* dir);
 /// The output directory, created when it is missing; the project directory when none is set or it
 /// cannot be had. Makes the current directory the project directory when it needs one and there is

@@ -15,7 +15,9 @@ using GEN_SOURCE_CANDIDATE = std::pair<GEN_LIBRARY_PATHS_ENUM, FIO_PATH>;
 
 /// Resolves the name of an include directive: first as gen_find_file does, and only when that finds
 /// nothing beside the file that contains the directive.
-/// @param name                    as written; null is never found
+/// @param name                    as written; null is never found, and "" means the directory of
+/// the
+///                                including file
 /// @param including_file          the file that contains the directive; null for none
 /// @param including_file_alias    another path of that same file; null for none
 /// @param found_path              receives the file, "" when not found; may be null
@@ -32,6 +34,7 @@ KORVANE_API bool gen_find_include_file(char const* name, char const* including_f
 /// Appends the source files of a design unit, at most one of each type of the file-type order and
 /// no directories, group by group as GEN_LIBRARY_PATHS_ENUM lists them. Within a group they stand
 /// as FIO_FIND::find_all gives them, not by preference.
+/// Reports "korvane_libs != 0" where a host has set the shipped libraries' search object to null.
 /// @return whether @p candidates has any entry afterwards, earlier ones included; false for null
 KORVANE_API bool gen_get_source_files(STR const& base_name,
                                       MEM_VECTOR<GEN_SOURCE_CANDIDATE>* candidates);

@@ -9,8 +9,8 @@
 #include <iosfwd>
 
 /// The directory for temporary files, ending in "/": "/var/tmp/" where that exists, else "/tmp/".
-/// No environment variable has a say. Where neither exists it reports an internal error and gives
-/// "".
+/// No environment variable has a say. Where neither exists it reports
+/// "Both /var/tmp and /tmp temporary directories do not exist" and gives "".
 KORVANE_API STR gen_get_temp_path();
 
 /// Creates an empty file that was not there before, for its owner alone to read and write (0600),
@@ -33,7 +33,8 @@ KORVANE_API STR gen_get_temp_filename(STR const& directory, STR const& prefix,
 
 /// The directory of the user's settings, ".dravik.korvane" in the directory that "HOME" names,
 /// without a "/" at its end. It is created if it is missing, for the user alone (0700); the
-/// directory that "HOME" names is not. "" where "HOME" is not set, or the directory cannot be had.
+/// directory that "HOME" names is not. "" where "HOME" is not set, or the directory cannot be had;
+/// an empty "HOME" is set, and names "/".
 KORVANE_API STR gen_get_user_profile_directory();
 
 /// The file name of the graphical shell's profile, "korvane_gui.profile".

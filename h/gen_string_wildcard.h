@@ -12,6 +12,8 @@
 ///     a letter, by the locale     itself in both cases, so that either matches: "v" => "[vV]"
 ///     anything else               kept as it is; + ^ $ { } are not escaped
 ///
+/// The byte 0xFF is no letter in any locale.
+///
 /// With @p anchor a "^" goes in front and a "$" behind. A pattern without those five characters
 /// gives a valid POSIX extended regular expression.
 ///

@@ -91,6 +91,7 @@ class STL_ARG_LIST {
         append(&value, sizeof value);
     }
     /// What takes a `char* args` can take this, until the next argument is added or the list ends.
+    /// Null, which stands for no arguments, while there are none.
     KORVANE_API char* args();
 
   private:

@@ -50,6 +50,8 @@ void STL_ARG_CURSOR::hand_back(char*& args) {
 }
 
 char* STL_ARG_LIST::args() {
+    if (m_block.empty())
+        return nullptr; // no arguments
 #if defined(__i386__)
     m_list = m_block.data();
     return m_list;

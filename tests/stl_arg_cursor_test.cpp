@@ -377,6 +377,13 @@ TEST(StlArgList, ArrivesLikeArgumentsOfACall) {
     EXPECT_EQ(text, "text -1 2.5 -9223372036854775808 7 0.25 c 0.125 77");
 }
 
+TEST(StlArgList, WithoutArgumentsIsNull) {
+    STL_ARG_LIST list;
+    EXPECT_EQ(list.args(), nullptr);
+    STR text;
+    EXPECT_EQ(stl_vsprintf(&text, "%m, %d", list.args()), stl_vsprintf(&text, "%m, %d", nullptr));
+}
+
 TEST(StlArgList, TakesAnyNumberOfArguments) {
     STL_ARG_LIST list;
     for (int i = 0; i < 500; ++i)

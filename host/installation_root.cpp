@@ -40,6 +40,7 @@ std::string enter_installation(std::string const& root) {
         chosen.left_variable = variable;
         unsetenv("KORVANE_ROOTDIR"); // the start set it to the root that is left now
     }
+    forget_project(); // what an earlier request has found lies in the installation that is left
     // A second start keeps the location and does all the rest for it.
     gen_exe_fini();
     gen_exe_init(0, nullptr);

@@ -143,6 +143,8 @@ TEST(GenQueryServe, InputThatCannotBeKeptIsSaid) {
 }
 
 TEST(GenQueryServe, InputIsRefusedWhereTheOldOneCannotBeKept) {
+    if (read_file("/proc/self/maps").find("asan") != std::string::npos)
+        GTEST_SKIP() << "the address sanitizer needs descriptors";
     // Three standard streams, the requests and the file of the input: no descriptor is left.
     std::string const request = R"({"args": ["text", "sort"], "input": "b\\na\\n"})";
     EXPECT_EQ(
@@ -165,6 +167,24 @@ TEST(GenQueryServe, KeepsTheProjectUntilItIsReset) {
         ++found;
     EXPECT_EQ(found, 2U) << result.output;
     EXPECT_EQ(result.status, 0);
+}
+
+TEST(GenQueryServe, AnInstallationForgetsWhatWasFoundBeforeIt) {
+    TempDirectory const installation;
+    std::string const file = installation.write("libraries/only_there.v");
+    std::string const find = R"("find", "only_there.v"]})";
+    std::string const output =
+        query({"serve"}, R"({"args": [)" + find + "\n" + R"({"args": ["--root", ")" +
+                             installation.path() + "\", " + find + "\n" + R"({"args": [)" + find +
+                             "\n" + R"({"args": ["--root", "/elsewhere", )" + find + "\n")
+            .output;
+    std::istringstream lines(output);
+    for (bool const found : {false, true, true, true}) {
+        std::string line;
+        std::getline(lines, line);
+        EXPECT_EQ(line.find("[\"" + file + "\"]") != std::string::npos, found) << line;
+        EXPECT_EQ(line.find("chosen already") != std::string::npos, lines.peek() == EOF) << line;
+    }
 }
 
 TEST(GenQueryServe, SettingsOfAnEarlierRequestAreInForce) {

@@ -217,7 +217,7 @@ class Histogram : public Command {
     /// With the range known, nothing but the counts is kept.
     std::string count_directly() {
         if (!make_histogram({*m_low, *m_high}))
-            return too_wide;
+            return unusable_range;
         return read([this](double item) { count(item); });
     }
 
@@ -228,7 +228,7 @@ class Histogram : public Command {
         if (!problem.empty() || std::none_of(items.begin(), items.end(), is_finite))
             return problem;
         if (!make_histogram(range_of(items, m_low, m_high)))
-            return too_wide;
+            return unusable_range;
         for (double const item : items)
             count(item);
         return "";
@@ -252,7 +252,7 @@ class Histogram : public Command {
     }
 
     bool make_histogram(Range range) {
-        if (!std::isfinite(range.high - range.low))
+        if (!std::isnormal((range.high - range.low) / m_bins))
             return false;
         Reports reports;
         // Never destroyed: they live as long as the program, as their counts do in any case.
@@ -312,7 +312,8 @@ class Histogram : public Command {
         answer.detail("bins", std::move(bins));
     }
 
-    static constexpr char const* too_wide = "the range is wider than a number can express";
+    static constexpr char const* unusable_range =
+        "the range is wider than a number can express, or its bins are narrower";
 
     std::string m_file = "-";
     std::optional<double> m_low;

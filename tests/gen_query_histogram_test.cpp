@@ -144,7 +144,10 @@ TEST(GenQueryHistogram, BoundsHaveToBeFiniteNumbers) {
         EXPECT_EQ(high.errors, "gen_query: histogram: --high is not a finite number\n");
     }
     EXPECT_EQ(run({"--low", "-1e308", "--high", "1e308"}, "1").errors,
-              "gen_query: the range is wider than a number can express\n");
+              "gen_query: the range is wider than a number can express, or its bins are "
+              "narrower\n");
+    EXPECT_EQ(run({"--low", "0", "--high", "4e-308", "--bins", "2"}, "1e-308").status, 2);
+    EXPECT_EQ(run({"--low", "0", "--high", "4e-308", "--bins", "1"}, "1e-308").status, 0);
 }
 
 TEST(GenQueryHistogram, JsonHasBinsAndWhatIsInNone) {

@@ -34,6 +34,9 @@ gen_c_status gen_c_histogram_create(double low, double high, unsigned bins,
     // The counts are never released, and more than there is memory for would end the process.
     if (bins < 1 || bins > 1000000)
         return refuse(GEN_C_BAD_ARGUMENT, "bins", " is not from 1 to 1000000");
+    // Items would fall between bins without a width.
+    if (!std::isnormal((high - low) / bins))
+        return refuse(GEN_C_BAD_ARGUMENT, "bins", " are narrower than a number can express");
     Reports const reports;
     auto* const made = new (std::nothrow) gen_c_histogram{{low, high, bins}, low, high};
     if (made == nullptr)
@@ -43,6 +46,8 @@ gen_c_status gen_c_histogram_create(double low, double high, unsigned bins,
 }
 
 void gen_c_histogram_free(gen_c_histogram* histogram) {
+    if (histogram == nullptr)
+        return;
     Reports const reports; // edges that are not alike, which whoever reads the bins sees
     delete histogram;
 }

@@ -77,6 +77,10 @@ static void histogram(void) {
     CHECK(gen_c_histogram_create(0, HUGE_VAL, 5, &bins) == GEN_C_BAD_ARGUMENT);
     CHECK(gen_c_histogram_create(-1.7e308, 1.7e308, 5, &bins) == GEN_C_BAD_ARGUMENT);
     CHECK(gen_c_histogram_create(0, 10, 0, &bins) == GEN_C_BAD_ARGUMENT && bins == NULL);
+    CHECK(gen_c_histogram_create(0, 4e-308, 1, &bins) == GEN_C_OK);
+    gen_c_histogram_free(bins);
+    bins = NULL;
+    CHECK(gen_c_histogram_create(0, 4e-308, 2, &bins) == GEN_C_BAD_ARGUMENT && bins == NULL);
     CHECK(gen_c_histogram_create(0, 10, 5, &bins) == GEN_C_OK);
     double const numbers[] = {0, 1.999, 2, 10, -1, 13, NAN};
     for (size_t i = 0; i < sizeof numbers / sizeof *numbers; ++i)

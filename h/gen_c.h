@@ -35,15 +35,17 @@ typedef enum gen_c_status {
     GEN_C_BAD_ARGUMENT = 4,   ///< nothing done; gen_c_reason says which argument, and why
     GEN_C_NOT_STARTED = 5,    ///< nothing done: neither gen_c_start nor the host has started gen
     GEN_C_FAILED = 6,         ///< the system refused; gen_c_reason says what
-    GEN_C_NO_MEMORY = 7       ///< none for the result; where gen itself has none, the process ends
+    GEN_C_NO_MEMORY = 7       ///< none for the result; where gen has none, be it for the cells of a
+                              ///< table, the process ends
 } gen_c_status;
 
 /// Why the last call gave GEN_C_BAD_ARGUMENT, GEN_C_NOT_STARTED or GEN_C_FAILED: "name is null",
 /// for example. Never null; valid until the next such call.
 KORVANE_API char const* gen_c_reason(void);
 
-/// The internal errors of the last call that may report any; hot calls (gen_c_find_cached,
-/// gen_c_compare_natural, gen_c_compare_bytes, gen_c_checksum) never do. Of more than 100 in a call
+/// The internal errors of the last call that may report any. Those are gen_c_library,
+/// gen_c_temporary_file, gen_c_condition and its relatives, gen_c_hash_size, gen_c_flags_add, _find
+/// and _remove, gen_c_histogram_create and _free, and gen_c_machine. Of more than 100 in a call
 /// only the first 100 are kept.
 KORVANE_API size_t gen_c_report_count(void);
 /// One of them: the broken condition, the source and the line it is reported for. Each result may
@@ -100,8 +102,9 @@ KORVANE_API double gen_c_table_real(gen_c_table const* table, size_t row, size_t
 /// Starts gen as an executable of an installation: that of @p executable, or, with a null one, as
 /// an executable "korvane_gen" in the platform directory ("linux", or what KORVANE_PLATFORM says)
 /// of the installation at @p root, a directory. One of the two is null. An executable without a "/"
-/// is looked up as a shell would; GEN_C_NOT_FOUND where there is no such directory or executable. A
-/// process starts once: again with the same location is fine, with another one GEN_C_BAD_ARGUMENT.
+/// is looked up by find_executable_in_path; GEN_C_NOT_FOUND where there is no such directory or
+/// executable. A process starts once: again with the same location is fine, with another one
+/// GEN_C_BAD_ARGUMENT.
 KORVANE_API gen_c_status gen_c_start(char const* root, char const* executable);
 /// 1 between gen_c_start and gen_c_finish. A host that begins with GEN_DEFINE_MAIN has started gen
 /// itself and needs neither; it sees 0.
@@ -149,11 +152,13 @@ typedef enum gen_c_group {
 
 /// The directories of a group as given: directory. None for a group that is not set.
 KORVANE_API gen_c_status gen_c_directories(int group, gen_c_table** answer);
-/// @p path as seen from the project; GEN_C_NOT_FOUND where it does not lie below.
+/// @p path as seen from the project; GEN_C_NOT_FOUND where it does not lie below. A relative one is
+/// looked up first.
 KORVANE_API gen_c_status gen_c_relative_to_project(char const* path, gen_c_text* relative);
 /// The order of file types, most preferred first: extension.
 KORVANE_API gen_c_status gen_c_file_types(gen_c_table** answer);
-/// Frees all search state; the next lookup begins anew. The cache stays.
+/// Frees all search state; the next lookup begins anew. The cache stays, and so do the library
+/// paths and the output directory that were set, which gen_c_project goes on giving.
 KORVANE_API gen_c_status gen_c_clear_paths(void);
 
 // Lookup.
@@ -244,7 +249,8 @@ KORVANE_API gen_c_status gen_c_trim(char const* text, int white_space, gen_c_tex
 KORVANE_API gen_c_status gen_c_read_integer(char const* text, int32_t* number, size_t* used);
 /// @p number in a radix from 2 to 36; only radix 10 has a sign.
 KORVANE_API gen_c_status gen_c_write_integer(int32_t number, int radix, gen_c_text* text);
-/// The real number that @p text begins with, with a "." whatever the locale.
+/// The real number that @p text begins with, with a "." whatever the locale, and how many bytes
+/// were read, which may be null. GEN_C_NOT_FOUND without one.
 KORVANE_API gen_c_status gen_c_read_real(char const* text, double* number, size_t* used);
 /// A pattern of * and ? as a POSIX extended regular expression, anchored at both ends unless @p
 /// part.

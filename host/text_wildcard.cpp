@@ -3,6 +3,9 @@
 #include "text.h"
 #include "wildcard_match.h"
 
+#include <new>
+#include <optional>
+
 namespace {
 
 class Wildcard : public Command {
@@ -25,6 +28,8 @@ class Wildcard : public Command {
             return STATUS_USAGE;
         }
         PosixExpression const expression(text.c_str());
+        if (expression.lacks_memory())
+            throw std::bad_alloc();
         if (!expression.valid()) {
             answer.remark(
                 "+ ^ $ { } are passed on as they are, which makes no valid expression here");
@@ -34,7 +39,7 @@ class Wildcard : public Command {
             return match_batch(expression, answer);
         Value::List matches;
         for (std::string const& name : m_names)
-            if (expression.matches(name.c_str()))
+            if (is_match(expression, name))
                 matches.emplace_back(name);
         bool const any = !matches.empty();
         answer.field("matches", std::move(matches));
@@ -42,12 +47,19 @@ class Wildcard : public Command {
     }
 
   private:
+    static bool is_match(PosixExpression const& expression, std::string const& name) {
+        std::optional<bool> const found = expression.matches(name.c_str());
+        if (!found)
+            throw std::bad_alloc();
+        return *found;
+    }
+
     /// That one name does not match is an answer, no fault: the status says whether any did.
     Status match_batch(PosixExpression const& expression, Answer& answer) {
         bool any = false;
         Status const status =
             m_batch.answer(m_names, answer, [&](std::string const& name, Answer& one) {
-                bool const matches = expression.matches(name.c_str());
+                bool const matches = is_match(expression, name);
                 any = any || matches;
                 one.detail("name", name);
                 one.detail("matches", matches);

@@ -80,7 +80,16 @@ STR file_types() {
 
 STR condition_tree() {
     gen_c_table* table = nullptr;
+    std::size_t const before = MEM_MANAGER::s_system_memory_counter.current();
     gen_c_status const status = gen_c_condition_tree("a_signal_of_the_design = 1", &table);
+    bool const is_left = table == nullptr && status == GEN_C_NO_MEMORY &&
+                         MEM_MANAGER::s_system_memory_counter.current() != before;
+    return shown_rows(status, table) + (is_left ? " and tokens left over" : "");
+}
+
+STR condition_tokens() {
+    gen_c_table* table = nullptr;
+    gen_c_status const status = gen_c_condition_tokens("a_signal_of_the_design = 1", &table);
     return shown_rows(status, table);
 }
 
@@ -176,6 +185,18 @@ std::vector<Call> calls() {
         {.name = "file_types", .ask = file_types, .prepare = start, .otherwise = {"7 0"}},
         // The parser reports that it had no memory for a record, as an internal error.
         {.name = "condition_tree", .ask = condition_tree, .otherwise = {"7 0", "2 0"}},
+        // Likewise, and the token is not among the others.
+        {.name = "condition_tokens", .ask = condition_tokens, .otherwise = {"7 0", "3 2"}},
+        {.name = "wildcard_matches",
+         .ask =
+             [] {
+                 int matches = 2;
+                 gen_c_status const status =
+                     gen_c_wildcard_matches("a*_name*length", 0, "a_name_of_some_length", &matches);
+                 stop_failing_heap();
+                 return shown(long{status}) + " " + shown(long{matches});
+             },
+         .otherwise = {"7 2"}},
         {.name = "message_inserts", .ask = message_inserts, .otherwise = {"7 0"}},
         {.name = "flags_swept", .ask = swept, .prepare = sweep_flag, .otherwise = {"7 1"}},
         {.name = "flags",

@@ -18,5 +18,9 @@ TEST(UsageReport, SwitchesAreAsTheyWereBehindIt) {
     EXPECT_TRUE(mem_cfg_is_on("list_dll_details", false));  // nobody has
     EXPECT_FALSE(mem_cfg_is_on("report_modules_flow", false));
     mem_cfg_unset("profile_dll_usage");
+    setenv("KORVANE_CFG", "profile_dll_usage=off", 1);
+    EXPECT_EQ(usage_report("tag", nullptr, {true, false, false}).size(), 1U);
+    setenv("KORVANE_CFG", "profile_dll_usage", 1);
+    EXPECT_TRUE(mem_cfg_is_on("profile_dll_usage", false)); // the variable is read anew
     gen_module_fullpath = previous;
 }

@@ -37,7 +37,7 @@ bool make_room(gen_c_text* text, std::size_t size) {
 }
 
 void write(gen_c_text* text, std::string_view value) {
-    std::memcpy(text->bytes, value.data(), value.size());
+    std::memmove(text->bytes, value.data(), value.size()); // the value may lie in it
     text->bytes[value.size()] = '\0';
     text->size = value.size();
 }

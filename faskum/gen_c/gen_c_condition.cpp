@@ -5,6 +5,7 @@
 
 #include <array>
 #include <new>
+#include <utility>
 
 using namespace gen_c;
 
@@ -22,38 +23,56 @@ gen_c_status gen_c_condition(char const* condition, gen_c_text* prefix, gen_c_te
     return reports.status(failed ? GEN_C_DIAGNOSED : GEN_C_OK);
 }
 
-/// Calls @p take for each token, then rewrites them: that frees the records. True for diagnostics.
-template <typename Take>
-static bool for_each_token(char const* condition, Take take) {
-    GEN_BP_PARSER parser;
-    parser.working_string() = condition;
-    parser.tokenize_string();
-    for (BP_TOKEN const* const token : parser.token_list())
-        take(*token);
-    STR nothing;
-    return parser.parse_string(&nothing);
-}
+namespace {
+
+/// A parser with the tokens of a condition. Their records are freed with it, if not by rewriting.
+class TokenizedCondition {
+  public:
+    explicit TokenizedCondition(char const* condition) {
+        m_parser.working_string() = condition;
+        m_parser.tokenize_string();
+    }
+    ~TokenizedCondition() {
+        for (BP_TOKEN*& token : tokens())
+            delete std::exchange(token, nullptr);
+    }
+    TokenizedCondition(TokenizedCondition const&) = delete;
+    TokenizedCondition& operator=(TokenizedCondition const&) = delete;
+
+    MEM_LIST<BP_TOKEN*>& tokens() { return m_parser.token_list(); }
+    /// True for diagnostics. The tokens are null behind it.
+    bool rewrite() {
+        STR nothing;
+        return m_parser.parse_string(&nothing);
+    }
+
+  private:
+    GEN_BP_PARSER m_parser;
+};
+
+} // namespace
 
 gen_c_status gen_c_condition_tokens(char const* condition, gen_c_table** tokens) {
     static constexpr std::array<char const*, 12> names{"literal", "path", "bus", "&&",   "||", "=",
                                                        ">",       "<",    "~",   "time", "(",  ")"};
     if (lacks("condition", condition) || lacks("tokens", tokens))
         return GEN_C_BAD_ARGUMENT;
-    Reports const reports; // whoever wants them asks for the prefix form
+    Reports const reports;
+    TokenizedCondition tokenized(condition);
     gen_c_table table{"type", "name", "text"};
-    for_each_token(condition, [&table](BP_TOKEN const& token) {
-        table.row({static_cast<int>(token.type), names[static_cast<std::size_t>(token.type)],
-                   token.text});
-    });
-    return give(std::move(table), tokens);
+    for (BP_TOKEN const* const token : tokenized.tokens())
+        table.row({static_cast<int>(token->type), names[static_cast<std::size_t>(token->type)],
+                   token->text});
+    return give(std::move(table), tokens, reports.status());
 }
 
 static gen_c_status give_tree(char const* condition, gen_c_table** tree) {
     Reports const reports;
+    TokenizedCondition tokenized(condition);
     ConditionTokens tokens;
-    bool const failed = for_each_token(condition, [&tokens](BP_TOKEN const& token) {
-        tokens.emplace_back(token.type, token.text);
-    });
+    for (BP_TOKEN const* const token : tokenized.tokens())
+        tokens.emplace_back(token->type, token->text);
+    bool const failed = tokenized.rewrite();
     gen_c_table table{"depth", "text"};
     gen_c_status const status = reports.status(failed ? GEN_C_DIAGNOSED : GEN_C_OK);
     if (status == GEN_C_OK)

@@ -43,10 +43,10 @@ gen_c_status gen_c_notice_lines(int notice, char const* prefix, gen_c_table** li
     // gen itself makes comment lines of the banner alone, below the copyright line.
     if (notice == GEN_C_NOTICE_BANNER)
         return give_lines(gen_get_legal_text(prefix), lines);
-    gen_c_table table{"line"};
+    STR text;
     for (char const* const line : notices[notice].lines)
-        table.row({STR(prefix) + line});
-    return give(std::move(table), lines);
+        text.append(prefix).append(line) += '\n';
+    return give_lines(text, lines);
 }
 
 gen_c_status gen_c_do_not_edit(char const* prefix, gen_c_table** lines) {

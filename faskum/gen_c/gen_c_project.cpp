@@ -74,8 +74,11 @@ gen_c_status gen_c_relative_to_project(char const* path, gen_c_text* relative) {
         return GEN_C_BAD_ARGUMENT;
     if (is_not_started())
         return GEN_C_NOT_STARTED;
-    STR const seen = gen_get_relative_path_if_starts_with_project_dir(path);
-    return seen == path ? GEN_C_NOT_FOUND : put(relative, seen);
+    // As gen does with a relative path, which may come out as it went in.
+    FIO_PATH const given(path);
+    STR const file = (given.absolute() ? given : gen_find_file(path)).fullpath();
+    STR const seen = gen_get_relative_path_if_starts_with_project_dir(file.c_str());
+    return seen == file ? GEN_C_NOT_FOUND : put(relative, seen);
 }
 
 gen_c_status gen_c_file_types(gen_c_table** answer) {

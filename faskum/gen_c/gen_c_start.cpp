@@ -5,6 +5,7 @@
 #include "gen_iterator_sys.h"
 #include "gen_path_install.h"
 
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <sys/stat.h>
@@ -22,17 +23,25 @@ bool is_directory(char const* path) {
 }
 
 /// The executable that a root stands for; it need not exist.
-STR executable_below(STR root) {
+STR executable_below(char const* root) {
     char const* const platform = std::getenv("KORVANE_PLATFORM");
-    FIO_PATH path(root + "/" + (platform != nullptr ? platform : "linux") + "/korvane_gen");
+    char real[PATH_MAX];
+    // ".." behind a symbolic link does not lead where the string alone says.
+    STR directory =
+        std::strstr(root, "..") != nullptr && realpath(root, real) != nullptr ? real : root;
+    if (!directory.ends_with('/')) // "//" in front would be a network path
+        directory += '/';
+    FIO_PATH path(directory + (platform != nullptr ? platform : "linux") + "/korvane_gen");
     path.become_absolute("");
     return path.fullpath();
 }
 
 /// Where gen_exe_init would find the executable; "" where it would end the process.
 STR executable_of(STR const& name) {
-    bool const is_named = name.find('/') != STR::npos && gen_file_exists(name);
-    return is_named ? name : find_executable_in_path(FIO_PATH(name).filename());
+    if (name.find('/') != STR::npos && gen_file_exists(name))
+        return name;
+    STR const found = find_executable_in_path(FIO_PATH(name).filename());
+    return gen_file_exists(found) ? found : STR(); // the last candidate, where there is none
 }
 
 /// Whether both are the same name in the same directory. The strings may differ: gen keeps the path

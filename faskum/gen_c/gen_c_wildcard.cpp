@@ -25,9 +25,14 @@ gen_c_status gen_c_wildcard_matches(char const* pattern, int part, char const* n
     if (is_too_large_to_match(pattern))
         return refuse(GEN_C_BAD_ARGUMENT, "pattern", " is too large to be matched");
     PosixExpression const expression(expression_of(pattern, part).c_str());
+    if (expression.lacks_memory())
+        return GEN_C_NO_MEMORY;
     if (!expression.valid())
         return refuse(GEN_C_BAD_ARGUMENT, "pattern",
                       ": + ^ $ { } are passed on as they are, which makes no valid expression");
-    *matches = expression.matches(name) ? 1 : 0;
+    std::optional<bool> const found = expression.matches(name);
+    if (!found)
+        return GEN_C_NO_MEMORY;
+    *matches = *found ? 1 : 0;
     return GEN_C_OK;
 }

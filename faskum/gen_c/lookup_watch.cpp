@@ -33,6 +33,8 @@ MEM_VECTOR<ExistenceCheck> LookupWatch::take() {
 
 bool LookupWatch::note(FIO_FIND const* asker, char const* path, bool exists) {
     LookupWatch& watch = *current_watch;
+    if (watch.m_previous != nullptr) // the host's, which lookups believe
+        exists = watch.m_previous(asker, path, exists);
     watch.m_checks.push_back({watch.group_of(asker), path, exists});
     return exists && watch.m_manner == Manner::listen;
 }

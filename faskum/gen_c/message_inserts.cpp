@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <locale.h>
 #include <utility>
 
 namespace {
@@ -51,11 +52,14 @@ std::optional<unsigned long long> whole_number(std::string_view text, std::size_
     return is_negative ? 0 - magnitude : magnitude;
 }
 
+// With a "." whatever the locale.
 template <typename T>
-std::optional<T> floating_number(std::string const& text, T (*read)(char const*, char**)) {
+std::optional<T> floating_number(std::string const& text,
+                                 T (*read)(char const*, char**, locale_t)) {
+    static locale_t const neutral = newlocale(LC_NUMERIC_MASK, "C", nullptr);
     char* end = nullptr;
     errno = 0;
-    T const number = read(text.c_str(), &end);
+    T const number = read(text.c_str(), &end, neutral);
     bool const is_too_large = errno == ERANGE && std::isinf(number);
     if (end == text.c_str() || *end != '\0' || is_too_large)
         return std::nullopt;
@@ -160,13 +164,13 @@ std::optional<STL_VALUE> MessageArguments::value(STL_CONVERSION const& conversio
     case STL_ARGUMENT::wide_character:
         return wide_character(text);
     case STL_ARGUMENT::floating:
-        if (auto const number = floating_number(text, std::strtod)) {
+        if (auto const number = floating_number(text, strtod_l)) {
             value.floating = *number;
             break;
         }
         return std::nullopt;
     case STL_ARGUMENT::long_floating:
-        if (auto const number = floating_number(text, std::strtold)) {
+        if (auto const number = floating_number(text, strtold_l)) {
             value.long_floating = *number;
             break;
         }

@@ -17,15 +17,16 @@ class Switch {
   public:
     Switch(char const* name, bool on)
         : m_name(name), m_changed(on && !mem_cfg_is_on(name, false)),
-          m_was_set_off(m_changed && !mem_cfg_is_on(name, true)) {
+          m_was_off(m_changed && !mem_cfg_is_on(name, true)) {
         if (m_changed)
             mem_cfg_set(name, true);
     }
     ~Switch() {
-        if (m_was_set_off)
+        if (!m_changed)
+            return;
+        mem_cfg_unset(m_name);
+        if (m_was_off && mem_cfg_is_on(m_name, true)) // not by KORVANE_CFG
             mem_cfg_set(m_name, false);
-        else if (m_changed)
-            mem_cfg_unset(m_name);
     }
     Switch(Switch const&) = delete;
     Switch& operator=(Switch const&) = delete;
@@ -33,7 +34,7 @@ class Switch {
   private:
     char const* m_name;
     bool m_changed;
-    bool m_was_set_off; ///< by the host or by KORVANE_CFG, not by default
+    bool m_was_off; ///< by the host or by KORVANE_CFG, not by default
 };
 
 } // namespace

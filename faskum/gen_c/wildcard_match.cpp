@@ -1,6 +1,7 @@
 #include "wildcard_match.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 
@@ -36,6 +37,10 @@ PosixExpression::~PosixExpression() {
         regfree(&m_compiled);
 }
 
-bool PosixExpression::matches(char const* name) const {
-    return regexec(&m_compiled, name, 0, nullptr, 0) == 0;
+std::optional<bool> PosixExpression::matches(char const* name) const {
+    errno = 0;
+    bool const found = regexec(&m_compiled, name, 0, nullptr, 0) == 0;
+    if (!found && errno == ENOMEM) // the C library then says that it does not match
+        return std::nullopt;
+    return found;
 }

@@ -2,6 +2,7 @@
 
 /// Matching names with a wildcard, by the C library's regular expressions.
 
+#include <optional>
 #include <regex.h>
 
 /// Whether compiling the expression of @p pattern would cost the C library too much time and
@@ -17,8 +18,11 @@ class PosixExpression {
     PosixExpression& operator=(PosixExpression const&) = delete;
 
     bool valid() const { return m_status == 0; }
-    /// Whether it is found in @p name; asked of a valid one alone.
-    bool matches(char const* name) const;
+    /// It is not valid for want of memory.
+    bool lacks_memory() const { return m_status == REG_ESPACE; }
+    /// Whether it is found in @p name; nothing where there was no memory to look. Asked of a valid
+    /// one alone.
+    std::optional<bool> matches(char const* name) const;
 
   private:
     regex_t m_compiled{};

@@ -41,6 +41,18 @@ class Start(unittest.TestCase):
                 self.assertEqual(shown, 3 * f"{tool}\n" +
                                  "start(): executable is another one than the process has started with\n")
 
+    def test_an_executable_that_is_not_there_is_a_missing_file(self):
+        shown = in_child("try: gen.start(executable='nothing')\nexcept FileNotFoundError as e: print(e.filename)",
+                         env={**os.environ, "KORVANE_DIR": "/nonesuch"})
+        self.assertEqual(shown, "nothing\n")
+
+    def test_a_root_may_be_named_in_other_ways(self):
+        self.assertEqual(in_child("print(gen.start('/').root)"), "/\n")
+        with tempfile.TemporaryDirectory() as scratch:
+            link = pathlib.Path(scratch) / "link"
+            link.symlink_to(ROOT / "libraries")
+            self.assertEqual(in_child(f"print(gen.start('{link}/..').root)"), f"{ROOT}\n")
+
     def test_a_missing_root_is_a_missing_file(self):
         shown = in_child("try: gen.start('/no/such')\nexcept FileNotFoundError as e: print(e.filename)")
         self.assertEqual(shown, "/no/such\n")
@@ -109,6 +121,7 @@ class Lookup(unittest.TestCase):
         self.assertEqual(len(gen.project.user_libraries), 2)
         self.assertEqual(gen.project.relative(PROJECT / "adder.v"), pathlib.Path("adder.v"))
         self.assertIsNone(gen.project.relative("/etc/passwd"))
+        self.assertEqual(gen.project.relative("adder.v"), pathlib.Path("adder.v"))
 
     def test_none_clears_a_property(self):
         gen.project.output = PROJECT / "db"

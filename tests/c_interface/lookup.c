@@ -75,6 +75,10 @@ static void project(void) {
     CHECK(ROWS(gen_c_directories(GEN_C_EDA_LIBRARIES, &table), GEN_C_OK) > 1);
     CHECK(gen_c_directories(7, &table) == GEN_C_BAD_ARGUMENT);
     CHECK(gen_c_relative_to_project("/etc/passwd", &text) == GEN_C_NOT_FOUND);
+    CHECK(gen_c_relative_to_project("nothing.v", &text) == GEN_C_NOT_FOUND);
+    CHECK(gen_c_relative_to_project("", &text) == GEN_C_NOT_FOUND);
+    CHECK(gen_c_relative_to_project("counter.v", &text) == GEN_C_OK);
+    CHECK_TEXT(text.bytes, "counter.v");
     CHECK(ROWS(gen_c_file_types(&table), GEN_C_OK) == 7);
 }
 

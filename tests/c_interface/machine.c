@@ -51,6 +51,8 @@ static void notices(void) {
     CHECK(gen_c_notice(4, &text) == GEN_C_BAD_ARGUMENT);
     CHECK(ROWS(gen_c_notice_lines(GEN_C_NOTICE_BANNER, "-- ", &table), GEN_C_OK) == 13);
     CHECK(ROWS(gen_c_notice_lines(GEN_C_NOTICE_TRADEMARK, "", &table), GEN_C_OK) == 7);
+    CHECK(ROWS(gen_c_notice_lines(GEN_C_NOTICE_TRADEMARK, "#\n# ", &table), GEN_C_OK) == 14);
+    CHECK(ROWS(gen_c_notice_lines(GEN_C_NOTICE_BANNER, "#\n# ", &table), GEN_C_OK) == 26);
     CHECK(ROWS(gen_c_do_not_edit("# ", &table), GEN_C_OK) == 3);
 }
 

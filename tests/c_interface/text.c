@@ -17,6 +17,9 @@ static void conditions(void) {
     CHECK(integer_at(table, 2, "type") == 9);
     CHECK_TEXT(text_at(table, 0, "text"), "a");
     gen_c_table_free(table);
+    CHECK(gen_c_condition_tokens("~~))", &table) == GEN_C_OK && gen_c_table_rows(table) == 4);
+    CHECK(gen_c_report_count() == 0);
+    gen_c_table_free(table);
     CHECK(gen_c_condition_tree("1,2ns = b", &table) == GEN_C_OK && gen_c_table_rows(table) == 3);
     CHECK_TEXT(text_at(table, 0, "text"), "EQUAL_TO");
     CHECK_TEXT(text_at(table, 1, "text"), "1,2ns");
@@ -44,6 +47,8 @@ static void strings(void) {
     CHECK_TEXT(text.bytes, "abc");
     CHECK(gen_c_fold("aBc", 1, &text) == GEN_C_OK);
     CHECK_TEXT(text.bytes, "ABC");
+    CHECK(gen_c_fold(text.bytes + 1, 0, &text) == GEN_C_OK); /* overlaps what it is written to */
+    CHECK_TEXT(text.bytes, "bc");
     CHECK(gen_c_trim(" a\t", 0, &text) == GEN_C_OK);
     CHECK_TEXT(text.bytes, "a\t");
     CHECK(gen_c_trim(" a\t", 1, &text) == GEN_C_OK);

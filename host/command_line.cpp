@@ -226,6 +226,6 @@ read_settings_file(std::string const& path) {
     std::istringstream stream(SettingsText(path, text).text());
     std::vector<std::pair<std::string, std::vector<std::string>>> settings;
     for (CLI::ConfigItem const& item : CLI::ConfigTOML().from_config(stream))
-        settings.emplace_back(item.name, item.inputs);
+        settings.emplace_back(item.fullname(), item.inputs);
     return settings;
 }

@@ -64,7 +64,7 @@ class Words {
             if (end == 0)
                 fail("a name in quotes does not end");
             std::string_view const piece = m_rest.substr(0, end);
-            m_rest.remove_prefix(end);
+            skip(end); // lines may end within quotes
             word.text += with_variables(is_quoted ? piece.substr(1, end - 2) : piece);
             word.written += with_variables(piece);
         }

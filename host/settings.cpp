@@ -29,11 +29,14 @@ bool is_library_list(std::string const& name) {
     return name == "project-libs" || name == "user-libs";
 }
 
-/// The values as one, the way library options take them.
+/// The values as one, the way library options take them: quoted where a ";" would part one.
 std::string joined(fs::path const& base, std::vector<std::string> const& values) {
     std::string all;
-    for (std::string const& value : values)
-        all += (all.empty() ? "" : ";") + (base / value).lexically_normal().string();
+    for (std::string const& value : values) {
+        std::string const path = (base / value).lexically_normal();
+        bool const is_parted = values.size() > 1 && path.find(';') != std::string::npos;
+        all += (all.empty() ? "" : ";") + (is_parted ? '"' + path + '"' : path);
+    }
     return all;
 }
 

@@ -38,6 +38,11 @@ TEST_F(GenQueryFilelist, NamesOfAListWithoutADirectoryLieBesideIt) {
               "/k/here/adder.v\n");
 }
 
+TEST_F(GenQueryFilelist, LinesWithinQuotesCount) {
+    m_root.write("project/lines.f", "\"a\nb.v\"\nno_such.v\n");
+    EXPECT_THAT(ask({"filelist", "lines.f"}).errors, HasSubstr("lines.f:3: 'no_such.v'"));
+}
+
 TEST_F(GenQueryFilelist, QuoteThatNobodyClosesEndsWithItsLine) {
     m_root.write("project/late.vh");
     m_root.write("project/late.v", "`ifdef NEVER\n don\"t\n`endif\n"

@@ -93,6 +93,12 @@ TEST_F(GenQueryProject, SettingsMayHaveAListOverSeveralLines) {
     EXPECT_EQ(rows[4]["value"], "/k/project/lib;/k/project/a=b");
 }
 
+TEST_F(GenQueryProject, DirectoriesOfAListMayHaveASemicolon) {
+    m_root.write("project/a;b/parted.v");
+    std::ofstream(m_root / "project/gen_query.toml") << "project-libs = [\"a;b\", \"lib\"]\n";
+    EXPECT_EQ(ask({"find", "parted.v"}).output, "/k/project/a;b/parted.v\n");
+}
+
 TEST_F(GenQueryProject, SettingsThatCannotBeUsedAreSaid) {
     struct {
         char const* text;
@@ -102,6 +108,7 @@ TEST_F(GenQueryProject, SettingsThatCannotBeUsedAreSaid) {
         {"db = [\"a\", \"b\"]\n", "'db' takes one directory"},
         {"db = \"a\"\ndb = \"b\"\n", "'db' takes one directory"},
         {"db =\n", "'db' has an empty name"},
+        {"x.db = \"a\"\n", "unknown setting 'x.db'"},
         {"db = 5\n", "line 1: a directory stands in quotes"},
         {"\nuser-libs = [\"a\", b]\n", "line 2: a directory stands in quotes"},
         {"user-libs = [\n\"a\",\ntrue\n]\n", "line 3: a directory stands in quotes"},

@@ -136,6 +136,9 @@ std::string read_request(std::string_view line, Request& request) {
     auto const args = object.find("args");
     if (args == object.end() || !read_texts(*args, request.args))
         return "\"args\" is not a list of texts";
+    for (std::string const& argument : request.args)
+        if (argument.find('\0') != std::string::npos) // as no command line has it
+            return "an argument contains a NUL byte";
     auto const input = object.find("input");
     if (input == object.end())
         return "";

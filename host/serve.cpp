@@ -29,6 +29,17 @@ void set_requests_aside() {
     stdin = requests;
 }
 
+/// A file without a name, whose descriptor is no standard one: where standard output is closed,
+/// replies would be written into it.
+std::FILE* temporary_file() {
+    std::FILE* const file = std::tmpfile();
+    if (file == nullptr || fileno(file) > STDERR_FILENO)
+        return file;
+    int const aside = fcntl(fileno(file), F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    std::fclose(file);
+    return aside >= 0 ? fdopen(aside, "w+") : nullptr;
+}
+
 /// Standard input that has this text, for the span of one request: the stream, for gen_query
 /// itself, and the descriptor, for programs that the request starts. Where there is no text, the
 /// descriptor is empty already.
@@ -36,7 +47,7 @@ class InputText {
   public:
     explicit InputText(std::string const& text)
         : m_previous(stdin),
-          m_stream(text.empty() ? std::fopen("/dev/null", "re") : std::tmpfile()) {
+          m_stream(text.empty() ? std::fopen("/dev/null", "re") : temporary_file()) {
         if (m_stream == nullptr)
             return;
         stdin = m_stream;

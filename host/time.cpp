@@ -6,6 +6,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstring>
+#include <fcntl.h>
 #include <optional>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -102,6 +103,8 @@ std::optional<int> run_command(std::vector<std::string>& command) {
     std::signal(SIGCHLD, SIG_DFL);
     posix_spawn_file_actions_t streams;
     posix_spawn_file_actions_init(&streams);
+    if (fcntl(STDERR_FILENO, F_GETFD) < 0) // it is closed
+        posix_spawn_file_actions_addopen(&streams, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
     posix_spawn_file_actions_adddup2(&streams, STDERR_FILENO, STDOUT_FILENO);
     pid_t child = 0;
     int const refused =

@@ -155,6 +155,18 @@ TEST(GenQueryServe, InputIsRefusedWhereTheOldOneCannotBeKept) {
         "\n");
 }
 
+TEST(GenQueryServe, RepliesThatNobodyCanReadAreAFault) {
+    std::string const request = R"({"args": ["text", "sort"], "input": "b\\na\\n"})";
+    EXPECT_EQ(query_by_shell("printf '%s\\n' '" + request + "' | \"$query\" serve >&-").status, 2);
+}
+
+TEST(GenQueryServe, ArgumentsAreThoseThatACommandLineMayHave) {
+    EXPECT_EQ(query({"serve"}, R"({"args": ["text", "compare", "a\u0000b", "a"]})").output,
+              R"({"id": null, "status": 2, "answer": )"
+              R"({"error": "line 1: an argument contains a NUL byte"}})"
+              "\n");
+}
+
 TEST(GenQueryServe, KeepsTheProjectUntilItIsReset) {
     TempDirectory const project;
     std::string const file = project.write("only_here.v", "");

@@ -94,6 +94,10 @@ TEST(GenQueryTime, StopwatchLeavesTheCommandItsOptions) {
     EXPECT_EQ(result.errors, "-l,--json,--help,--,");
 }
 
+TEST(GenQueryTime, StopwatchRunsACommandWithoutStandardError) {
+    EXPECT_EQ(query_by_shell("\"$query\" time stopwatch true 2>&-").status, 0);
+}
+
 TEST(GenQueryTime, StopwatchRunsOnWhereTheTickCountRestarts) {
     ProgramStart start;
     start.arguments = {TEST_BINARY_DIR "/gen_query", "time", "stopwatch", "--json", "--", "true"};

@@ -86,7 +86,10 @@ class Integer {
         Tcl_WideInt value = 0;
         if (Tcl_GetWideIntFromObj(nullptr, object, &value) != TCL_OK)
             return complain(interp, argument, "is no integer");
-        if (value < std::numeric_limits<T>::min() || value > std::numeric_limits<T>::max())
+        double magnitude = 0; // from 2^63 to 2^64 the integer comes as a negative one
+        Tcl_GetDoubleFromObj(nullptr, object, &magnitude);
+        if (value < std::numeric_limits<T>::min() || value > std::numeric_limits<T>::max() ||
+            (value < 0 && magnitude > 0))
             return complain(interp, argument, "does not fit 32 bits");
         m_value = static_cast<T>(value);
         return true;

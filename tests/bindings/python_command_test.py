@@ -45,6 +45,8 @@ class CommandLine(unittest.TestCase):
         for request, text, status, fault in [
                 (["text", "sort"], b"y\n" * (20 << 20), 2, "there is not enough memory"),
                 (["text", "checksum", "-f", "/nope"], b"", 2, "No such file or directory"),
+                (["text", "checksum", "-f", ""], b"", 2, "No such file or directory"),
+                (["text", "checksum", "-f", "a", "b"], b"", 2, "'--file' and 'text' exclude each other"),
                 (["condition"], b"", 2, "give a condition, or --stdin"),
                 (["message", "%2"], b"", 2, "argument 2 is missing"),
                 (["text", "fold", "-"], b"a\0b\n", 2, "contains a null character"),
@@ -74,6 +76,19 @@ class CommandLine(unittest.TestCase):
                 (error,) = json.loads(done.stdout).values()
                 self.assertIn(fault, error)
                 self.assertEqual(done.stderr, f"korvane_gen: {error}\nSee python3 -m korvane_gen{place} --help\n")
+
+    def test_standard_error_that_takes_nothing_leaves_the_record(self):
+        for place in "2>/dev/full", "2>&-":
+            done = subprocess.run(["sh", "-c", f'"$@" {place}', "sh", *self.PACKAGE, "text", "number"],
+                                  stdout=subprocess.PIPE, timeout=60, check=False)
+            self.assertEqual(done.returncode, 2)
+            self.assertEqual(json.loads(done.stdout),
+                             {"error": "text number: the following arguments are required: text"})
+
+    def test_libraries_may_be_given_one_by_one(self):
+        request = ["find", "debounce.vhd", "--project-libs", "lib", "--project-libs", "../home/ada/lib",
+                   "--user-libs", "inc", "--user-libs", "src", "--trace"]
+        self.assertEqual(self.ask(self.PACKAGE, request, b""), self.ask([self.TOOL], request, b""))
 
     def test_names_are_answered_as_they_come(self):
         with subprocess.Popen([*self.PACKAGE, "find", "-"], cwd=PROJECT, text=True, stdin=subprocess.PIPE,

@@ -383,7 +383,7 @@ test wrong-1 "which argument, and why" {
         [failure {gen number -radix 37 1}] [failure {gen message %2 a}] [failure {gen message %1!d! x}] \
         [failure {gen histogram 1 0}] [failure {gen wildcard a\{ a}] [failure {gen find -x a}] \
         [failure {gen lexcompare a}] [failure {gen lexcompare -nocase a "b\0c"}] [failure {gen message %1 "a\0b"}] \
-        [failure {gen nothing}]
+        [failure {gen nothing}] [failure {gen time elapsed 18446744073709551615}]
 } [list {{argument "name" contains a null character} {KORVANE ARGUMENT name}} \
        {{argument "seconds" is no integer} {KORVANE ARGUMENT seconds}} \
        {{argument "seconds" does not fit 32 bits} {KORVANE ARGUMENT seconds}} \
@@ -397,7 +397,8 @@ test wrong-1 "which argument, and why" {
        {{argument "second" contains a null character} {KORVANE ARGUMENT second}} \
        {{argument "argument" contains a null character} {KORVANE ARGUMENT argument}} \
        [list "unknown or ambiguous subcommand \"nothing\": must be [join [lrange $subcommands 0 end-1] {, }], or [lindex $subcommands end]" \
-            {KORVANE SUBCOMMAND nothing}]]
+            {KORVANE SUBCOMMAND nothing}] \
+       {{argument "seconds" does not fit 32 bits} {KORVANE ARGUMENT seconds}}]
 test wrong-1a "a subcommand may be shortened as long as it is the only one" {
     list [gen checks ""] [gen lexc a b] [gen fol ABC] [failure {gen checks}] [failure {gen fol}] \
         [lindex [failure {gen lex a b}] 1] [lindex [failure {gen ""}] 1] [lindex [failure {gen f*d ABC}] 1] [failure {gen}]

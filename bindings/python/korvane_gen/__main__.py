@@ -15,7 +15,7 @@ from . import _command_editing as editing
 from . import _command_lookup as lookup
 from . import _command_machine as machine
 from . import _command_text as text
-from ._command_record import Handler, Unusable, Unwritable, error_record, json_text, write
+from ._command_record import Handler, Unusable, Unwritable, error_record, json_text, remark, write
 
 Option = Tuple[str, Dict[str, Any]]
 
@@ -23,8 +23,12 @@ PROGRAM = "python3 -m korvane_gen"
 
 FLAG = {"action": "store_true"}
 MANY = {"nargs": "+"}
-PROJECT: Tuple[Option, ...] = tuple(
-    (name, {}) for name in ("--project", "--db", "--output", "--project-libs", "--user-libs")
+PROJECT: Tuple[Option, ...] = (
+    ("--project", {}),
+    ("--db", {}),
+    ("--output", {}),
+    ("--project-libs", {"action": "append"}),
+    ("--user-libs", {"action": "append"}),
 )
 VIEW: Tuple[Option, ...] = (("--trace", FLAG), ("--all", FLAG))
 IGNORE_CASE: Option = ("-i --ignore-case", FLAG)
@@ -158,7 +162,7 @@ def parser() -> Parser:
             families[family] = below.add_parser(family).add_subparsers(required=True)
         command = (families[family] if family else below).add_parser(word)
         command.set_defaults(handler=handler)
-        command._negative_number_matcher = re.compile(r"^-\d") # "-0x1" is a number, too
+        command._negative_number_matcher = re.compile(r"^-\d") # "-0x1" is no option
         for names, settings in options:
             command.add_argument(*names.split(), **settings)
     return top
@@ -188,7 +192,7 @@ def refuse(status: int, fault: str, hint: str = "") -> int:
     """Writes the record of an error."""
     record = error_record(fault)
     if hint:
-        print(hint, file=sys.stderr)
+        remark(hint)
     write(json_text(record))
     return status
 
@@ -198,7 +202,7 @@ def main() -> int:
     try:
         return answer()
     except Unwritable as error:
-        print(f"korvane_gen: cannot write to standard output: {error}", file=sys.stderr)
+        remark(f"korvane_gen: cannot write to standard output: {error}")
         return 2
 
 

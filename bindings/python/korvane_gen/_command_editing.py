@@ -16,6 +16,7 @@ from ._command_record import (
     first_word,
     lines_of,
     read_input,
+    remark,
 )
 from ._command_undo_script import sections_of
 
@@ -157,7 +158,7 @@ def undo(given: Arguments) -> Answer:
         if written:
             file.commit()
     except OSError as error:
-        print(f"korvane_gen: {error}", file=sys.stderr)
+        remark(f"korvane_gen: {error}")
         written = False
     record = {
         "file": path,

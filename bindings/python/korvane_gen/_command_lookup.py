@@ -18,8 +18,9 @@ def _apply_project(given: Arguments) -> None:
         ("project_libs", _gen.set_project_libraries),
         ("user_libs", _gen.set_user_libraries),
     ):
-        if getattr(given, name) is not None:
-            set_it(getattr(given, name))
+        value = getattr(given, name)
+        if value is not None:
+            set_it(";".join(value) if isinstance(value, list) else value)
 
 
 def _with_view(record: Record, checks: List[Record], given: Arguments) -> Record:

@@ -5,8 +5,7 @@ import json
 import os
 import re
 import sys
-from pathlib import Path
-from typing import Any, Callable, Dict, Iterator, List, Optional, Sequence, Tuple
+from typing import Any, Callable, Dict, Iterator, List, Optional, Sequence, Tuple, Union
 
 Record = Dict[str, Any]
 # Whether it is true, none for what cannot be used; and the record, none where it has been written already.
@@ -31,9 +30,8 @@ class Unwritable(Exception):
 
 def read_input(file: Optional[str] = None) -> str:
     """All of a file, or of standard input for none or "-", with its bytes as they are."""
-    if file and file != "-":
-        return os.fsdecode(Path(file).read_bytes())
-    with open(0, "rb", closefd=False) as stream:
+    source: Union[int, str] = 0 if file is None or file == "-" else file
+    with open(source, "rb", closefd=source != 0) as stream:
         return os.fsdecode(stream.read())
 
 
@@ -61,8 +59,17 @@ def unread(text: str, used: int) -> str:
 
 def error_record(fault: str) -> Record:
     """The record of an error, which standard error gets too."""
-    print(f"korvane_gen: {fault}", file=sys.stderr)
+    remark(f"korvane_gen: {fault}")
     return {"error": fault}
+
+
+def remark(text: str) -> None:
+    """Writes to standard error, and goes on where that takes nothing: the record is the answer."""
+    try:
+        if sys.stderr is not None: # it is None where it was closed at the start
+            print(text, file=sys.stderr)
+    except OSError:
+        pass
 
 
 def write(output: bytes) -> None:

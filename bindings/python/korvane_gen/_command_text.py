@@ -140,6 +140,8 @@ def wildcard(given: Arguments) -> Answer:
 
 
 def checksum(given: Arguments) -> Answer:
+    if given.file is not None and given.text is not None:
+        raise Unusable("text checksum: '--file' and 'text' exclude each other")
     text = read_input(given.file) if given.text is None else given.text
     sum_of = _gen.checksum_sanitised if given.sanitise else _gen.checksum
     sum_ = sum_of(text)
